@@ -1,0 +1,53 @@
+#pragma once
+
+#include <algorithm>
+#include <benchmark/benchmark.h>
+#include <cstdio>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace bench {
+
+/// Keeps of each benchmark the time of its fastest repetition, in seconds of processor time or,
+/// where the benchmark measures by hand, of what it measured; and its counters.
+class Collector final : public benchmark::ConsoleReporter {
+ public:
+  void ReportRuns(const std::vector<Run>& runs) override {
+    ConsoleReporter::ReportRuns(runs);
+    for (const Run& run : runs) {
+      if (run.run_type != Run::RT_Iteration) continue;
+      const bool byHand = run.run_name.time_type == "manual_time";
+      const double total = byHand ? run.real_accumulated_time : run.cpu_accumulated_time;
+      const double time = total / static_cast<double>(run.iterations);
+      const std::string& arguments = run.run_name.args;
+      const std::string name =
+          run.run_name.function_name + (arguments.empty() ? "" : "/") + arguments;
+      const auto [known, isNew] = seconds.emplace(name, time);
+      if (!isNew) known->second = std::min(known->second, time);
+      for (const auto& [counter, value] : run.counters)
+        counters[name][counter] = value;
+    }
+  }
+
+  double ratio(const std::string& a, const std::string& b) const {
+    return seconds.at(a) / seconds.at(b);
+  }
+
+  std::map<std::string, double> seconds;
+  std::map<std::string, std::map<std::string, double>> counters;
+};
+
+/// Prints a figure beside its limit; true when it keeps it.
+inline bool within(std::FILE* out, const std::string& what, double measured, double limit) {
+  const bool good = measured <= limit;
+  std::fprintf(out, "%-58s %7.2f  (limit %.2f)%s\n", what.c_str(), measured, limit,
+               good ? "" : "  TOO MUCH");
+  return good;
+}
+
+inline bool within(const std::string& what, double measured, double limit) {
+  return within(stdout, what, measured, limit);
+}
+
+}  // namespace bench

@@ -1,0 +1,21 @@
+#include "cli/ink_command.h"
+
+#include "cli/ink_json.h"
+#include "cli/output_file.h"
+
+namespace cli {
+
+ExitStatus showInk(const InkOptions& options) {
+  const Recording recording(options.file, options.kind.value_or(kindByName(options.file)));
+  if (!recording.complete()) {
+    reportError(options.file, recording.explainFailure());
+    return ExitStatus::failed;
+  }
+  if (const auto problem = writeOutput(options.output, inkToJson(recording))) {
+    reportError(options.output, *problem);
+    return ExitStatus::failed;
+  }
+  return ExitStatus::done;
+}
+
+}  // namespace cli

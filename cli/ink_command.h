@@ -1,0 +1,21 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+
+#include "cli/recording.h"
+#include "cli/report.h"
+
+namespace cli {
+
+struct InkOptions {
+  std::filesystem::path file;
+  std::filesystem::path output = "-";
+  std::optional<FileKind> kind;  ///< Instead of the kind that the name tells.
+};
+
+/// `penwick ink`: the ink document of a recording as JSON. A recording that is not whole gives
+/// none.
+ExitStatus showInk(const InkOptions& options);
+
+}  // namespace cli

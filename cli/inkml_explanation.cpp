@@ -1,0 +1,169 @@
+#include "cli/inkml_explanation.h"
+
+#include <algorithm>
+#include <cctype>
+#include <system_error>
+
+#include "cli/sentences.h"
+
+namespace cli {
+
+namespace {
+
+using Orvo::InkFailure;
+using Orvo::InkProblem;
+using Orvo::InkProblemKind;
+using Orvo::InkReport;
+
+std::string atLine(int line, int column = 0) {
+  if (line == 0) return {};
+  const std::string place = " (line " + std::to_string(line);
+  return place + (column == 0 ? "" : ", column " + std::to_string(column)) + ")";
+}
+
+std::string quoted(const std::string& text) {
+  return "\"" + text + "\"";
+}
+
+std::string explainUnreadable(const std::filesystem::path& file) {
+  std::error_code error;
+  if (std::filesystem::is_directory(file, error)) {
+    return "this is a folder; name the recordings in it";
+  }
+  return "the file could not be read to its end: the system reports a read error; copy it from its "
+         "device and try the copy";
+}
+
+std::string explainRoot(const InkReport& report) {
+  if (report.rootName.empty()) return "this is no ink document: it has no element at its top";
+  std::string sentence =
+      "this is no ink document: its top element is " + quoted(report.rootName) + ", not \"ink\"";
+  if (report.rootName.ends_with(":ink")) {
+    sentence += "; names with a prefix are not understood, take the prefix " +
+                quoted(report.rootName.substr(0, report.rootName.size() - 3)) +
+                " out of every element";
+  }
+  return sentence;
+}
+
+std::string explainXml(const InkReport& report) {
+  std::string words = report.libraryText;
+  if (!words.empty()) words.front() = static_cast<char>(std::tolower(words.front()));
+  while (words.ends_with('.'))
+    words.pop_back();
+  return "its XML is broken: " + words + atLine(report.line, report.column);
+}
+
+/// One problem in words.
+std::string describe(const InkProblem& problem) {
+  const auto things = [&](const char* one, const char* many) {
+    return counted(problem.count, one, many);
+  };
+  switch (problem.kind) {
+    case InkProblemKind::textAfterRoot:
+      return "text behind the end of the document ends the reading";
+    case InkProblemKind::nulAfterRoot:
+      return "a NUL behind the end of the document ends the reading";
+    case InkProblemKind::documentTypeSubset:
+      return "a DOCTYPE with declarations of its own ends the reading";
+    case InkProblemKind::instructionWithEnd:
+      return "a processing instruction with a \">\" inside ends the reading";
+    case InkProblemKind::brokenDeclaration:
+      return "a broken declaration ends the reading";
+    case InkProblemKind::noElementAsRoot:
+      return "a comment or other node \"ink\" was taken for the document";
+    case InkProblemKind::furtherRoots:
+      return things("element", "elements") + " behind the document not read";
+    case InkProblemKind::noElementAsDefinitions:
+      return "a comment or text \"definitions\" was taken for the definitions";
+    case InkProblemKind::furtherDefinitions:
+      return things("further definitions element", "further definitions elements") + " not read";
+    case InkProblemKind::skippedFormats:
+      return things("trace format", "trace formats") + " without id left out";
+    case InkProblemKind::skippedBrushes:
+      return things("brush", "brushes") + " without id or annotationXML left out";
+    case InkProblemKind::contextWithoutId:
+      return things("context", "contexts") + " left out, the first has no id";
+    case InkProblemKind::contextReferenceForm:
+      return things("context", "contexts") + " left out, the first refers to " +
+             quoted(problem.detail) + ", which does not begin with \"#\"";
+    case InkProblemKind::contextBrushMissing:
+      return things("context", "contexts") + " left out, the first refers to the brush " +
+             quoted(problem.detail) + ", which is not there";
+    case InkProblemKind::contextFormatMissing:
+      return things("context", "contexts") + " left out, the first refers to the trace format " +
+             quoted(problem.detail) + ", which is not there";
+    case InkProblemKind::otherGroups:
+      return things("group", "groups") + " " + quoted(problem.detail) +
+             " not read, only \"tracegroup\" is";
+    case InkProblemKind::looseTraces:
+      return things("trace", "traces") + " outside of every \"tracegroup\" not read";
+    case InkProblemKind::groupsWithoutLayerId:
+      return things("group", "groups") + " without an id of the form \"layer0\" left empty";
+    case InkProblemKind::nestedGroups:
+      return things("nested group", "nested groups") + " not read";
+    case InkProblemKind::otherTraces:
+      return things("element", "elements") + " " + quoted(problem.detail) +
+             " not read, only \"trace\" is";
+    case InkProblemKind::tracesWithoutText:
+      return things("trace", "traces") + " without points left out";
+    case InkProblemKind::tracesWithoutContext:
+      return things("trace", "traces") + " without contextRef left out";
+    case InkProblemKind::skippedAnnotations:
+      return things("annotation", "annotations") + " without type or text left out";
+    case InkProblemKind::textsWithNul:
+      return things("text", "texts") + " read up to a NUL";
+    case InkProblemKind::cutNumbers:
+      return things("point has", "points have") + " a fraction or an exponent, which was cut off";
+    case InkProblemKind::noNumbers:
+      return things("point has", "points have") + " something that is no number and was read as 0";
+    case InkProblemKind::furtherNumbers:
+      return things("point has", "points have") + " more than seven numbers, the rest was left out";
+  }
+  return {};
+}
+
+}  // namespace
+
+std::string explainFailure(const std::filesystem::path& file, const InkReport& report) {
+  switch (report.failure) {
+    case InkFailure::none:
+      return "the ink document is whole";
+    case InkFailure::cannotOpen:
+      return explainOpening(file);
+    case InkFailure::unreadable:
+      return explainUnreadable(file);
+    case InkFailure::tooLarge:
+      return "the file has 2 GiB or more, ink documents are read up to that size; split it";
+    case InkFailure::tooDeep:
+      return "elements nest more than 500 deep" + atLine(report.line) + "; no ink document does";
+    case InkFailure::cutCharacter:
+      return "the file ends inside a character (byte " + std::to_string(report.size) +
+             "); its end was lost";
+    case InkFailure::brokenXml:
+      return report.size == 0 ? "the file is empty (0 bytes)" : explainXml(report);
+    case InkFailure::noInk:
+      return explainRoot(report);
+  }
+  return "the file could not be read";
+}
+
+std::string explainOmissions(const InkReport& report, std::size_t layers,
+                             std::size_t singlePointStrokes) {
+  std::string sentence;
+  for (const InkProblem& problem : report.problems) {
+    addPart(sentence, describe(problem) + atLine(problem.line));
+  }
+  if (layers == 0 && !report.nameSpace.empty()) {
+    addPart(sentence,
+            "the document has the namespace " + quoted(report.nameSpace) +
+                "; only lower-case \"tracegroup\" elements with ids \"layer0\", \"layer1\" "
+                "... are read as layers");
+  }
+  if (singlePointStrokes > 0) {
+    addPart(sentence, counted(singlePointStrokes, "stroke") + " of a single point not drawn");
+  }
+  return sentence;
+}
+
+}  // namespace cli

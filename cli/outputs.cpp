@@ -1,0 +1,37 @@
+#include "cli/outputs.h"
+
+#include <system_error>
+
+#include "cli/output_file.h"
+
+namespace cli {
+
+namespace fs = std::filesystem;
+
+std::optional<std::string> Outputs::prepare() const {
+  if (plan_.output || plan_.folder.empty()) return {};
+  std::error_code error;
+  fs::create_directories(plan_.folder, error);
+  if (!error) return {};
+  return "the folder cannot be made: " + error.message();
+}
+
+fs::path Outputs::targetFor(const fs::path& file) {
+  if (plan_.output) return *plan_.output;
+  for (int number = 1;; ++number) {
+    fs::path name = plan_.folder / file.stem();
+    if (number > 1) name += "-" + std::to_string(number);
+    name += "." + plan_.format;
+    if (taken_.insert(name).second) return name;
+  }
+}
+
+std::optional<std::string> Outputs::refusal(const fs::path& file, const fs::path& target) const {
+  std::error_code error;
+  if (isStandardOutput(target) || !fs::exists(target, error)) return {};
+  if (fs::equivalent(file, target, error)) return "is the recording itself; name another output";
+  if (plan_.output || plan_.replaceExisting) return {};
+  return "is there already and is kept; --force replaces it";
+}
+
+}  // namespace cli

@@ -1,0 +1,151 @@
+#include "cli/pen_explanation.h"
+
+#include <array>
+#include <cstdio>
+#include <fstream>
+#include <system_error>
+
+#include "cli/sentences.h"
+#include "penfile/packets.h"
+
+namespace cli {
+
+namespace {
+
+namespace fs = std::filesystem;
+using Orvo::ParseFailure;
+using Orvo::ParseReport;
+
+template <class... Values>
+std::string format(const char* pattern, Values... values) {
+  std::array<char, 256> text{};
+  std::snprintf(text.data(), text.size(), pattern, values...);
+  return text.data();
+}
+
+std::string atByte(std::int64_t offset) {
+  return format(" (byte %lld)", static_cast<long long>(offset));
+}
+
+struct PacketName {
+  unsigned char tag;
+  const char* name;
+  unsigned length;
+};
+
+constexpr PacketName kPackets[] = {
+    {1, "file descriptor", 6}, {17, "physical parameters", 9},
+    {49, "date and time", 9},  {97, "coordinate", 6},
+    {100, "pressure", 6},      {101, "tilt", 6},
+    {194, "time stamp", 6},    {241, "status", 3},
+};
+
+PacketName packetOf(unsigned char tag) {
+  for (const PacketName& packet : kPackets) {
+    if (packet.tag == tag) return packet;
+  }
+  return {tag, "unknown", 0};
+}
+
+std::string explainReadError(const fs::path& file, std::int64_t offset) {
+  std::error_code error;
+  if (fs::is_directory(file, error)) return "this is a folder; name the recordings in it";
+  return "the file could not be read on: the system reports a read error" + atByte(offset) +
+         "; copy the file from its device and try the copy";
+}
+
+/// What a file that is no pen recording looks like, from its first bytes.
+std::string explainFirstTag(const fs::path& file, const ParseReport& report) {
+  std::array<char, 64> start{};
+  std::ifstream stream(file, std::ios::binary);
+  stream.read(start.data(), start.size());
+  const std::string_view text(start.data(), static_cast<std::size_t>(stream.gcount()));
+  const std::string sentence =
+      format("this is no pen recording: it begins with 0x%02X where 0x01 is expected (byte 0)",
+             unsigned{report.failedPacket.tag});
+  if (text.find("<?xml") != text.npos || text.find("<ink") != text.npos) {
+    return sentence +
+           "; it looks like an XML document: an ink document opens when its name ends in "
+           ".kvo or .inkml";
+  }
+  for (const char character : text) {
+    const auto byte = static_cast<unsigned char>(character);
+    if (byte < 0x20 && byte != '\t' && byte != '\r' && byte != '\n') return sentence;
+  }
+  return sentence + "; it looks like a text file";
+}
+
+std::string explainLength(const ParseReport& report) {
+  const Orvo::PacketPlace& place = report.failedPacket;
+  const PacketName packet = packetOf(place.tag);
+  if (!place.lengthCode) {
+    return format("the file ends right after the tag of a %s packet", packet.name) +
+           atByte(place.offset) + "; its end was lost";
+  }
+  return format("a %s packet has the length code 0x%02X, that is %u bytes, where %u are expected",
+                packet.name, unsigned{*place.lengthCode}, Orvo::decodeLength(*place.lengthCode),
+                packet.length) +
+         atByte(place.offset) + "; the recording is damaged there";
+}
+
+}  // namespace
+
+std::string explainFailure(const fs::path& file, const ParseReport& report) {
+  const std::int64_t offset = report.failedPacket.offset;
+  switch (report.failure) {
+    case ParseFailure::none:
+      return "the recording is whole";
+    case ParseFailure::cannotOpen:
+      return explainOpening(file);
+    case ParseFailure::readError:
+      return explainReadError(file, offset);
+    case ParseFailure::emptyFile:
+      return "the file is empty (0 bytes)";
+    case ParseFailure::badFirstTag:
+      return explainFirstTag(file, report);
+    case ParseFailure::badDescriptorLength:
+    case ParseFailure::wrongLength:
+      return explainLength(report);
+    case ParseFailure::badCoordinateFormat:
+      return "the file descriptor names a coordinate format other than 2, the only one known" +
+             atByte(offset + 3);
+    case ParseFailure::secondDescriptor:
+      return "a second file descriptor" + atByte(offset) +
+             "; two recordings in one file? Cut it there and open the two";
+    case ParseFailure::badPressureAlgorithm:
+      if (report.cutPacket) {
+        return "the file ends inside a pressure packet" + atByte(offset) + "; its end was lost";
+      }
+      return "a pressure packet names an algorithm other than 1, 5 and 6" + atByte(offset + 2) +
+             "; the recording is damaged there";
+  }
+  return "the file could not be read";
+}
+
+std::string explainOmissions(const ParseReport& report, std::size_t singlePointStrokes) {
+  std::string sentence;
+  if (report.cutPacket) {
+    addPart(sentence, "the file ends inside its last packet" + atByte(*report.cutPacket) +
+                          ", what is missing there was taken as zeros");
+  }
+  if (report.endlessPacket) {
+    addPart(sentence, "a packet of length 0" + atByte(*report.endlessPacket) +
+                          " ends the recording, nothing behind it was read");
+  }
+  if (report.droppedPoints > 0) {
+    addPart(sentence, counted(report.droppedPoints, "point") +
+                          " above the sheet left out, the first" +
+                          atByte(*report.firstDroppedPoint));
+  }
+  if (singlePointStrokes > 0) {
+    addPart(sentence, counted(singlePointStrokes, "stroke") + " of a single point not drawn");
+  }
+  if (report.unknownPackets > 0) {
+    addPart(sentence, counted(report.unknownPackets, "packet") +
+                          " of unknown tags skipped, the first" +
+                          atByte(*report.firstUnknownPacket));
+  }
+  return sentence;
+}
+
+}  // namespace cli

@@ -1,0 +1,107 @@
+#include "cli/plugin_run.h"
+
+#include <memory>
+
+#include "cli/report.h"
+#include "embedded/library.h"
+#include "embedded/session.h"
+#include "hostapi/codes.h"
+
+namespace cli {
+
+namespace {
+
+using embedded::Opening;
+using embedded::StepReport;
+
+std::string join(const std::vector<std::string>& sentences) {
+  std::string text;
+  for (const std::string& sentence : sentences) {
+    if (!text.empty()) text += "; ";
+    text += sentence;
+  }
+  return text;
+}
+
+/// Why a step did not succeed: the call that the host refused, or else the plug-in's own answer.
+std::string refusalOf(const StepReport& report, hostapi::SPErr answer) {
+  std::string sentence = "the plug-in gave up with '" + hostapi::codeText(answer) + "'";
+  if (!report.firstFailure) return sentence;
+  sentence += ": " + report.firstFailure->sentence();
+  if (report.firstFailure->path) {
+    sentence += ", at stroke " + std::to_string(*report.firstFailure->path) + " of those drawn";
+  }
+  return sentence;
+}
+
+/// The answer of the first message that was not answered with 0; 0 when all were.
+hostapi::SPErr firstAnswer(const StepReport& report) {
+  for (const embedded::MessageAnswer& message : report.messages) {
+    if (message.code != 0) return message.code;
+  }
+  return 0;
+}
+
+void takeStep(PluginRun& run, const StepReport& report) {
+  run.printed += report.output;
+  std::vector<std::string> said = report.notes;
+  said.insert(said.end(), report.misuse.begin(), report.misuse.end());
+  if (said.empty()) return;
+  if (!run.notes.empty()) run.notes += "; ";
+  run.notes += join(said);
+}
+
+/// What to do where the failed call was the import of a style library that is not there.
+std::string adviceFor(const Opening& opening, const PluginRunOptions& options) {
+  if (options.builtInLibrary || !opening.firstFailure) return {};
+  const std::string library = embedded::defaultLibraryPath();
+  if (opening.firstFailure->function != "ImportStyles" || embedded::libraryFileExists(library)) {
+    return {};
+  }
+  return "; there is no brush style library at " + library +
+         ", put one there or leave out --no-built-in-library";
+}
+
+void judge(PluginRun& run, Opening&& opening, const PluginRunOptions& options) {
+  if (!opening.problem.empty()) {
+    run.refusal = opening.problem;
+  } else if (const hostapi::SPErr answer = firstAnswer(opening); answer != 0) {
+    run.refusal = refusalOf(opening, answer) + adviceFor(opening, options);
+  } else if (!opening.builderRan) {
+    run.readNothing = true;
+  } else {
+    run.document = std::move(opening.document);
+  }
+}
+
+}  // namespace
+
+PluginRun runPlugin(const std::filesystem::path& file, const PluginRunOptions& options) {
+  PluginRun run;
+  std::string problem;
+  std::unique_ptr<embedded::Module> module =
+      embedded::Module::load(nativeName(options.module), problem);
+  if (!module) {
+    run.refusal = problem;
+    return run;
+  }
+
+  embedded::Options host;
+  host.builtInLibrary = options.builtInLibrary;
+  host.journalChecksums = options.journal;
+  embedded::Session session(std::move(module), host);
+  const StepReport start = session.start();
+  takeStep(run, start);
+  if (session.started()) {
+    Opening opening = session.open(nativeName(file));
+    takeStep(run, opening);
+    judge(run, std::move(opening), options);
+  } else {
+    run.refusal = "the plug-in did not start; " + refusalOf(start, firstAnswer(start));
+  }
+  takeStep(run, session.end());
+  if (options.journal) run.journal = session.host().journal().jsonLines();
+  return run;
+}
+
+}  // namespace cli

@@ -1,0 +1,72 @@
+#include "cli/recording.h"
+
+#include "cli/inkml_explanation.h"
+#include "cli/pen_explanation.h"
+#include "cli/report.h"
+#include "log/logger.h"
+#include "penfile/pnx_parser.h"
+#include "penfile/skip_watcher.h"
+#include "platform/paths.h"
+
+namespace cli {
+
+namespace {
+
+std::wstring wideName(const std::filesystem::path& file) {
+  return platform::nativePathToWide(nativeName(file));
+}
+
+std::size_t countSinglePointStrokes(const Orvo::Document& document) {
+  std::size_t count = 0;
+  for (const Orvo::Layer& layer : document) {
+    for (const Orvo::Stroke& stroke : layer) {
+      if (stroke.size() == 1) ++count;
+    }
+  }
+  return count;
+}
+
+}  // namespace
+
+FileKind kindByName(const std::filesystem::path& file) {
+  const std::filesystem::path extension = file.extension();
+  return extension == ".kvo" || extension == ".inkml" ? FileKind::inkml : FileKind::pen;
+}
+
+Recording::Recording(std::filesystem::path file, FileKind kind)
+    : file_(std::move(file)), kind_(kind) {
+  if (kind_ == FileKind::inkml) {
+    ink_ = Orvo::readInk(wideName(file_).c_str());
+  } else {
+    readPen();
+  }
+}
+
+void Recording::readPen() {
+  Orvo::Logger::silence();
+  Orvo::PnxParser parser(wideName(file_).c_str());
+  Orvo::EndlessSkipGuard guard(parser);
+  parser.parse();
+  pen_ = parser.document;
+  penReport_ = parser.report();
+}
+
+Orvo::Document& Recording::document() const {
+  if (kind_ == FileKind::inkml) return *ink_.document;
+  return *pen_;
+}
+
+std::string Recording::explainFailure() const {
+  if (kind_ == FileKind::inkml) return cli::explainFailure(file_, ink_.report);
+  return cli::explainFailure(file_, penReport_);
+}
+
+std::string Recording::explainOmissions() const {
+  const std::size_t single = countSinglePointStrokes(document());
+  if (kind_ == FileKind::inkml) {
+    return cli::explainOmissions(ink_.report, document().size(), single);
+  }
+  return cli::explainOmissions(penReport_, single);
+}
+
+}  // namespace cli

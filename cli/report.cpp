@@ -1,0 +1,47 @@
+#include "cli/report.h"
+
+#include <cstdio>
+
+namespace cli {
+
+namespace {
+
+void reportLine(const std::filesystem::path& file, std::string_view kind,
+                std::string_view sentence) {
+  std::string line = nativeName(file);
+  line.append(": ").append(kind).append(sentence);
+  for (char& character : line) {
+    const auto byte = static_cast<unsigned char>(character);
+    if (byte < 0x20 || byte == 0x7F) character = '?';
+  }
+  std::fprintf(stderr, "penwick: %s\n", line.c_str());
+}
+
+}  // namespace
+
+std::string nativeName(const std::filesystem::path& path) {
+#ifdef _WIN32
+  const std::u8string name = path.u8string();
+  return {name.begin(), name.end()};
+#else
+  return path.native();
+#endif
+}
+
+std::filesystem::path pathOf(std::string_view word) {
+#ifdef _WIN32
+  return std::filesystem::path(std::u8string(word.begin(), word.end()));
+#else
+  return {word};
+#endif
+}
+
+void reportError(const std::filesystem::path& file, std::string_view sentence) {
+  reportLine(file, "", sentence);
+}
+
+void reportWarning(const std::filesystem::path& file, std::string_view sentence) {
+  reportLine(file, "warning: ", sentence);
+}
+
+}  // namespace cli

@@ -1,0 +1,16 @@
+#include "embedded/handles.h"
+
+#include <array>
+
+namespace embedded {
+
+std::string handleName(const void* handle) {
+  constexpr std::array names{"plugin", "access", "document", "layer",    "group",  "path",
+                             "style",  "set",    "format",   "notifier", "string", "filePath"};
+  static_assert(names.size() == static_cast<std::size_t>(HandleKind::filePath) + 1);
+  const std::optional<HandleNumber> found = fromHandle(handle);
+  if (!found) return {};
+  return names[static_cast<std::size_t>(found->kind)] + (":" + std::to_string(found->number));
+}
+
+}  // namespace embedded

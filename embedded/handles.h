@@ -1,0 +1,73 @@
+// Handles: what the plug-in sees of layers, paths, styles and the rest.
+#pragma once
+
+#include <bit>
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace embedded {
+
+enum class HandleKind : std::uint8_t {
+  plugin,
+  access,
+  document,
+  layer,
+  group,
+  path,
+  style,
+  set,
+  format,
+  notifier,
+  string,
+  filePath,
+};
+
+/// A handle is a number in the shape of a pointer: its kind and its place among the handles of that
+/// kind, counted from 1. It points nowhere, so that looking into one faults, and is never given out
+/// twice, so that one out of date is told from one in use.
+struct HandleNumber {
+  HandleKind kind;
+  std::size_t number;
+};
+
+namespace handles {
+
+// The top 16 bits: no address of a 64-bit process begins like this.
+inline constexpr std::uint64_t kMark = 0xB05E;
+inline constexpr unsigned kMarkShift = 48;
+inline constexpr unsigned kKindShift = 40;
+inline constexpr unsigned kNumberShift = 4;
+inline constexpr std::uint64_t kNumberMask = (std::uint64_t{1} << (kKindShift - kNumberShift)) - 1;
+
+}  // namespace handles
+
+template <class Handle>
+Handle toHandle(HandleKind kind, std::size_t number) {
+  return std::bit_cast<Handle>(handles::kMark << handles::kMarkShift |
+                               static_cast<std::uint64_t>(kind) << handles::kKindShift |
+                               static_cast<std::uint64_t>(number) << handles::kNumberShift);
+}
+
+/// Nothing for null and for what was never given out as a handle.
+inline std::optional<HandleNumber> fromHandle(const void* handle) {
+  const auto bits = std::bit_cast<std::uint64_t>(handle);
+  const auto kind = static_cast<std::uint8_t>(bits >> handles::kKindShift);
+  const std::uint64_t number = bits >> handles::kNumberShift & handles::kNumberMask;
+  if (bits >> handles::kMarkShift != handles::kMark) return std::nullopt;
+  if (kind > static_cast<std::uint8_t>(HandleKind::filePath) || number == 0 || (bits & 0xF) != 0) {
+    return std::nullopt;
+  }
+  return HandleNumber{static_cast<HandleKind>(kind), static_cast<std::size_t>(number)};
+}
+
+/// Its place among the handles of `kind`, from 1; 0 when it is none of them.
+inline std::size_t numberOf(const void* handle, HandleKind kind) {
+  const std::optional<HandleNumber> found = fromHandle(handle);
+  return found && found->kind == kind ? found->number : 0;
+}
+
+/// "path:3"; empty for what is no handle.
+std::string handleName(const void* handle);
+
+}  // namespace embedded

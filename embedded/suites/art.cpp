@@ -1,0 +1,207 @@
+// Art 16: making objects; Art Set 7: naming many of them.
+#include <algorithm>
+#include <cstring>
+
+#include "embedded/suites/call.h"
+#include "embedded/suites/tables.h"
+
+namespace embedded {
+
+using namespace hostapi;
+
+namespace {
+
+constexpr AIErr kTooDeepErr = fourCC("NEST");
+constexpr AIErr kWrongPlaceErr = fourCC("~VAT");
+// Groups inside one another, a layer's own among them; the real host's bound is not known.
+constexpr std::size_t kDeepestGroup = 100;
+
+constexpr Function kNewArt{AIArtSuite::kId, "NewArt"};
+constexpr Function kGetFirstArtOfLayer{AIArtSuite::kId, "GetFirstArtOfLayer"};
+constexpr Function kNewArtSet{AIArtSetSuite::kId, "NewArtSet"};
+constexpr Function kCountArtSet{AIArtSetSuite::kId, "CountArtSet"};
+constexpr Function kIndexArtSet{AIArtSetSuite::kId, "IndexArtSet"};
+constexpr Function kLayerArtSet{AIArtSetSuite::kId, "LayerArtSet"};
+
+// ---- Art ----
+
+struct Place {
+  ArtNode* parent = nullptr;
+  std::size_t index = 0;  // among the parent's children, bottom to top
+};
+
+Place besides(ArtNode& reference, bool above) {
+  auto& siblings = reference.parent->children;
+  const auto index = std::ranges::find(siblings, &reference) - siblings.begin();
+  return {reference.parent, static_cast<std::size_t>(index) + (above ? 1 : 0)};
+}
+
+// Where an object of this order goes. Above all and below all are meant within the current layer;
+// the other orders need a reference, inside ones a group, beside ones an object that lies in one.
+AIErr findPlace(const DocumentNode& document, ArtNode* reference, std::int16_t order,
+                Place& place) {
+  ArtNode* all = document.currentLayer->group;
+  switch (order) {
+    case kPlaceAboveAll:
+      place = {all, all->children.size()};
+      return kNoErr;
+    case kPlaceBelowAll:
+      place = {all, 0};
+      return kNoErr;
+    case kPlaceInsideOnTop:
+    case kPlaceInsideOnBottom:
+      if (reference == nullptr) return kBadParameterErr;
+      if (!reference->isGroup) return kWrongPlaceErr;
+      place = {reference, order == kPlaceInsideOnTop ? reference->children.size() : 0};
+      return kNoErr;
+    case kPlaceAbove:
+    case kPlaceBelow:
+      if (reference == nullptr) return kBadParameterErr;
+      if (reference->parent == nullptr) return kWrongPlaceErr;
+      place = besides(*reference, order == kPlaceAbove);
+      return kNoErr;
+    case kPlaceDefault:
+      return kNotImplementedErr;
+    default:
+      return kUnknownPaintOrderErr;
+  }
+}
+
+// Compound paths are known to the host and not offered by this one.
+AIErr checkType(std::int16_t type) {
+  if (type == kPathArt || type == kGroupArt) return kNoErr;
+  return type == kCompoundPathArt ? kNotImplementedErr : kUnknownArtTypeErr;
+}
+
+AIErr makeArt(Call& call, std::int16_t type, std::int16_t order, AIArtHandle handle,
+              AIArtHandle* art) {
+  Documents& documents = call.host.documents;
+  ArtNode* reference = documents.find(handle);
+  if (handle != nullptr && reference == nullptr) return call.badHandle("reference", handle);
+  if (documents.current() == nullptr) return kNoDocumentErr;
+  Place place;
+  if (const AIErr code = checkType(type); code != kNoErr) return code;
+  if (const AIErr code = findPlace(*documents.current(), reference, order, place); code != kNoErr) {
+    return code;
+  }
+  const LayerNode& layer = *place.parent->layer;
+  if (!layer.editable || !layer.visible) return kUntouchableLayerErr;
+  if (depthOf(*place.parent) + 1 >= kDeepestGroup) return kTooDeepErr;
+  *art = documents.addArt(*place.parent, type == kGroupArt, place.index)->handle;
+  return kNoErr;
+}
+
+AIErr newArt(std::int16_t type, std::int16_t paintOrder, AIArtHandle reference, AIArtHandle* art) {
+  return answer(
+      kNewArt,
+      [&](Call& call) {
+        call.in("type", type);
+        call.in("paintOrder", paintOrder);
+        call.inHandle("reference", reference);
+        call.outHandle("art", art);
+        if (type == kPathArt) call.concernsNextPath();
+      },
+      [&](Call& call) { return makeArt(call, type, paintOrder, reference, art); });
+}
+
+AIErr getFirstArtOfLayer(AILayerHandle layer, AIArtHandle* group) {
+  return answer(
+      kGetFirstArtOfLayer,
+      [&](Call& call) {
+        call.inHandle("layer", layer);
+        call.outHandle("group", group);
+      },
+      [&](Call& call) {
+        const DocumentNode* document = call.host.documents.current();
+        if (document == nullptr) return kNoDocumentErr;
+        const LayerNode* node =
+            layer == nullptr ? document->currentLayer : call.host.documents.find(layer);
+        if (node == nullptr) return call.badHandle("layer", layer);
+        *group = node->group->handle;
+        return kNoErr;
+      });
+}
+
+// ---- Art Set ----
+
+AIErr newArtSet(AIArtSet* set) {
+  return answer(
+      kNewArtSet, [&](Call& call) { call.outHandle("set", set); },
+      [&](Call& call) {
+        *set = call.host.documents.addSet()->handle;
+        return kNoErr;
+      });
+}
+
+// The count has 32 bits in this host.
+AIErr countArtSet(AIArtSet set, std::uint64_t* count) {
+  return answer(
+      kCountArtSet,
+      [&](Call& call) {
+        call.inHandle("set", set);
+        call.outLow32("count", count);
+      },
+      [&](Call& call) {
+        const ArtSetNode* node = call.host.documents.find(set);
+        if (node == nullptr) return call.badHandle("set", set);
+        const auto members = static_cast<std::int32_t>(node->members.size());
+        std::memcpy(count, &members, sizeof members);
+        return kNoErr;
+      });
+}
+
+// No more than 32 bits of the index are read.
+AIErr indexArtSet(AIArtSet set, std::uint64_t index, AIArtHandle* art) {
+  const auto place = static_cast<std::uint32_t>(index);
+  return answer(
+      kIndexArtSet,
+      [&](Call& call) {
+        call.inHandle("set", set);
+        call.in("index", place);
+        call.outHandle("art", art);
+      },
+      [&](Call& call) {
+        const ArtSetNode* node = call.host.documents.find(set);
+        if (node == nullptr) return call.badHandle("set", set);
+        if (place >= node->members.size()) return kBadParameterErr;
+        *art = node->members[place]->handle;
+        return kNoErr;
+      });
+}
+
+AIErr layerArtSet(AILayerHandle layer, AIArtSet set) {
+  return answer(
+      kLayerArtSet,
+      [&](Call& call) {
+        call.inHandle("layer", layer);
+        call.inHandle("set", set);
+      },
+      [&](Call& call) {
+        const LayerNode* node = call.host.documents.find(layer);
+        if (node == nullptr) return call.badHandle("layer", layer);
+        ArtSetNode* members = call.host.documents.find(set);
+        if (members == nullptr) return call.badHandle("set", set);
+        members->members = objectsOf(*node);
+        return kNoErr;
+      });
+}
+
+}  // namespace
+
+AIArtSuite artTable() {
+  auto table = tableOfMisuse<AIArtSuite>();
+  table.NewArt = newArt;
+  table.GetFirstArtOfLayer = getFirstArtOfLayer;
+  return table;
+}
+
+AIArtSetSuite artSetTable() {
+  auto table = tableOfMisuse<AIArtSetSuite>();
+  table.NewArtSet = newArtSet;
+  table.CountArtSet = countArtSet;
+  table.IndexArtSet = indexArtSet;
+  table.LayerArtSet = layerArtSet;
+  return table;
+}
+
+}  // namespace embedded

@@ -1,0 +1,146 @@
+#include "embedded/suites/call.h"
+
+#include <cstring>
+#include <string_view>
+
+#include "embedded/suites/paths.h"
+#include "embedded/text.h"
+
+namespace embedded {
+
+using namespace hostapi;
+
+namespace {
+
+template <class Value>
+Value valueAt(const void* place) {
+  Value value;
+  std::memcpy(&value, place, sizeof value);
+  return value;
+}
+
+}  // namespace
+
+void Call::inText(const char* name, const char* text) {
+  required(name, text);
+  if (text == nullptr) {
+    host.journal.addNull(name);
+  } else {
+    host.journal.addText(name, text);
+  }
+}
+
+void Call::inString(const char* name, const UnicodeStringBody* string) {
+  required(name, string);
+  const HostString* inside = string == nullptr ? nullptr : host.strings.find(string->inside);
+  if (string != nullptr && string->inside != nullptr && inside == nullptr) {
+    missingPointer_ = true;
+    misbehaves(std::string(name) + (host.strings.wasRemoved(string->inside)
+                                        ? " is a string that was destroyed"
+                                        : " is no string of this host"));
+  }
+  host.journal.addText(name, inside == nullptr ? std::string() : encodeUtf8(inside->text));
+}
+
+void Call::inPath(const char* name, const FilePathBody* path) {
+  required(name, path);
+  const HostPath* inside = path == nullptr ? nullptr : host.paths.find(path->inside);
+  if (path != nullptr && path->inside != nullptr && inside == nullptr) {
+    missingPointer_ = true;
+    misbehaves(std::string(name) + (host.paths.wasRemoved(path->inside)
+                                        ? " is a file path that was deleted"
+                                        : " is no file path of this host"));
+  }
+  if (inside == nullptr) {
+    host.journal.addNull(name);
+  } else {
+    host.journal.addText(name, toNativePath(lastName(inside->text)));
+  }
+}
+
+void Call::required(const char* name, const void* pointer) {
+  if (pointer != nullptr) return;
+  missingPointer_ = true;
+  misbehaves(std::string(name) + " is a null pointer");
+}
+
+void Call::addOut(const char* name, const void* place, OutKind kind) {
+  required(name, place);
+  host.journal.addNull(name);
+  outs_.at(outCount_++) = {place, host.journal.lastArgument(), kind};
+}
+
+void Call::record(const Out& out) {
+  Journal& journal = host.journal;
+  switch (out.kind) {
+    case OutKind::integer16:
+      journal.setInteger(out.argument, valueAt<std::int16_t>(out.place));
+      break;
+    case OutKind::integer:
+      journal.setInteger(out.argument, valueAt<std::int32_t>(out.place));
+      break;
+    case OutKind::boolean:
+      journal.setBoolean(out.argument, valueAt<AIBoolean>(out.place) != 0);
+      break;
+    case OutKind::handle:
+      journal.setHandle(out.argument, valueAt<const void*>(out.place));
+      break;
+    case OutKind::text:
+      journal.setText(out.argument, valueAt<const char*>(out.place));
+      break;
+  }
+}
+
+AIErr Call::misbehaves(const std::string& what) {
+  host.misbehaves(std::string("\"") + function_.suite.name + "\" " + function_.name + ": " + what);
+  return badParameter();
+}
+
+// The plug-in manager's own suites spell the code in small letters.
+AIErr Call::badParameter() const {
+  const bool manager = std::string_view(function_.suite.name).starts_with("SP ");
+  return manager ? fourCC("Parm") : kBadParameterErr;
+}
+
+AIErr Call::badHandle(const char* name, const void* handle) {
+  if (handle == nullptr) return badParameter();
+  return misbehaves(std::string(name) + " is no handle that is in use here");
+}
+
+void Call::concerns(AIArtHandle art) {
+  concernedPath_ = numberOf(art, HandleKind::path);
+}
+
+void Call::concernsNextPath() {
+  concernedPath_ = host.documents.pathsMade() + 1;
+}
+
+std::optional<std::size_t> Call::concernedPath() const {
+  const DocumentNode* document = host.documents.current();
+  const std::size_t before = document == nullptr ? 0 : document->pathsBefore;
+  if (concernedPath_ <= before) return std::nullopt;
+  return concernedPath_ - before;
+}
+
+std::optional<AIErr> Call::fault() {
+  std::optional<AIErr> code;
+  for (std::size_t i = 0; i < host.options.faults.size(); ++i) {
+    const Fault& fault = host.options.faults[i];
+    if (fault.suite != function_.suite.name || fault.function != function_.name) continue;
+    const std::size_t call = ++host.faultCalls[i];
+    if (!code && (fault.call == 0 || fault.call == call)) code = fault.code;
+  }
+  return code;
+}
+
+void Call::finish(std::int32_t result, bool injected) {
+  const bool done =
+      !injected && !missingPointer_ && (function_.returns != Returns::code || result == kNoErr);
+  if (done) {
+    for (std::size_t i = 0; i < outCount_; ++i)
+      record(outs_[i]);
+  }
+  host.journal.end(result, injected, done ? std::nullopt : concernedPath());
+}
+
+}  // namespace embedded

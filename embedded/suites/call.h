@@ -1,0 +1,127 @@
+// One call of a suite's function: recorded, made to fail where that is wanted, checked, carried
+// out.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <new>
+#include <optional>
+#include <string>
+#include <type_traits>
+
+#include "embedded/host_state.h"
+#include "embedded/journal.h"
+#include "hostapi/codes.h"
+#include "hostapi/types.h"
+
+namespace embedded {
+
+/// What a function tells of its arguments. Each `in` records a value; each `out` records what
+/// stands there once the call has succeeded, and null after a failure. A pointer that must not be
+/// null and is makes the call answer 'PARM' and is named as misuse.
+class Call {
+ public:
+  Call(HostState& state, const Function& function) : host(state), function_(function) {
+    host.journal.begin(function);
+  }
+
+  HostState& host;
+
+  void in(const char* name, std::int64_t value) { host.journal.addInteger(name, value); }
+  void inBoolean(const char* name, std::int64_t value) {
+    host.journal.addBoolean(name, value != 0);
+  }
+  void inHandle(const char* name, const void* handle) { host.journal.addHandle(name, handle); }
+  void inText(const char* name, const char* text);
+  /// A null string body is the empty text; the address of the body must not be null.
+  void inString(const char* name, const hostapi::UnicodeStringBody* string);
+  /// Shown as the path's last name.
+  void inPath(const char* name, const hostapi::FilePathBody* path);
+
+  void out(const char* name, std::int16_t* place) { addOut(name, place, OutKind::integer16); }
+  void out(const char* name, std::int32_t* place) { addOut(name, place, OutKind::integer); }
+  void outBoolean(const char* name, hostapi::AIBoolean* place) {
+    addOut(name, place, OutKind::boolean);
+  }
+  /// The 32 bits at the beginning of a place that may be wider.
+  void outLow32(const char* name, void* place) { addOut(name, place, OutKind::integer); }
+  template <class Handle>
+  void outHandle(const char* name, Handle* place) {
+    addOut(name, place, OutKind::handle);
+  }
+  template <class Handle>
+  void outHandleOrNull(const char* name, Handle* place) {
+    if (place == nullptr) {
+      host.journal.addNull(name);
+    } else {
+      addOut(name, place, OutKind::handle);
+    }
+  }
+  void outText(const char* name, const char** place) { addOut(name, place, OutKind::text); }
+  /// A pointer that has to be there and is not recorded.
+  void required(const char* name, const void* pointer);
+
+  /// 'PARM', in the plug-in manager's own suites 'Parm'.
+  hostapi::AIErr badParameter() const;
+  /// Names what the plug-in did wrong; gives `badParameter`.
+  hostapi::AIErr misbehaves(const std::string& what);
+  /// For a handle that stands for nothing: `badParameter`; misuse unless it is null, since the host
+  /// itself gives out null where it refuses.
+  hostapi::AIErr badHandle(const char* name, const void* handle);
+
+  // For answer().
+  std::optional<hostapi::AIErr> fault();
+  bool missingPointer() const { return missingPointer_; }
+  void finish(std::int32_t result, bool injected);
+
+ private:
+  enum class OutKind : std::uint8_t { integer16, integer, boolean, handle, text };
+  struct Out {
+    const void* place;
+    std::size_t argument;
+    OutKind kind;
+  };
+  static constexpr std::size_t kMostOuts = 3;
+
+  void addOut(const char* name, const void* place, OutKind kind);
+  void record(const Out& out);
+  std::optional<std::size_t> concernedPath() const;
+
+  const Function& function_;
+  std::array<Out, kMostOuts> outs_{};
+  std::size_t outCount_ = 0;
+  std::size_t concernedPath_ = 0;
+  bool missingPointer_ = false;
+
+ public:
+  /// The call is about this path; kept for the journal's first failure.
+  void concerns(hostapi::AIArtHandle art);
+  void concernsNextPath();
+};
+
+/// Answers a call: `describe(call)` tells its arguments, `carryOut(call)` does it and gives the
+/// code. Nothing is carried out when a fault answers in its place or a pointer is missing. No
+/// exception leaves it: '!MEM' when memory is out, 'CANT' for anything else.
+template <class Describe, class CarryOut>
+std::int32_t answer(const Function& function, Describe describe, CarryOut carryOut) noexcept {
+  try {
+    Call call(activeHost(), function);
+    describe(call);
+    const std::optional<hostapi::AIErr> fault = call.fault();
+    std::int32_t result = call.badParameter();
+    if (fault) {
+      result = *fault;
+    } else if (!call.missingPointer()) {
+      result = carryOut(call);
+    }
+    call.finish(result, fault.has_value());
+    return result;
+  } catch (const std::bad_alloc&) {
+    return hostapi::kOutOfMemoryErr;
+  } catch (...) {
+    return hostapi::kCantHappenErr;
+  }
+}
+
+}  // namespace embedded

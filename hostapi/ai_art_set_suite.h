@@ -1,0 +1,28 @@
+// AI Art Set suite, version 7.
+#pragma once
+
+#include "hostapi/types.h"
+
+namespace hostapi {
+
+/// Counts and indices have 32 bits in version 6 and 64 in version 9; version 7 should have 32. The
+/// declarations hold for both: the caller zeroes 64 bits, the host may write and read only 32.
+struct AIArtSetSuite {
+  static constexpr SuiteId kId{"AI Art Set Suite", 7};
+
+  AIErr (*NewArtSet)(AIArtSet* set);
+  ReservedSlot reserved1;
+  AIErr (*CountArtSet)(AIArtSet set, std::uint64_t* count);
+  AIErr (*IndexArtSet)(AIArtSet set, std::uint64_t index, AIArtHandle* art);
+  ReservedSlot reserved4[3];
+  /// Replaces the set's contents by the layer's objects, whatever their type.
+  AIErr (*LayerArtSet)(AILayerHandle layer, AIArtSet set);
+  ReservedSlot reserved8[8];
+};
+HOSTAPI_SLOT(AIArtSetSuite, NewArtSet, 0);
+HOSTAPI_SLOT(AIArtSetSuite, CountArtSet, 2);
+HOSTAPI_SLOT(AIArtSetSuite, IndexArtSet, 3);
+HOSTAPI_SLOT(AIArtSetSuite, LayerArtSet, 7);
+HOSTAPI_SLOT_COUNT(AIArtSetSuite, 16);
+
+}  // namespace hostapi

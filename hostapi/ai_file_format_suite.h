@@ -1,0 +1,34 @@
+// AI File Format suite, version 12.
+#pragma once
+
+#include "hostapi/types.h"
+
+namespace hostapi {
+
+/// How a format shows itself, in the Windows form. The host copies every text during the call.
+struct PlatformAddFileFormatData {
+  std::int32_t type;     // file type code, not used on Windows: 0
+  unsigned char* title;  ///< the host's own text for it is length-prefixed: see AddFileFormat
+  std::int32_t titleOrder;
+  char* extension;  ///< comma-separated, without dots; at most 31 characters, 5 for each
+};
+static_assert(sizeof(PlatformAddFileFormatData) == 32 &&
+              offsetof(PlatformAddFileFormatData, title) == 8 &&
+              offsetof(PlatformAddFileFormatData, titleOrder) == 16 &&
+              offsetof(PlatformAddFileFormatData, extension) == 24);
+
+struct AIFileFormatSuite {
+  static constexpr SuiteId kId{"AI File Format Suite", 12};
+
+  /// The name is unique and not shown. A host that reads the title as length-prefixed takes a
+  /// leading blank for the length 32, so the title's buffer has to be readable and zero-filled for
+  /// 33 bytes at least.
+  AIErr (*AddFileFormat)(SPPluginRef self, const char* name, const PlatformAddFileFormatData* data,
+                         std::int32_t options, AIFileFormatHandle* format,
+                         std::int32_t extendedOptions);
+  ReservedSlot reserved1[22];
+};
+HOSTAPI_SLOT(AIFileFormatSuite, AddFileFormat, 0);
+HOSTAPI_SLOT_COUNT(AIFileFormatSuite, 23);
+
+}  // namespace hostapi

@@ -1,0 +1,21 @@
+// AI Path Style suite, version 12.
+#pragma once
+
+#include "hostapi/types.h"
+
+namespace hostapi {
+
+struct AIPathStyleSuite {
+  static constexpr SuiteId kId{"AI Path Style Suite", 12};
+
+  ReservedSlot reserved0[4];
+  /// Opens the file unseen and gives a document that holds its styles, '!Imp' when it cannot. What
+  /// it leaves in document on failure is not known: set it to null before. Nobody closes the
+  /// document.
+  AIErr (*ImportStyles)(const FilePathBody* file, AIDocumentHandle* document);
+  ReservedSlot reserved5[22];
+};
+HOSTAPI_SLOT(AIPathStyleSuite, ImportStyles, 4);
+HOSTAPI_SLOT_COUNT(AIPathStyleSuite, 27);
+
+}  // namespace hostapi

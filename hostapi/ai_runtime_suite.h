@@ -1,0 +1,20 @@
+// AI Runtime suite, version 11.
+#pragma once
+
+#include "hostapi/types.h"
+
+namespace hostapi {
+
+struct AIRuntimeSuite {
+  static constexpr SuiteId kId{"AI Runtime Suite", 11};
+
+  ReservedSlot reserved0[11];
+  std::int32_t (*GetAppMajorVersion)();  ///< the value itself: 16
+  std::int32_t (*GetAppMinorVersion)();
+  ReservedSlot reserved13[11];
+};
+HOSTAPI_SLOT(AIRuntimeSuite, GetAppMajorVersion, 11);
+HOSTAPI_SLOT(AIRuntimeSuite, GetAppMinorVersion, 12);
+HOSTAPI_SLOT_COUNT(AIRuntimeSuite, 24);
+
+}  // namespace hostapi

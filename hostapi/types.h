@@ -1,0 +1,119 @@
+// The basic types of the host's binary interface, release 16, 64-bit.
+//
+// The interface packs naturally, calls plain C functions and passes every reference as a pointer;
+// the widths below are those of the 64-bit Windows host, so nothing here is a `long`.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace hostapi {
+
+static_assert(sizeof(void*) == 8, "the interface is that of the 64-bit host");
+
+// ---- numbers ----
+
+using AIErr = std::int32_t;  ///< 0, or a four-character code
+using SPErr = AIErr;
+using AIBoolean = std::int32_t;  ///< 0 or 1
+using SPBoolean = AIBoolean;
+using AIBool8 = std::uint8_t;
+using AIReal = float;
+using ASUnicode = char16_t;  ///< one UTF-16 unit
+using UTF32TextChar = std::uint32_t;
+
+/// "To the end" as a count of characters, "none" as a position.
+inline constexpr std::size_t kNpos = static_cast<std::size_t>(-1);
+
+struct AIRealPoint {  ///< in points; v grows upward
+  AIReal h;
+  AIReal v;
+};
+static_assert(sizeof(AIRealPoint) == 8 && offsetof(AIRealPoint, v) == 4);
+
+struct AIRealRect {
+  AIReal left;
+  AIReal top;
+  AIReal right;
+  AIReal bottom;
+};
+static_assert(sizeof(AIRealRect) == 16 && offsetof(AIRealRect, bottom) == 12);
+
+// ---- handles: opaque, null means "none" ----
+
+using AIArtHandle = struct ArtObject*;
+using AILayerHandle = struct LayerOpaque*;
+using AIDocumentHandle = struct DocumentOpaque*;
+using AIArtStyleHandle = struct ArtStyleOpaque*;
+using AIArtSet = struct ArtSetOpaque*;
+using AIFileFormatHandle = struct FileFormatOpaque*;
+using AINotifierHandle = struct NotifierOpaque*;
+using SPPluginRef = struct SPPlugin*;
+using SPAccessRef = struct SPAccess*;
+
+/// The bodies of a Unicode string and of a file path as they cross the border: one pointer, null
+/// when empty, to an inside that the host allocates, owns and frees. Always passed by address.
+struct UnicodeStringBody {
+  void* inside = nullptr;
+};
+struct FilePathBody {
+  void* inside = nullptr;
+};
+static_assert(sizeof(UnicodeStringBody) == 8 && sizeof(FilePathBody) == 8);
+
+// ---- enumeration values ----
+
+enum ArtType : std::int16_t {
+  kAnyArt = -1,
+  kUnknownArt = 0,
+  kGroupArt = 1,
+  kPathArt = 2,
+  kCompoundPathArt = 3,
+};
+
+enum AIPaintOrder : std::int16_t {
+  kPlaceDefault = 0,
+  kPlaceAbove = 1,
+  kPlaceBelow = 2,
+  kPlaceInsideOnTop = 3,
+  kPlaceInsideOnBottom = 4,
+  kPlaceAboveAll = 5,
+  kPlaceBelowAll = 6,
+};
+
+enum AITabletDataType : std::int32_t {
+  kTabletPressure = 0,
+  kTabletStylusWheel = 1,
+  kTabletTilt = 2,
+  kTabletBearing = 3,
+  kTabletRotation = 4,
+};
+
+enum AICharacterEncoding : std::int32_t {
+  kAIPlatformCharacterEncoding = 0,  ///< on Windows the system's ANSI code page
+  kAIUTF8CharacterEncoding = 1,
+  kAIUTF16CharacterEncoding = 2,
+  kAIRomanCharacterEncoding = 0x10,
+};
+
+/// Option bits of a file format, at registration and in a message.
+inline constexpr std::int32_t kFileFormatRead = 1 << 0;
+
+// ---- suites ----
+
+/// The two things by which a suite is asked for; names are exact, case counts.
+struct SuiteId {
+  const char* name;
+  std::int32_t version;
+};
+
+/// A slot of a suite that nobody here calls.
+using ReservedSlot = void (*)();
+
+}  // namespace hostapi
+
+/// Slot n of a suite lies at byte 8 * n.
+#define HOSTAPI_SLOT(Suite, function, slot) \
+  static_assert(offsetof(Suite, function) == std::size_t{8} * (slot), #Suite "::" #function)
+#define HOSTAPI_SLOT_COUNT(Suite, count) \
+  static_assert(sizeof(Suite) == std::size_t{8} * (count), #Suite)

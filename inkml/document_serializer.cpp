@@ -1,0 +1,128 @@
+#include "inkml/document_serializer.h"
+
+#include <cstdio>
+#include <memory>
+#include <mutex>
+
+#include "inkml/annotations.h"
+#include "inkml/file_check.h"
+#include "inkml/xml_helpers.h"
+#include "inkml/xpath.h"
+#include "platform/file.h"
+
+namespace Orvo {
+
+namespace {
+
+bool isRefused(std::FILE* file, XmlEncoding encoding) {
+  return checkFile(file, encoding).refusal != FileRefusal::none;
+}
+
+}  // namespace
+
+// The serializer of one layer, known to the document serializer while it lives.
+class DocumentSerializer::CurrentLayer {
+ public:
+  CurrentLayer(DocumentSerializer& owner, Layer& layer)
+      : owner_(owner), serializer_(std::make_unique<LayerSerializer>("tracegroup", &layer, 0)) {
+    const std::lock_guard guard(owner_.layerChange_);
+    owner_.currentLayerSerializer = serializer_.get();
+    owner_.readingLayer_ = true;
+  }
+  ~CurrentLayer() {
+    const std::lock_guard guard(owner_.layerChange_);
+    owner_.readingLayer_ = false;
+  }
+  CurrentLayer(const CurrentLayer&) = delete;
+  CurrentLayer& operator=(const CurrentLayer&) = delete;
+
+  bool read(const TiXmlElement& element) { return serializer_->read(&element); }
+
+ private:
+  DocumentSerializer& owner_;
+  std::unique_ptr<LayerSerializer> serializer_;
+};
+
+bool DocumentSerializer::write(const wchar_t* path, IXmlSerializable& definitions) {
+  TiXmlDocument xml;
+  if (!buildTree(xml, definitions)) return false;
+  std::FILE* file = platform::openFile(path, "w");
+  if (file == nullptr) return false;
+  xml.SaveFile(file);
+  // What the buffer still holds is an error of the stream only when it is written.
+  std::fflush(file);
+  const bool good = std::ferror(file) == 0;
+  std::fclose(file);
+  return good;
+}
+
+bool DocumentSerializer::write(const char* path, IXmlSerializable& definitions) {
+  TiXmlDocument xml;
+  return buildTree(xml, definitions) && xml.SaveFile(path);
+}
+
+bool DocumentSerializer::read(const wchar_t* path, IXmlSerializable& definitions) {
+  std::FILE* file = platform::openFile(path, "rb");
+  if (file == nullptr) return false;
+  TiXmlDocument xml;
+  const bool good = !isRefused(file, XmlEncoding::utf8) &&
+                    xml.LoadFile(file, TIXML_ENCODING_UTF8) && read(xml, definitions);
+  std::fclose(file);
+  return good;
+}
+
+bool DocumentSerializer::read(const char* path, IXmlSerializable& definitions) {
+  if (aborted) return false;
+  std::FILE* file = std::fopen(path, "rb");
+  if (file == nullptr) return false;
+  const bool refused = isRefused(file, XmlEncoding::declared);
+  std::fclose(file);
+  TiXmlDocument xml(path);
+  return !refused && xml.LoadFile() && read(xml, definitions);
+}
+
+bool DocumentSerializer::read(TiXmlDocument& xml, IXmlSerializable& definitions) {
+  const TiXmlNode* ink = findChild(xml, "ink");
+  if (ink == nullptr) return false;
+  definitions.read(findChild(*ink, "definitions"));
+  if (!readLayers(*ink) || !readAnnotations(*ink)) return false;
+  document->complete.value = true;
+  return true;
+}
+
+bool DocumentSerializer::readLayers(const TiXmlNode& ink) {
+  for (const TiXmlElement* group : selectElements(&ink, "tracegroup")) {
+    if (aborted) return false;
+    Layer layer;
+    if (CurrentLayer(*this, layer).read(*group)) document->append(layer);
+  }
+  return true;
+}
+
+bool DocumentSerializer::readAnnotations(const TiXmlNode& ink) {
+  for (const TiXmlElement* annotation : selectElements(&ink, "annotation")) {
+    if (aborted) return false;
+    readAnnotation(*annotation, document->annotations());
+  }
+  return true;
+}
+
+bool DocumentSerializer::buildTree(TiXmlDocument& xml, IXmlSerializable& definitions) {
+  linkChild(xml, std::make_unique<TiXmlDeclaration>("1.0", "", ""));
+  TiXmlElement& ink = linkChild(xml, std::make_unique<TiXmlElement>("ink"));
+  definitions.write(ink);
+  writeAnnotations(document->annotations(), ink);
+  std::uint32_t index = 0;
+  for (Layer& layer : *document) {
+    if (!LayerSerializer("tracegroup", &layer, index++).write(ink)) return false;
+  }
+  return true;
+}
+
+void DocumentSerializer::cancel() {
+  aborted = true;
+  const std::lock_guard guard(layerChange_);
+  if (readingLayer_) currentLayerSerializer->aborted = true;
+}
+
+}  // namespace Orvo

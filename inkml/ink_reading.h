@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstdio>
+#include <memory>
+
+#include "inkml/definitions.h"
+#include "inkml/ink_report.h"
+#include "model/document.h"
+
+namespace Orvo {
+
+/// An ink file as `DocumentSerializer` reads it, with a report of how it went. Nothing is printed
+/// or logged.
+struct InkReading {
+  std::unique_ptr<Document> document;  ///< Never null; complete when there is no failure.
+  std::unique_ptr<InkMLDefinitions> definitions;  ///< Never null.
+  InkReport report;
+};
+
+/// Reads the file at `path` (wide, zero-terminated).
+InkReading readInk(const wchar_t* path);
+
+/// Reads an open file, from its start, and leaves it open.
+InkReading readInk(std::FILE* file);
+
+}  // namespace Orvo

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "model/region.h"
+
+namespace Orvo {
+
+/// The points of one pen-down to pen-up.
+class Stroke final : public Region<Point> {
+ public:
+  void prepend(const Point& point) override { pushFront(point); }
+  void extendBounds(const Point& point) override { extendBox(bounds(), point); }
+};
+
+}  // namespace Orvo

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "model/point.h"
+#include "model/rotation.h"
+
+namespace Orvo {
+
+/// What `Region<T>::accept` calls on each element, front to back.
+template <typename T>
+class RegionVisitor {
+ public:
+  RegionVisitor() = default;
+  RegionVisitor(const RegionVisitor&) = delete;
+  RegionVisitor& operator=(const RegionVisitor&) = delete;
+  virtual ~RegionVisitor() = default;
+
+  /// Gets the stored element itself and may change it. False stops the walk.
+  virtual bool visit(T& element) = 0;
+};
+
+/// Turns each element about the origin; never stops the walk.
+template <typename T>
+class Rotator final : public RegionVisitor<T> {
+ public:
+  explicit Rotator(float radians) : angle(radians) {}
+
+  bool visit(T& element) override {
+    element.rotate(angle);
+    return true;
+  }
+
+  float angle;  ///< In radians.
+};
+
+template <>
+inline bool Rotator<Point>::visit(Point& element) {
+  if (angle != 0.0F) rotatePoint(element, angle);
+  return true;
+}
+
+/// Moves each element; never stops the walk.
+template <typename T>
+class Shifter final : public RegionVisitor<T> {
+ public:
+  Shifter(double horizontal, double vertical) : dx(horizontal), dy(vertical) {}
+
+  bool visit(T& element) override {
+    element.shift(dx, dy);
+    return true;
+  }
+
+  double dx;  ///< In the units of the points.
+  double dy;
+};
+
+template <>
+inline bool Shifter<Point>::visit(Point& element) {
+  element.x.value += dx;
+  element.y.value += dy;
+  return true;
+}
+
+}  // namespace Orvo

@@ -1,0 +1,123 @@
+#include "penfile/packets.h"
+
+#include "log/logger.h"
+
+namespace Orvo {
+namespace {
+
+unsigned char readByte(PenFileStream& stream) {
+  return stream.read<1>()[0];
+}
+
+std::int16_t signed16(unsigned char high, unsigned char low) {
+  return static_cast<std::int16_t>(high << 8 | low);
+}
+
+std::int16_t readSigned16(PenFileStream& stream) {
+  const auto [high, low] = stream.read<2>();
+  return signed16(high, low);
+}
+
+std::int32_t widenSigned(unsigned char byte) {
+  return static_cast<std::int32_t>(static_cast<signed char>(byte));
+}
+
+std::uint32_t widenedBits(unsigned char byte) {
+  return static_cast<std::uint32_t>(widenSigned(byte));
+}
+
+}  // namespace
+
+bool BasePacket::readLength(PenFileStream& stream) const {
+  unsigned char code = 0;
+  return stream.readByte(code) && decodeLength(code) == expectedLength.value;
+}
+
+bool FileDescriptor::readFromStream(PenFileStream& stream) {
+  if (!stream.isReadable()) return false;
+  if (readByte(stream) != tag.value) {
+    logMessage("FileDescriptor", "readFromStream", "bad packet tag: 1 expected for file descriptor",
+               LogLevel::severe);
+    return false;
+  }
+  if (!readLength(stream)) return false;
+  const auto payload = stream.read<4>();
+  descriptorByte0 = payload[0];
+  coordinateFormat = payload[1];
+  if (coordinateFormat != 2) {
+    logMessage("FileDescriptor", "readFromStream",
+               "Invalid coordinate format - currently only cooridnates are supported",
+               LogLevel::severe);
+    return false;
+  }
+  descriptorByte2 = payload[2];
+  descriptorByte3 = payload[3];
+  return true;
+}
+
+bool PhysicalParams::readFromStream(PenFileStream& stream) {
+  if (!readLength(stream)) return false;
+  paramByte0 = readByte(stream);
+  paramWord1 = stream.read<2>();
+  paramWord2 = stream.read<2>();
+  paramByte5 = readByte(stream);
+  paramByte6 = readByte(stream);
+  return !stream.failed();
+}
+
+bool FileDateTime::readFromStream(PenFileStream& stream) {
+  if (!readLength(stream)) return false;
+  dateTimeBytes = stream.read<7>();
+  return !stream.failed();
+}
+
+bool CoordinatePoint::readFromStream(PenFileStream& stream) {
+  if (!readLength(stream)) return false;
+  x = (readSigned16(stream) + 5.0) / 10.0;
+  y = (readSigned16(stream) + 2.5) / 5.0;
+  return !stream.failed();
+}
+
+bool PressureData::readFromStream(PenFileStream& stream) {
+  if (!readLength(stream)) return false;
+  const auto [algorithm, ignored, high, low] = stream.read<4>();
+  if (stream.failed()) return false;
+  const std::int16_t raw = signed16(high, low);
+  if (algorithm == 1 || algorithm == 5) {
+    pressure = static_cast<std::uint16_t>(raw) / 4;
+  } else if (algorithm == 6) {
+    pressure = raw;
+  } else {
+    logMessage("PressureData", "readFromStream", "invalid pressure algorithm type",
+               LogLevel::warning);
+    return false;
+  }
+  return true;
+}
+
+bool TiltData::readFromStream(PenFileStream& stream) {
+  if (!readLength(stream)) return false;
+  const auto payload = stream.read<4>();
+  tiltX = widenSigned(payload[0]);
+  tiltY = widenSigned(payload[1]);
+  return !stream.failed();
+}
+
+bool TimestampData::readFromStream(PenFileStream& stream) {
+  constexpr unsigned char penTime = 17;
+  timestamp = 0;
+  if (!readLength(stream)) return false;
+  const auto [kind, high, middle, low] = stream.read<4>();
+  if (kind == penTime) {
+    timestamp = ((widenedBits(high) << 8U | widenedBits(middle)) << 8U) | widenedBits(low);
+  }
+  return !stream.failed();
+}
+
+bool Status::readFromStream(PenFileStream& stream) {
+  if (!readLength(stream)) return false;
+  status = readByte(stream);
+  return !stream.failed();
+}
+
+}  // namespace Orvo

@@ -1,0 +1,189 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include "model/property.h"
+#include "penfile/pen_file_stream.h"
+
+/// A pen recording is a plain run of packets: no file header, no padding, no trailer. The first
+/// packet is a file descriptor, the only one of its kind. All numbers are big-endian.
+///
+///     offset  size        field
+///     0       1           tag: selects the packet
+///     1       1           length code: the length of the whole packet, tag and length code
+///     included 2       length - 2  payload
+///
+/// Offsets in the tables below count from the first payload byte. A packet of any other tag is
+/// skipped by its length code.
+namespace Orvo {
+
+/// The first byte of a packet.
+enum class PacketTag : unsigned char {
+  unreadable = 0,
+  fileDescriptor = 1,
+  physicalParams = 17,
+  fileDateTime = 49,
+  coordinatePoint = 97,
+  pressureData = 100,
+  tiltData = 101,
+  timestampData = 194,
+  status = 241,
+};
+
+inline constexpr std::array<unsigned, 4> powersOfSix{1, 6, 36, 216};
+
+/// The length in bytes that a length code stands for: its low six bits (0 to 63) times 6 (not 2,
+/// not 4) to the power of its top two bits, that is times 1, 6, 36 or 216. Both 0x06 and 0x41
+/// mean 6.
+constexpr unsigned decodeLength(unsigned char code) {
+  return powersOfSix[code >> 6U] * (code & 0x3FU);
+}
+
+/// What all packets share: a tag and one fixed length.
+class BasePacket {
+ public:
+  /// Reads the rest of one packet, the stream standing right behind its tag, and stores its fields.
+  /// False when the length code does not mean the fixed length, and on a read error. A payload cut
+  /// by the end of the file is not an error: what is missing is zero.
+  virtual bool readFromStream(PenFileStream& stream) = 0;
+
+  Property<unsigned char> expectedLength;  ///< Bytes of the whole packet.
+  Property<unsigned char> tag;
+
+ protected:
+  BasePacket(PacketTag packetTag, unsigned char length)
+      : expectedLength(length), tag(static_cast<unsigned char>(packetTag)) {}
+  BasePacket(const BasePacket&) = default;
+  BasePacket& operator=(const BasePacket&) = default;
+  ~BasePacket() = default;
+
+  /// Reads the length code; true when it means the fixed length.
+  bool readLength(PenFileStream& stream) const;
+};
+
+/// Tag 1, 6 bytes: opens the file.
+///
+///     0  1  descriptorByte0   unsigned; kept, no known meaning
+///     1  1  coordinateFormat  must be 2
+///     2  1  descriptorByte2   unsigned; kept, no known meaning
+///     3  1  descriptorByte3   unsigned; kept, no known meaning
+class FileDescriptor final : public BasePacket {
+ public:
+  FileDescriptor() : BasePacket(PacketTag::fileDescriptor, 6) {}
+
+  /// Reads its own tag too. Any other tag and any other format fail with a SEVERE line in the log;
+  /// bytes 2 and 3 are stored only when the format is right.
+  bool readFromStream(PenFileStream& stream) override;
+
+  unsigned char descriptorByte0 = 0;
+  unsigned char coordinateFormat = 0;
+  unsigned char descriptorByte2 = 0;
+  unsigned char descriptorByte3 = 0;
+};
+
+/// Tag 17, 9 bytes: kept as it stands, no known meaning.
+///
+///     0  1  paramByte0
+///     1  2  paramWord1  two bytes in file order
+///     3  2  paramWord2  two bytes in file order
+///     5  1  paramByte5
+///     6  1  paramByte6
+class PhysicalParams final : public BasePacket {
+ public:
+  PhysicalParams() : BasePacket(PacketTag::physicalParams, 9) {}
+  bool readFromStream(PenFileStream& stream) override;
+
+  unsigned char paramByte0 = 0;
+  std::array<unsigned char, 2> paramWord1{};
+  std::array<unsigned char, 2> paramWord2{};
+  unsigned char paramByte5 = 0;
+  unsigned char paramByte6 = 0;
+};
+
+/// Tag 49, 9 bytes: seven bytes kept in file order, no known meaning.
+class FileDateTime final : public BasePacket {
+ public:
+  FileDateTime() : BasePacket(PacketTag::fileDateTime, 9) {}
+  bool readFromStream(PenFileStream& stream) override;
+
+  std::array<unsigned char, 7> dateTimeBytes{};
+};
+
+/// Tag 97, 6 bytes: a position of the pen tip.
+///
+///     0  2  signed r: x = (r + 5.0) / 10.0, so -3276.3 to 3277.2
+///     2  2  signed r: y = (r + 2.5) / 5.0, so -6553.1 to 6553.9
+///
+/// The two axes have different scales.
+class CoordinatePoint final : public BasePacket {
+ public:
+  CoordinatePoint() : BasePacket(PacketTag::coordinatePoint, 6) {}
+  bool readFromStream(PenFileStream& stream) override;
+
+  double x = 0.0;
+  double y = 0.0;
+};
+
+/// Tag 100, 6 bytes: the pressure from here on.
+///
+///     0  1  pressureAlgorithm: 1, 5 or 6
+///     1  1  ignored
+///     2  2  unsigned raw: with 1 and 5 the pressure is raw / 4 (0 to 16383); with 6 it is raw
+///     taken
+///           as signed (-32768 to 32767)
+class PressureData final : public BasePacket {
+ public:
+  PressureData() : BasePacket(PacketTag::pressureData, 6) {}
+
+  /// Any other algorithm fails with a WARNING line in the log and leaves the pressure as it was.
+  bool readFromStream(PenFileStream& stream) override;
+
+  std::int32_t pressure = 0;
+};
+
+/// Tag 101, 6 bytes: the tilt from here on.
+///
+///     0  1  tilt x, signed (-128 to 127)
+///     1  1  tilt y, signed
+///     2  2  ignored
+class TiltData final : public BasePacket {
+ public:
+  TiltData() : BasePacket(PacketTag::tiltData, 6) {}
+  bool readFromStream(PenFileStream& stream) override;
+
+  std::int32_t tiltX = 0;
+  std::int32_t tiltY = 0;
+};
+
+/// Tag 194, 6 bytes: the time from here on.
+///
+///     0  1  kind: 17, or the time is 0
+///     1  3  time, each byte widened as signed before they are put together: 00 01 00 is 256, but
+///           00 01 80 is 0xFFFFFF80 and 80 00 00 is 0xFF800000
+class TimestampData final : public BasePacket {
+ public:
+  TimestampData() : BasePacket(PacketTag::timestampData, 6) {}
+
+  /// Sets the time to 0 before anything else.
+  bool readFromStream(PenFileStream& stream) override;
+
+  std::uint32_t timestamp = 0;
+};
+
+/// Tag 241, 3 bytes: what the pen does.
+///
+///     0  1  bit 7: a new layer starts; bit 0: the pen is down when set, up when clear; the other
+///           bits are ignored
+class Status final : public BasePacket {
+ public:
+  Status() : BasePacket(PacketTag::status, 3) {}
+  bool readFromStream(PenFileStream& stream) override;
+
+  bool startsLayer() const { return (status & 0x80U) != 0; }
+  bool penIsDown() const { return (status & 0x01U) != 0; }
+
+  unsigned char status = 0;
+};
+
+}  // namespace Orvo

@@ -1,0 +1,74 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+
+#include "platform/file.h"
+
+namespace Orvo {
+
+/// A pen recording opened for reading its bytes in order, through the C library's buffer.
+///
+/// The end of the file, like a read error, is known only after a read came short: a stream that
+/// stands right behind the last byte is not yet at the end. From then on nothing more is read.
+class PenFileStream {
+ public:
+  /// Opens the file; `isOpen` tells whether that succeeded.
+  explicit PenFileStream(const wchar_t* path);
+
+  /// Takes over an open file that stands at its start; null is a file that could not be opened.
+  explicit PenFileStream(std::FILE* file)
+      : file_(file), state_(file != nullptr ? State::good : State::closed) {}
+
+  ~PenFileStream();
+  PenFileStream(const PenFileStream&) = delete;
+  PenFileStream& operator=(const PenFileStream&) = delete;
+
+  bool isOpen() const { return file_ != nullptr; }
+  bool atEnd() const { return state_ == State::atEnd; }
+  /// True after a read error, which is never taken for the end.
+  bool failed() const { return state_ == State::failed; }
+  bool isReadable() const { return state_ == State::good; }
+
+  /// Reads `size` bytes; what the file does not have is zero.
+  template <std::size_t size>
+  std::array<unsigned char, size> read() {
+    std::array<unsigned char, size> bytes{};
+    if (!isReadable()) return bytes;
+    for (unsigned char& byte : bytes) {
+      const int next = platform::readByte(file_);
+      if (next == EOF) {
+        comeShort();
+        break;
+      }
+      byte = static_cast<unsigned char>(next);
+    }
+    return bytes;
+  }
+
+  /// Reads one byte; false, and the byte zero, when there is none.
+  bool readByte(unsigned char& byte) {
+    byte = read<1>()[0];
+    return isReadable();
+  }
+
+  /// Moves to `position` bytes from the start; beyond the end is allowed. Forgets the end if it was
+  /// met. A file that cannot be positioned counts as failed.
+  void seek(std::int64_t position);
+
+  /// The size of the file in bytes, or -1 when it is not known. Leaves the position undefined:
+  /// `seek` before the next read.
+  std::int64_t measure();
+
+ private:
+  enum class State { good, closed, atEnd, failed };
+
+  void comeShort();
+
+  std::FILE* file_;
+  State state_;
+};
+
+}  // namespace Orvo

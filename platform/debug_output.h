@@ -1,0 +1,12 @@
+#pragma once
+
+namespace platform {
+
+/// Hands `text` (zero-terminated, as it stands, no newline added) to the debugger. Natively it is
+/// written to standard error, unbuffered.
+void debugOutput(const char* text);
+
+/// The same for wide text; natively it is written as UTF-8.
+void debugOutput(const wchar_t* text);
+
+}  // namespace platform

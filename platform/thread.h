@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+namespace platform {
+
+/// The system's numeric id of the calling thread.
+std::uint64_t currentThreadId();
+
+/// A lock that one thread at a time holds; the holder may take it again, and gives it back as
+/// often. Works with `std::lock_guard`.
+class CriticalSection {
+ public:
+  CriticalSection();
+  ~CriticalSection();
+  CriticalSection(const CriticalSection&) = delete;
+  CriticalSection& operator=(const CriticalSection&) = delete;
+
+  void lock();
+  void unlock();
+
+ private:
+  struct Native;
+  std::unique_ptr<Native> native_;
+};
+
+}  // namespace platform

@@ -1,0 +1,187 @@
+// From an ink document to the host's art.
+#include <cstdio>
+
+#include "hostapi/ai_art_set_suite.h"
+#include "hostapi/ai_art_style_suite.h"
+#include "hostapi/ai_art_suite.h"
+#include "hostapi/ai_layer_suite.h"
+#include "platform/debug_output.h"
+#include "plugin/error.h"
+#include "plugin/kvoexportfileplugin.h"
+#include "plugin/unicode_string.h"
+
+using namespace hostapi;
+
+namespace {
+
+constexpr char kNamedStyle[] = "kvoaiexportset";
+
+// The building of paths throws the host's code as it is, not as ai::Error: the host is then told
+// 'CANT', whatever the code was.
+void throwPlainIfFailed(AIErr code) {
+  if (code != kNoErr) throw code;  // NOLINT: a plain integer is what is thrown here
+}
+
+AIArtHandle newPath(AILayerHandle layer) {
+  AIArtHandle group = nullptr;
+  AIArtHandle path = nullptr;
+  if (call(&AIArtSuite::GetFirstArtOfLayer, layer, &group) == kNoErr) {
+    call(&AIArtSuite::NewArt, kPathArt, kPlaceInsideOnTop, group, &path);
+  } else {
+    throwPlainIfFailed(
+        call(&AIArtSuite::NewArt, kPathArt, kPlaceAboveAll, AIArtHandle{nullptr}, &path));
+  }
+  return path;
+}
+
+std::uint64_t countArt(AIArtSet set, AIErr& result) {
+  std::uint64_t count = 0;
+  result = call(&AIArtSetSuite::CountArtSet, set, &count);
+  return count;
+}
+
+// Gives every object of the layer the style; result becomes the code of the last call that counts.
+void styleLayer(AILayerHandle layer, AIArtStyleHandle style, AIErr& result) {
+  AIArtSet set = nullptr;
+  call(&AIArtSetSuite::NewArtSet, &set);
+  call(&AIArtSetSuite::LayerArtSet, layer, set);
+  const std::uint64_t count = countArt(set, result);
+  for (std::uint64_t index = 0; index < count; ++index) {
+    AIArtHandle art = nullptr;
+    call(&AIArtSetSuite::IndexArtSet, set, index, &art);
+    result = call(&AIArtStyleSuite::SetArtStyle, art, style);
+  }
+}
+
+}  // namespace
+
+void kvoexportfileplugin::buildArt(const Orvo::SharedRef<Orvo::Document>& ink) {
+  const ai::UnicodeString styleName(kNamedStyle);
+  namedStyle = nullptr;
+  call(&AIArtStyleSuite::AddNamedStyle, brushStyle, styleName.body(), AIBoolean{1}, &namedStyle);
+
+  const Orvo::Document document = *ink;
+  takeBounds(document);
+  setupPage();
+  std::printf("there are %zu layers in this document\n", document.size());
+
+  const PageMap map(inkBounds, documentSetup);
+  AILayerHandle layer = firstHostLayer();
+  bool isFirst = true;
+  for (const Orvo::Layer& inkLayer : document) {
+    if (!isFirst) layer = newHostLayer();
+    isFirst = false;
+    for (const Orvo::Stroke& stroke : inkLayer) {
+      if (stroke.size() >= 2) buildStrokePath(stroke, layer, map);
+    }
+  }
+
+  const AIErr result = applyArtStyle();
+  if (result == kNoErr) return;
+  platform::debugOutput(L"SetArtStyle failed ");
+  throw ai::Error(result);
+}
+
+void kvoexportfileplugin::takeBounds(const Orvo::Document& ink) {
+  inkBounds = ink.bounds();
+  const Orvo::Point& topLeft = inkBounds.minCorner.value;
+  const Orvo::Point& bottomRight = inkBounds.maxCorner.value;
+  inkWidth = static_cast<float>(bottomRight.x.value - topLeft.x.value);
+  inkHeight = static_cast<float>(bottomRight.y.value - topLeft.y.value);
+}
+
+void kvoexportfileplugin::setupPage() {
+  const AIErr result = setupCalls.get(documentSetup);
+  documentSetup.width = inkWidth * kInkToPoints;
+  documentSetup.height = inkHeight * kInkToPoints;
+  ai::throwIfFailed(result);
+  const AIRealPoint origin{0, 0};
+  ai::throwIfFailed(call(&AIDocumentSuite::SetDocumentRulerOrigin, &origin));
+  ai::throwIfFailed(setupCalls.set(documentSetup));
+}
+
+// The one layer of a new document; the first ink layer goes there.
+AILayerHandle kvoexportfileplugin::firstHostLayer() {
+  std::int32_t count = 0;
+  AILayerHandle layer = nullptr;
+  call(&AILayerSuite::CountLayers, &count);
+  call(&AILayerSuite::GetFirstLayer, &layer);
+  call(&AILayerSuite::SetCurrentLayer, layer);
+  ai::throwIfFailed(call(&AILayerSuite::SetLayerEditable, layer, AIBoolean{1}));
+  return layer;
+}
+
+AILayerHandle kvoexportfileplugin::newHostLayer() {
+  std::int32_t count = 0;
+  AILayerHandle layer = nullptr;
+  call(&AILayerSuite::CountLayers, &count);
+  ai::throwIfFailed(
+      call(&AILayerSuite::InsertLayer, AILayerHandle{nullptr}, kPlaceAboveAll, &layer));
+  call(&AILayerSuite::SetCurrentLayer, layer);
+  ai::throwIfFailed(call(&AILayerSuite::SetLayerEditable, layer, AIBoolean{1}));
+  return layer;
+}
+
+// An open path of straight pieces from point to point, with the pressure as tablet data. The
+// segment count is cut to the host's 16 bits and set twice.
+void kvoexportfileplugin::buildStrokePath(const Orvo::Stroke& stroke, AILayerHandle layer,
+                                          const PageMap& map) {
+  const AIArtHandle path = newPath(layer);
+  const auto pointCount = static_cast<std::int32_t>(stroke.size());
+  const auto segmentCount = static_cast<std::int16_t>(pointCount);
+  throwPlainIfFailed(call(&AIPathSuite::SetPathSegmentCount, path, segmentCount));
+  fillSegments(stroke, map);
+  throwPlainIfFailed(call(&AIPathSuite::SetPathSegmentCount, path, segmentCount));
+  throwPlainIfFailed(
+      call(&AIPathSuite::SetPathSegments, path, std::int16_t{0}, segmentCount, segments.data()));
+  throwPlainIfFailed(call(&AIPathSuite::SetPathClosed, path, AIBoolean{0}));
+
+  const AIErr result =
+      call(&AITabletDataSuite::SetTabletData, path, profiles.data(), pointCount, kTabletPressure);
+  if (result != kNoErr) platform::debugOutput(L"SetTabletData failed ");
+  throwPlainIfFailed(result);
+}
+
+// A segment's control points are the anchors before and after it, so that each cubic piece runs
+// straight. The last segment is made from the last point but one: its anchor repeats the segment
+// before, its pressure is shifted as an integer, and the real last point only serves as a control
+// point. That is what the pen's files have always become, and stays.
+void kvoexportfileplugin::fillSegments(const Orvo::Stroke& stroke, const PageMap& map) {
+  const std::size_t count = stroke.size();
+  const auto steps = static_cast<float>(count - 1);
+  segments.resize(count);
+  profiles.resize(count);
+
+  std::size_t i = 0;
+  const Orvo::Point* lastButOne = nullptr;
+  for (const Orvo::Point& point : stroke) {
+    const AIRealPoint anchor = map(point);
+    if (i > 0) segments[i - 1].out = anchor;
+    if (i + 1 == count) break;
+    segments[i] = {.p = anchor, .in = i > 0 ? segments[i - 1].p : anchor, .out = {}, .corner = 0};
+    profiles[i] = {.offset = static_cast<float>(i) / steps,
+                   .value = static_cast<float>(point.pressure.value * kPressureScale)};
+    lastButOne = &point;
+    ++i;
+  }
+
+  const AIRealPoint anchor = segments[i - 1].p;
+  segments[i] = {.p = anchor, .in = anchor, .out = anchor, .corner = 0};
+  profiles[i] = {.offset = 1.0F, .value = static_cast<float>(lastButOne->pressure.value >> 10)};
+}
+
+// Every object of every layer gets the style, also what was there before. The answer is the code of
+// the last call that counts: reading a layer, counting a set, setting a style.
+AIErr kvoexportfileplugin::applyArtStyle() {
+  AIErr result = kNoErr;
+  std::int32_t count = 0;
+  call(&AILayerSuite::CountLayers, &count);
+  for (std::int32_t index = 0; index < count; ++index) {
+    AILayerHandle layer = nullptr;
+    result = call(&AILayerSuite::GetNthLayer, index, &layer);
+    AIBoolean hasArt = 1;
+    call(&AILayerSuite::LayerHasArt, layer, &hasArt);
+    if (hasArt != 0) styleLayer(layer, namedStyle, result);
+  }
+  return result;
+}

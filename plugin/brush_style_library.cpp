@@ -1,0 +1,45 @@
+// The library file that holds the art style which turns pressure into width.
+#include <string>
+
+#include "hostapi/ai_art_style_suite.h"
+#include "hostapi/ai_path_style_suite.h"
+#include "platform/debug_output.h"
+#include "platform/folders.h"
+#include "plugin/error.h"
+#include "plugin/file_path.h"
+#include "plugin/kvoexportfileplugin.h"
+
+using namespace hostapi;
+
+namespace {
+
+constexpr char kLibraryFile[] = "\\Penwick\\brush_pressure.ai";
+constexpr char kLibraryStyle[] = "TrillowStyle";
+
+// Empty when the system does not tell it.
+std::wstring libraryFolder() {
+  const std::optional<std::wstring> folder = platform::localAppDataFolder();
+  if (!folder) return {};
+  platform::debugOutput(folder->c_str());
+  return *folder;
+}
+
+ai::FilePath libraryPath() {
+  ai::UnicodeString text = ai::UnicodeString::fromWide(libraryFolder());
+  text.append(ai::UnicodeString(kLibraryFile));
+  return ai::FilePath(text);
+}
+
+}  // namespace
+
+// A missing library shows as a missing style: the import's own result is not looked at. The host is
+// not told when the document is no longer needed; it keeps it until it quits.
+void kvoexportfileplugin::loadBrushStyle() {
+  const ai::FilePath path = libraryPath();
+  brushDocument = nullptr;
+  brushStyle = nullptr;
+  call(&AIPathStyleSuite::ImportStyles, path.body(), &brushDocument);
+  const ai::UnicodeString styleName(kLibraryStyle);
+  ai::throwIfFailed(call(&AIArtStyleSuite::GetArtStyleByNameFromDocument, &brushStyle,
+                         styleName.body(), brushDocument));
+}

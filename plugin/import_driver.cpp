@@ -1,0 +1,106 @@
+// Start-up, registration of the file format, and the opening of one file.
+#include <array>
+#include <cstdio>
+#include <cstring>
+#include <string>
+
+#include "hostapi/ai_file_format_suite.h"
+#include "hostapi/ai_runtime_suite.h"
+#include "penfile/document_loader.h"
+#include "plugin/file_path.h"
+#include "plugin/guarded.h"
+#include "plugin/kvoexportfileplugin.h"
+
+using namespace hostapi;
+
+namespace {
+
+constexpr char kPluginName[] = "kvoexportfile";
+constexpr char kFormatName[] = "  Morva Penwick vector files";  // two leading blanks
+constexpr char kFormatTitle[] = " Morva Penwick vector files";  // one leading blank
+constexpr std::size_t kTitleBufferSize = 1024;  // zero-filled: a host may read a length from it
+
+// What a file-format message asks, from either known layout of its record.
+struct OpenRequest {
+  std::int32_t option;
+  const FilePathBody& file;
+};
+
+// A file specification begins with a drive letter and ':' or with two backslashes.
+bool hasSpecification(const void* record) {
+  const char* bytes =
+      static_cast<const AIFileFormatMessageWithSpecification*>(record)->specification;
+  const bool letter = (bytes[0] >= 'A' && bytes[0] <= 'Z') || (bytes[0] >= 'a' && bytes[0] <= 'z');
+  return (letter && bytes[1] == ':') || (bytes[0] == '\\' && bytes[1] == '\\');
+}
+
+OpenRequest readRequest(const void* record) {
+  if (hasSpecification(record)) {
+    const auto& message = *static_cast<const AIFileFormatMessageWithSpecification*>(record);
+    return {message.option, message.filePath};
+  }
+  const auto& message = *static_cast<const AIFileFormatMessage*>(record);
+  return {message.option, message.filePath};
+}
+
+bool isOneOf(const ai::UnicodeString& extension, const char* first, const char* second) {
+  return extension.compare(ai::UnicodeString(first)) == 0 ||
+         extension.compare(ai::UnicodeString(second)) == 0;
+}
+
+// Exact and case-sensitive. Another extension leaves the kind of the file before, on purpose.
+void chooseFileKind(const ai::UnicodeString& extension) {
+  if (isOneOf(extension, "pnx", "eli")) {
+    Orvo::fileKind = Orvo::kPenFile;
+  } else if (isOneOf(extension, "kvo", "inkml")) {
+    Orvo::fileKind = Orvo::kInkML;
+  }
+}
+
+std::int32_t versionNumber(std::int32_t (*AIRuntimeSuite::*function)()) {
+  const auto* suite = heldSuite<AIRuntimeSuite>;
+  return suite == nullptr || suite->*function == nullptr ? 0 : (suite->*function)();
+}
+
+}  // namespace
+
+kvoexportfileplugin::kvoexportfileplugin(SPPluginRef selfReference) : Plugin(selfReference) {
+  setName(kPluginName);
+}
+
+SPErr kvoexportfileplugin::message(std::string_view caller, std::string_view selector,
+                                   void* record) {
+  return guarded(caller, selector, [&] { return Plugin::message(caller, selector, record); });
+}
+
+SPErr kvoexportfileplugin::startupPlugin(SPInterfaceMessage* record) {
+  ai::throwIfFailed(Plugin::startupPlugin(record));
+  appMajorVersion = versionNumber(&AIRuntimeSuite::GetAppMajorVersion);
+  appMinorVersion = versionNumber(&AIRuntimeSuite::GetAppMinorVersion);
+  const std::int32_t printedMinor = versionNumber(&AIRuntimeSuite::GetAppMinorVersion);
+  std::printf("AI Major version %d , Minor version %d\n", appMajorVersion, printedMinor);
+  registerFileFormat(record);
+  return kNoErr;
+}
+
+void kvoexportfileplugin::registerFileFormat(SPInterfaceMessage* record) {
+  std::vector<unsigned char> title(kTitleBufferSize);
+  std::memcpy(title.data(), kFormatTitle, sizeof kFormatTitle);
+  char extensions[] = "pnx,kvo";
+  const PlatformAddFileFormatData data{
+      .type = 0, .title = title.data(), .titleOrder = 0, .extension = extensions};
+  ai::throwIfFailed(call(&AIFileFormatSuite::AddFileFormat, record->d.self, kFormatName, &data,
+                         kFileFormatRead, &fileFormat, 0));
+}
+
+SPErr kvoexportfileplugin::goFileFormat(void* record) {
+  const OpenRequest request = readRequest(record);
+  const ai::UnicodeString path = ai::fullPath(request.file, false);
+  chooseFileKind(ai::FilePath(request.file).GetFileExtension());
+  loadBrushStyle();
+  if ((request.option & kFileFormatRead) == 0) return kNoErr;
+
+  const Orvo::SharedRef<Orvo::Document> ink = Orvo::loadDocument(path.toWide().c_str());
+  if (ink && ink->complete.value) buildArt(ink);
+  return kNoErr;
+}

@@ -1,0 +1,110 @@
+#include "plugin/suites.h"
+
+#include <array>
+#include <vector>
+
+#include "hostapi/ai_art_set_suite.h"
+#include "hostapi/ai_art_style_suite.h"
+#include "hostapi/ai_art_suite.h"
+#include "hostapi/ai_document_suite.h"
+#include "hostapi/ai_file_format_suite.h"
+#include "hostapi/ai_file_path_suite.h"
+#include "hostapi/ai_layer_suite.h"
+#include "hostapi/ai_notifier_suite.h"
+#include "hostapi/ai_path_style_suite.h"
+#include "hostapi/ai_path_suite.h"
+#include "hostapi/ai_runtime_suite.h"
+#include "hostapi/ai_tablet_data_suite.h"
+#include "hostapi/ai_unicode_string_suite.h"
+#include "hostapi/ai_user_suite.h"
+#include "hostapi/sp_access_suite.h"
+#include "hostapi/sp_plugins_suite.h"
+#include "hostapi/uncalled_suites.h"
+
+using namespace hostapi;
+
+namespace {
+
+// One suite of the list: how it is asked for and where its pointer goes.
+struct Row {
+  SuiteId id;
+  void (*keep)(const void* table);
+  bool held = false;
+};
+
+template <class Suite>
+Row called() {
+  return {Suite::kId,
+          [](const void* table) { heldSuite<Suite> = static_cast<const Suite*>(table); }};
+}
+
+Row uncalled(SuiteId id) {
+  return {id, [](const void*) {}};
+}
+
+std::vector<Row> makeRows() {
+  std::vector<Row> rows = {
+      // the frame's
+      called<SPAccessSuite>(),
+      called<SPPluginsSuite>(),
+      called<AINotifierSuite>(),
+      uncalled(kContextSuite),
+      called<AIUserSuite>(),
+      called<AIFilePathSuite>(),
+      uncalled(kFoldersSuite),
+      // the plug-in's
+      called<AIUnicodeStringSuite>(),
+      uncalled(kBlocksSuite),
+      called<AIFileFormatSuite>(),
+      called<AIDocumentSuite>(),
+      uncalled(kTextFrameSuite),
+      called<AIArtSuite>(),
+      called<AIPathSuite>(),
+      uncalled(kMatchingArtSuite),
+      uncalled(kMdMemorySuite),
+      uncalled(kApplicationSuite),
+      uncalled(kDocumentListSuite),
+      called<AIPathStyleSuite>(),
+      called<AILayerSuite>(),
+      uncalled(kRealBezierSuite),
+      called<AITabletDataSuite>(),
+      called<AIArtStyleSuite>(),
+      uncalled(kShapeConstructionSuite),
+      called<AIRuntimeSuite>(),
+      called<AIArtSetSuite>(),
+  };
+  for (const SuiteId& id : kTextEngineSuites)
+    rows.push_back(uncalled(id));
+  return rows;
+}
+
+std::vector<Row>& rows() {
+  static std::vector<Row> list = makeRows();
+  return list;
+}
+
+int acquisitionCount = 0;
+
+}  // namespace
+
+SuitesHolder::SuitesHolder() {
+  if (++acquisitionCount > 1) return;
+  for (Row& row : rows()) {
+    const void* table = nullptr;
+    row.held = basicSuite->AcquireSuite(row.id.name, row.id.version, &table) == kNoErr;
+    row.keep(row.held ? table : nullptr);
+  }
+}
+
+void SuitesHolder::release() {
+  if (acquisitionCount == 0 || --acquisitionCount > 0) return;
+  for (Row& row : rows()) {
+    if (row.held) basicSuite->ReleaseSuite(row.id.name, row.id.version);
+    row.held = false;
+    row.keep(nullptr);
+  }
+}
+
+int SuitesHolder::acquisitions() {
+  return acquisitionCount;
+}

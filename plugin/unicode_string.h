@@ -1,0 +1,44 @@
+// The host's Unicode string, owned.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "hostapi/types.h"
+
+namespace ai {
+
+/// One pointer, so that it can cross the border by address. Its inside belongs to the host. Every
+/// operation but compare and the destructor throws ai::Error with the host's code when it fails; a
+/// constructor that throws leaves nothing behind.
+class UnicodeString {
+ public:
+  UnicodeString() = default;
+  /// 8-bit text in the platform's encoding.
+  explicit UnicodeString(std::string_view text);
+  explicit UnicodeString(std::u16string_view text);
+  UnicodeString(const UnicodeString& other);
+  UnicodeString& operator=(const UnicodeString& other);
+  ~UnicodeString();
+
+  /// From the system's wide text: UTF-16 where wchar_t has 16 bits, code points elsewhere.
+  static UnicodeString fromWide(std::wstring_view text);
+
+  UnicodeString& append(const UnicodeString& other);
+
+  /// Below 0, 0 or above 0, over the whole of both strings.
+  std::int32_t compare(const UnicodeString& other) const;
+
+  /// The text as the system's wide text. Read character by character, as only that function stands
+  /// in the same slot in every known layout of the suite.
+  std::wstring toWide() const;
+
+  hostapi::UnicodeStringBody* body() { return &body_; }
+  const hostapi::UnicodeStringBody* body() const { return &body_; }
+
+ private:
+  hostapi::UnicodeStringBody body_;
+};
+static_assert(sizeof(UnicodeString) == 8);
+
+}  // namespace ai

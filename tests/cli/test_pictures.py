@@ -1,0 +1,83 @@
+import struct
+
+from command import CommandTest, descriptor, stroke
+
+PRESSED = descriptor() + stroke((0, 10), (1000, 500), (2000, 100))
+LIGHT = descriptor() + stroke((0, 10), (100, 200), (300, 50), pressed=0)
+
+
+class Pictures(CommandTest):
+    def test_are_written_in_every_format(self):
+        self.file("a.pnx", PRESSED)
+        for name, start in (("a.svg", b"<?xml"), ("a.pdf", b"%PDF-"), ("a.png", b"\x89PNG\r\n")):
+            self.assert_done("open", "-q", "a.pnx", "-o", name)
+            self.assertTrue((self.folder / name).read_bytes().startswith(start), name)
+
+    def png_size(self, *words):
+        self.assert_done("open", "-q", "a.pnx", "-o", "a.png", *words)
+        return struct.unpack(">II", (self.folder / "a.png").read_bytes()[16:24])
+
+    def test_are_as_large_as_asked(self):
+        self.file("a.pnx", PRESSED)
+        small, large = self.png_size("--dpi", "72"), self.png_size("--dpi", "144")
+        for one, two in zip(small, large):
+            self.assertAlmostEqual(two / one, 2, delta=0.1)
+        width, height = self.png_size("--size", "300x300")
+        self.assertEqual(max(width, height), 300)
+        self.assertEqual(self.png_size("--size", "200")[0], 200)
+
+    def test_have_filled_outlines_or_plain_lines(self):
+        self.file("a.pnx", PRESSED)
+        self.assert_done("open", "-q", "a.pnx", "-o", "a.svg")
+        self.assert_done("open", "-q", "a.pnx", "-o", "b.svg", "--style", "centerline")
+        outline, line = ((self.folder / name).read_text() for name in ("a.svg", "b.svg"))
+        self.assertIn('fill="none"', line)
+        self.assertNotIn('fill="none"', outline)
+        self.assertIn("stroke-width", line)
+
+    def test_of_recordings_without_pressure_come_with_advice(self):
+        self.file("a.pnx", LIGHT)
+        self.penwick("open", "a.pnx", "-o", "a.svg")
+        self.assertEqual(self.errors, "penwick: a.pnx: warning: the recording has no pressure, so "
+                                      "every line is as thin as the brush gets; --pressure 0.5 draws "
+                                      "them as if pressed halfway\n")
+        thin = (self.folder / "a.svg").read_text()
+        self.penwick("open", "a.pnx", "-o", "a.svg", "--pressure", "0.5")
+        self.assertEqual(self.errors, "")
+        self.assertNotEqual((self.folder / "a.svg").read_text(), thin)
+
+    def test_leave_the_art_untouched_by_a_pressure_in_its_place(self):
+        self.file("a.pnx", LIGHT)
+        self.assert_done("open", "-q", "a.pnx", "-o", "a.json")
+        self.assert_done("open", "-q", "a.pnx", "-o", "b.json", "--pressure", "1")
+        self.assertEqual((self.folder / "a.json").read_bytes(), (self.folder / "b.json").read_bytes())
+
+    def test_are_the_same_in_every_locale(self):
+        self.file("a.pnx", PRESSED)
+        for name in ("a.svg", "a.json"):
+            results = set()
+            for locale in ("C", "C.UTF-8", "de_DE.UTF-8"):
+                self.assert_done("open", "-q", "a.pnx", "-o", name, env={"LC_ALL": locale})
+                results.add((self.folder / name).read_bytes())
+            self.assertEqual(len(results), 1)
+
+    def test_too_large_a_picture_is_refused(self):
+        self.file("a.pnx", PRESSED)
+        self.penwick("open", "-q", "a.pnx", "-o", "a.png", "--dpi", "1000000")
+        self.assertEqual(self.result.returncode, 1)
+        self.assertEqual(self.errors.count("\n"), 1)
+        self.assertNotIn("a.png", self.files())
+
+    def test_wrong_words_are_usage_errors(self):
+        self.file("a.pnx")
+        for words in (["--background", "blurple"], ["--background", "#12"], ["--size", "0x5"],
+                      ["--size", "big"], ["--pressure", "2"], ["--dpi", "-1"], ["--style", "oil"]):
+            self.penwick("open", "a.pnx", "-o", "a.png", *words)
+            self.assertEqual(self.result.returncode, 2, words)
+            self.assertEqual(self.errors.count("\n"), 1, words)
+
+    def test_a_background_fills_the_picture(self):
+        self.file("a.pnx", PRESSED)
+        self.assert_done("open", "-q", "a.pnx", "-o", "a.svg", "--background", "#ff8000")
+        self.assertIn("#ff8000", (self.folder / "a.svg").read_text())
+

@@ -1,0 +1,80 @@
+import pathlib
+import re
+import subprocess
+
+from command import CommandTest
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
+
+
+class Usage(CommandTest):
+    def assert_usage(self, words, text):
+        before = self.files()
+        self.penwick(*words)
+        self.assertEqual(self.result.returncode, 2, self.errors)
+        self.assertEqual(self.errors.count("\n"), 1)
+        self.assertTrue(self.errors.startswith("penwick: "))
+        self.assertIn(text, self.errors)
+        self.assertEqual(self.files(), before)
+
+    def test_help_is_given_for_everything(self):
+        for words in (["--help"], ["open", "--help"], ["ink", "--help"],
+                      ["convert", "--help"]):
+            self.assert_done(*words)
+            self.assertIn("Usage: penwick", self.out)
+        self.penwick("--help")
+        self.assertIn("open", self.out)
+        self.assertIn("ink", self.out)
+
+    def test_version(self):
+        self.assert_done("--version")
+        self.assertRegex(self.out, r"^penwick \d+\.\d+\.\d+\n$")
+
+    def test_wrong_words(self):
+        self.assert_usage([], "subcommand")
+        self.assert_usage(["paint"], "paint")
+        self.assert_usage(["open"], "FILE")
+        self.assert_usage(["open", "a.pnx", "--nonsense"], "--nonsense")
+        self.assert_usage(["ink", "a.pnx", "--as", "paper"], "paper")
+
+    def test_one_output_for_several_files(self):
+        self.assert_usage(["open", "a.pnx", "b.pnx", "-o", "c.svg"],
+                          "-o takes one FILE; use --out-dir for several")
+
+    def test_one_journal_for_several_files(self):
+        self.assert_usage(["open", "a.pnx", "b.pnx", "--journal", "c"], "--journal takes one FILE")
+
+    def test_an_output_and_a_folder(self):
+        self.assert_usage(["open", "a.pnx", "-o", "a.svg", "--out-dir", "b"], "not both")
+
+    def test_a_format_that_cannot_be_written(self):
+        self.file("a.pnx")
+        for words in (["-o", "a.dwg"], ["-o", "a"], ["--format", "xls"]):
+            self.assert_usage(["open", "a.pnx", *words], "is no format that can be written; there are "
+                                                         "svg, pdf, png, json")
+
+    def test_every_option_is_in_the_man_page_and_the_completions(self):
+        options = set()
+        for command in ("open", "ink", "convert"):
+            self.assert_done(command, "--help")
+            options |= set(re.findall(r"--[a-z][a-z-]+", self.out))
+        self.assertIn("--no-built-in-library", options)
+        manual = (ROOT / "docs/penwick.1").read_text().replace("\\-", "-")
+        fish = (ROOT / "cli/completions/penwick.fish").read_text().replace(" -l ", " --")
+        texts = {"manual": manual, "fish": fish}
+        for name in ("penwick.bash", "_penwick"):
+            texts[name] = (ROOT / "cli/completions" / name).read_text()
+        for name, text in texts.items():
+            found = set(re.findall(r"--[a-z][a-z-]+", text))
+            self.assertEqual(options - found, set(), name)
+            self.assertEqual(found - options - {"--version"}, set(), name)
+
+    def test_bash_completes_commands_and_recordings(self):
+        self.file("a.pnx")
+        self.file("b.txt")
+        script = (f"source '{ROOT}/cli/completions/penwick.bash'; compopt() {{ :; }}; "
+                  "COMP_WORDS=(penwick open ''); COMP_CWORD=2; _penwick; echo ${COMPREPLY[@]}; "
+                  "COMP_WORDS=(penwick con); COMP_CWORD=1; _penwick; echo ${COMPREPLY[@]}")
+        done = subprocess.run(["bash", "-c", script], cwd=self.folder, capture_output=True, text=True,
+                              check=True)
+        self.assertEqual(done.stdout, "a.pnx home\nconvert\n")

@@ -1,0 +1,10 @@
+// A module that exports something, and no PluginMain.
+#ifdef _WIN32
+#define EXPORTED __declspec(dllexport)
+#else
+#define EXPORTED __attribute__((visibility("default")))
+#endif
+
+extern "C" EXPORTED int notPluginMain() {
+  return 1;
+}

@@ -1,0 +1,140 @@
+// Hosts that lack something or refuse something.
+#include <gmock/gmock.h>
+
+#include "embedded/host.h"
+#include "hostapi/ai_art_suite.h"
+#include "hostapi/ai_layer_suite.h"
+#include "hostapi/ai_runtime_suite.h"
+#include "hostapi/ai_user_suite.h"
+#include "hostapi/codes.h"
+#include "tests/support/host/host_with_faults.h"
+#include "tests/support/host/suites.h"
+
+namespace {
+
+using namespace hostapi;
+using test::HostWithFaults;
+using testing::IsEmpty;
+
+SPErr acquire(const embedded::Host& host, const char* name, std::int32_t version) {
+  const void* table = nullptr;
+  return host.basic()->AcquireSuite(name, version, &table);
+}
+
+TEST(HostThatLacksASuite, AnswersThatThereIsNone) {
+  const embedded::Host host(HostWithFaults().lacking("AI Art Suite"));
+  EXPECT_EQ(acquire(host, "AI Art Suite", 16), fourCC("S!Fd"));
+  EXPECT_EQ(acquire(host, "AI Path Suite", 10), 0);
+  EXPECT_THAT(host.misuse(), IsEmpty());
+}
+
+TEST(HostWithAnotherVersion, OffersThatOneOnly) {
+  const embedded::Host host(HostWithFaults().offering("AI Art Suite", 17));
+  EXPECT_EQ(acquire(host, "AI Art Suite", 16), fourCC("S!Fd"));
+  EXPECT_EQ(acquire(host, "AI Art Suite", 17), 0);
+  EXPECT_EQ(host.basic()->ReleaseSuite("AI Art Suite", 17), 0);
+}
+
+TEST(HostWithNullSlots, HasThemNullAndTheOthersNot) {
+  const embedded::Host host(
+      HostWithFaults().withNullSlot("AI Art Suite", 0).withNullSlot("SP Basic Suite", 2));
+  const auto* art = test::acquire<AIArtSuite>(host);
+  EXPECT_EQ(art->NewArt, nullptr);
+  EXPECT_NE(art->GetFirstArtOfLayer, nullptr);
+  EXPECT_EQ(host.basic()->IsEqual, nullptr);
+  EXPECT_NE(host.basic()->AllocateBlock, nullptr);
+}
+
+TEST(HostWithNullSlots, LeavesSlotsBeyondTheTableAlone) {
+  const embedded::Host host(HostWithFaults().withNullSlot("AI Art Suite", 5000));
+  EXPECT_NE(test::acquire<AIArtSuite>(host), nullptr);
+}
+
+TEST(HostThatRefusesACall, AnswersItWithTheCodeAndDoesNothing) {
+  embedded::Host host(
+      HostWithFaults().answering("AI Layer Suite", "InsertLayer", 2, fourCC("!MEM")));
+  host.newDocument();
+  const auto* layers = test::acquire<AILayerSuite>(host);
+  AILayerHandle layer = nullptr;
+  EXPECT_EQ(layers->InsertLayer(nullptr, kPlaceAboveAll, &layer), 0);
+  AILayerHandle refused = nullptr;
+  EXPECT_EQ(layers->InsertLayer(nullptr, kPlaceAboveAll, &refused), fourCC("!MEM"));
+  EXPECT_EQ(refused, nullptr);
+  EXPECT_EQ(host.document().layers.size(), 2U);
+  EXPECT_EQ(layers->InsertLayer(nullptr, kPlaceAboveAll, &layer), 0);
+  EXPECT_EQ(host.document().layers.size(), 3U);
+
+  const auto failure = host.journal().firstFailure();
+  ASSERT_TRUE(failure);
+  EXPECT_TRUE(failure->injected);
+  EXPECT_EQ(failure->function, "InsertLayer");
+  EXPECT_EQ(failure->code, fourCC("!MEM"));
+  EXPECT_NE(host.journal()
+                .jsonLines(failure->call, failure->call + 1)
+                .find(R"("layer":null},"result":558712141})"),  // '!MEM' = 0x214D454D
+            std::string::npos);
+}
+
+TEST(HostThatRefusesACall, CanRefuseSeveralOfOneFunctionAndEveryOne) {
+  const embedded::Host some(HostWithFaults()
+                                .answering("AI Layer Suite", "CountLayers", 1, 11)
+                                .answering("AI Layer Suite", "CountLayers", 3, 13));
+  const auto* layers = test::acquire<AILayerSuite>(some);
+  std::int32_t count = 0;
+  EXPECT_EQ(layers->CountLayers(&count), 11);
+  EXPECT_EQ(layers->CountLayers(&count), 0);
+  EXPECT_EQ(layers->CountLayers(&count), 13);
+  EXPECT_EQ(layers->CountLayers(&count), 0);
+}
+
+TEST(HostThatRefusesACall, CanRefuseEveryOne) {
+  const embedded::Host host(HostWithFaults().answering("AI Layer Suite", "CountLayers", 0, 11));
+  std::int32_t count = 7;
+  for (int i = 0; i < 3; ++i)
+    EXPECT_EQ(test::acquire<AILayerSuite>(host)->CountLayers(&count), 11);
+  EXPECT_EQ(count, 7);
+}
+
+TEST(HostThatRefusesACall, GivesTheCodeAsTheValueOfAFunctionThatGivesANumber) {
+  const embedded::Host host(
+      HostWithFaults().answering("AI Runtime Suite", "GetAppMajorVersion", 1, 99));
+  const auto* runtime = test::acquire<AIRuntimeSuite>(host);
+  EXPECT_EQ(runtime->GetAppMajorVersion(), 99);
+  EXPECT_EQ(runtime->GetAppMajorVersion(), 16);
+}
+
+TEST(HostThatRefusesACall, ShowsNoAlertWhereThatIsRefused) {
+  const embedded::Host host(HostWithFaults().answering("AI User Suite", "ErrorAlert", 1, 1));
+  test::HostText text(host, "CANT");
+  test::acquire<AIUserSuite>(host)->ErrorAlert(text.body());
+  EXPECT_THAT(host.alerts(), IsEmpty());
+}
+
+TEST(HostThatRefusesASuite, CountsThemInTheOrderOfAsking) {
+  const embedded::Host host(HostWithFaults().refusingSuite(2, fourCC("!Acq")));
+  EXPECT_EQ(acquire(host, "AI Art Suite", 16), 0);
+  EXPECT_EQ(acquire(host, "AI Path Suite", 10), fourCC("!Acq"));
+  EXPECT_EQ(acquire(host, "AI Path Suite", 10), 0);
+  EXPECT_EQ(host.acquiredSuites(), 2U);
+}
+
+TEST(HostThatRefusesAString, GivesNone) {
+  const embedded::Host host(
+      HostWithFaults().answering("AI Unicode String Suite", "Initialize", 1, fourCC("!MEM")));
+  const auto* strings = test::acquire<AIUnicodeStringSuite>(host);
+  UnicodeStringBody body;
+  EXPECT_EQ(strings->Initialize(&body, "a", 1, kAIUTF8CharacterEncoding), fourCC("!MEM"));
+  EXPECT_EQ(body.inside, nullptr);
+  EXPECT_EQ(host.liveStrings(), 0U);
+}
+
+TEST(HostThatRefusesAString, NamesAnEndOfTextThatIsNoneAsAFailure) {
+  const embedded::Host host(
+      HostWithFaults().answering("AI Unicode String Suite", "GetChar", 2, fourCC("US!I")));
+  test::HostText text(host, "pen");
+  EXPECT_EQ(test::characters(host, *text.body()), U"p");
+  ASSERT_TRUE(host.journal().firstFailure());
+  EXPECT_EQ(host.journal().firstFailure()->function, "GetChar");
+}
+
+}  // namespace

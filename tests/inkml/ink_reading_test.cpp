@@ -1,0 +1,247 @@
+#include "inkml/ink_reading.h"
+
+#include <fstream>
+#include <gtest/gtest.h>
+
+#include "tests/support/ink/ink_builder.h"
+#include "tests/support/pen/temporary_folder.h"
+
+namespace {
+
+using Orvo::InkFailure;
+using Orvo::InkProblem;
+using Orvo::InkReading;
+using Kind = Orvo::InkProblemKind;
+
+class Reading : public testing::Test {
+ protected:
+  InkReading read(const std::string& text) const {
+    const std::filesystem::path path = folder_ / "a.kvo";
+    std::ofstream(path, std::ios::binary) << text;
+    return Orvo::readInk(path.wstring().c_str());
+  }
+
+  // The only problem of a text that opens.
+  InkProblem onlyProblem(const std::string& text) const {
+    const InkReading reading = read(text);
+    EXPECT_EQ(reading.report.failure, InkFailure::none) << text;
+    EXPECT_TRUE(reading.document->complete.value);
+    EXPECT_EQ(reading.report.problems.size(), 1U) << text;
+    return reading.report.problems.empty() ? InkProblem{} : reading.report.problems.front();
+  }
+
+  void expectProblem(const std::string& text, Kind kind, std::uint64_t count, int line,
+                     const std::string& detail = "") const {
+    const InkProblem problem = onlyProblem(text);
+    EXPECT_EQ(problem.kind, kind) << text;
+    EXPECT_EQ(problem.count, count) << text;
+    EXPECT_EQ(problem.line, line) << text;
+    EXPECT_EQ(problem.detail, detail) << text;
+  }
+
+  InkFailure failureOf(const std::string& text) const {
+    const InkReading reading = read(text);
+    EXPECT_FALSE(reading.document->complete.value);
+    return reading.report.failure;
+  }
+
+  pentest::TemporaryFolder folder_;
+};
+
+std::string inLayer(const std::string& content) {
+  return "<ink>\n<tracegroup id='layer0'>\n" + content + "</tracegroup>\n</ink>\n";
+}
+
+TEST_F(Reading, GivesDocumentAndDefinitionsWithoutProblems) {
+  const InkReading reading = read(
+      "<?xml version=\"1.0\" ?>\n<ink><definitions><brush id='b'><annotationXML/></brush>"
+      "<traceFormat id='f'/><context id='c' brushRef='#b' traceFormatRef='#f'/></definitions>"
+      "<annotation type='t'>x</annotation>"
+      "<tracegroup id='layer0'><trace contextRef='#c'>1 2 3 4 -5 +6 7, 8 9</trace>"
+      "</tracegroup></ink>\n");
+  EXPECT_EQ(reading.report.failure, InkFailure::none);
+  EXPECT_TRUE(reading.report.problems.empty());
+  EXPECT_EQ(reading.report.rootName, "ink");
+  EXPECT_EQ(reading.report.nameSpace, "");
+  EXPECT_TRUE(reading.document->complete.value);
+  EXPECT_EQ(inktest::shapeOf(*reading.document), (std::vector<std::vector<std::size_t>>{{2}}));
+  EXPECT_EQ(reading.definitions->contexts.size(), 1U);
+}
+
+TEST_F(Reading, TellsAFileThatCannotBeOpened) {
+  const InkReading reading = Orvo::readInk((folder_ / "missing.kvo").wstring().c_str());
+  EXPECT_EQ(reading.report.failure, InkFailure::cannotOpen);
+  EXPECT_FALSE(reading.document->complete.value);
+  EXPECT_NE(reading.definitions, nullptr);
+}
+
+#ifdef __linux__
+TEST_F(Reading, TellsAFolder) {
+  EXPECT_EQ(Orvo::readInk(folder_.path().wstring().c_str()).report.failure, InkFailure::unreadable);
+}
+#endif
+
+TEST_F(Reading, TellsAFileThatIsTooLarge) {
+  const std::filesystem::path path = folder_ / "a.kvo";
+  std::ofstream(path).put('<');
+  std::filesystem::resize_file(path, 0x80000000U);
+  const InkReading reading = Orvo::readInk(path.wstring().c_str());
+  EXPECT_EQ(reading.report.failure, InkFailure::tooLarge);
+  EXPECT_EQ(reading.report.size, 0x80000000);
+}
+
+TEST_F(Reading, TellsTheLineThatIsNestedTooDeep) {
+  std::string text = "<ink>\n";
+  for (int i = 0; i < 500; ++i)
+    text += "<a>\n";
+  const InkReading reading = read(text);
+  EXPECT_EQ(reading.report.failure, InkFailure::tooDeep);
+  EXPECT_EQ(reading.report.line, 501);
+}
+
+TEST_F(Reading, TellsAnUnfinishedCharacter) {
+  EXPECT_EQ(failureOf("<ink>\xC3"), InkFailure::cutCharacter);
+}
+
+TEST_F(Reading, TellsTheLineAndTheWordsOfTheLibrary) {
+  const InkReading reading = read("<ink>\n<a b='1' b='2'/>\n</ink>");
+  EXPECT_EQ(reading.report.failure, InkFailure::brokenXml);
+  EXPECT_EQ(reading.report.line, 2);
+  EXPECT_NE(reading.report.libraryText, "");
+  EXPECT_TRUE(reading.report.problems.empty());
+}
+
+TEST_F(Reading, TellsAnEmptyFileAndItsSize) {
+  const InkReading reading = read("");
+  EXPECT_EQ(reading.report.failure, InkFailure::brokenXml);
+  EXPECT_EQ(reading.report.size, 0);
+}
+
+TEST_F(Reading, TellsTheRootThatStandsInPlaceOfInk) {
+  const InkReading reading = read("<ink:ink xmlns:ink='x'><ink:trace/></ink:ink>");
+  EXPECT_EQ(reading.report.failure, InkFailure::noInk);
+  EXPECT_EQ(reading.report.rootName, "ink:ink");
+  const InkReading none = read("<!--c-->");
+  EXPECT_EQ(none.report.failure, InkFailure::noInk);
+  EXPECT_EQ(none.report.rootName, "");
+}
+
+TEST_F(Reading, TellsADocumentTypeThatHidesTheRoot) {
+  const InkReading reading = read("<!DOCTYPE ink [\n<!ENTITY e \"v\">\n]>\n<ink/>");
+  EXPECT_EQ(reading.report.failure, InkFailure::noInk);
+  ASSERT_NE(reading.report.find(Kind::documentTypeSubset), nullptr);
+  EXPECT_EQ(reading.report.find(Kind::documentTypeSubset)->line, 3);
+  EXPECT_EQ(reading.report.find(Kind::textAfterRoot), nullptr);
+}
+
+TEST_F(Reading, TellsAnInstructionOrDeclarationThatHidesTheRoot) {
+  EXPECT_NE(read("<?pi > ?><ink/>").report.find(Kind::instructionWithEnd), nullptr);
+  EXPECT_NE(read("<?xml version ?><ink/>").report.find(Kind::brokenDeclaration), nullptr);
+}
+
+TEST_F(Reading, TellsWhatIsIgnoredBehindTheRoot) {
+  expectProblem("<ink/>\n\njunk <ink/>", Kind::textAfterRoot, 1, 3);
+  expectProblem(std::string("<ink/>\n\0<ink/>", 14), Kind::nulAfterRoot, 1, 2);
+  expectProblem("<ink/>\n<other/><ink/>", Kind::furtherRoots, 2, 2, "other");
+}
+
+TEST_F(Reading, TellsNodesThatAreTakenForElements) {
+  const InkReading reading = read("\n<!--ink-->\n<ink/>");
+  ASSERT_NE(reading.report.find(Kind::noElementAsRoot), nullptr);
+  EXPECT_EQ(reading.report.find(Kind::noElementAsRoot)->line, 2);
+  EXPECT_EQ(reading.report.find(Kind::furtherRoots)->detail, "ink");
+  const InkReading definitions = read("<ink>\n<!--definitions--><definitions/></ink>");
+  ASSERT_NE(definitions.report.find(Kind::noElementAsDefinitions), nullptr);
+  EXPECT_EQ(definitions.report.find(Kind::noElementAsDefinitions)->line, 2);
+  EXPECT_NE(definitions.report.find(Kind::furtherDefinitions), nullptr);
+}
+
+TEST_F(Reading, TellsDefinitionsThatAreSkipped) {
+  expectProblem("<ink><definitions/>\n<definitions/><definitions/></ink>", Kind::furtherDefinitions,
+                2, 2);
+  expectProblem("<ink><definitions>\n<traceFormat/></definitions></ink>", Kind::skippedFormats, 1,
+                2);
+  expectProblem(
+      "<ink><definitions><brush id='a'><annotationXML/></brush>\n<brush id='b'/><brush/>"
+      "</definitions></ink>",
+      Kind::skippedBrushes, 2, 2, "b");
+}
+
+TEST_F(Reading, TellsTheContextThatEndsTheDefinitions) {
+  const auto withContexts = [](const std::string& contexts) {
+    return "<ink><definitions><brush id='b'><annotationXML/></brush><traceFormat id='f'/>"
+           "<context id='good' brushRef='#b' traceFormatRef='#f'/>\n" +
+           contexts + "<context id='lost' brushRef='#b' traceFormatRef='#f'/></definitions></ink>";
+  };
+  expectProblem(withContexts("<context brushRef='#b' traceFormatRef='#f'/>"),
+                Kind::contextWithoutId, 2, 2);
+  expectProblem(withContexts("<context id='c' brushRef='b' traceFormatRef='#f'/>"),
+                Kind::contextReferenceForm, 2, 2, "b");
+  expectProblem(withContexts("<context id='c' brushRef='#b' traceFormatRef='f'/>"),
+                Kind::contextReferenceForm, 2, 2, "f");
+  expectProblem(withContexts("<context id='c' brushRef='#x' traceFormatRef='#f'/>"),
+                Kind::contextBrushMissing, 2, 2, "x");
+  expectProblem(withContexts("<context id='c' traceFormatRef='#f'/>"), Kind::contextBrushMissing, 2,
+                2, "");
+  expectProblem(withContexts("<context id='c' brushRef='#b' traceFormatRef='#y'/>"),
+                Kind::contextFormatMissing, 2, 2, "y");
+}
+
+TEST_F(Reading, TellsGroupsAndTracesOfOtherPrograms) {
+  expectProblem("<ink>\n<traceGroup id='layer0'/>\n<traceGroup/></ink>", Kind::otherGroups, 2, 2,
+                "traceGroup");
+  expectProblem("<ink>\n<ink:tracegroup id='layer0'/></ink>", Kind::otherGroups, 1, 2,
+                "ink:tracegroup");
+  expectProblem("<ink><trace>1 2</trace>\n<trace>3 4</trace></ink>", Kind::looseTraces, 2, 1);
+  expectProblem(inLayer("<Trace/>\n<inkml:trace/>\n"), Kind::otherTraces, 2, 3, "Trace");
+}
+
+TEST_F(Reading, TellsTheNamespaceOfTheRoot) {
+  EXPECT_EQ(read("<ink xmlns='http://www.w3.org/2003/InkML'/>").report.nameSpace,
+            "http://www.w3.org/2003/InkML");
+}
+
+TEST_F(Reading, TellsGroupsWhoseContentIsNotRead) {
+  expectProblem("<ink>\n<tracegroup id='group1'/><tracegroup><trace/></tracegroup></ink>",
+                Kind::groupsWithoutLayerId, 2, 2, "group1");
+  expectProblem(inLayer("<tracegroup id='layer1'/>"), Kind::nestedGroups, 1, 3);
+  expectProblem(inLayer("<traceGroup/>"), Kind::nestedGroups, 1, 3);
+}
+
+TEST_F(Reading, TellsTracesThatAreDropped) {
+  expectProblem(inLayer("<trace>1 2</trace>\n<trace>3 4</trace>"), Kind::tracesWithoutContext, 2,
+                3);
+  expectProblem(inLayer("<trace contextRef='#c'/>\n<trace/>"), Kind::tracesWithoutText, 2, 3);
+}
+
+TEST_F(Reading, TellsAnnotationsThatAreSkipped) {
+  expectProblem("<ink>\n<annotation>a</annotation><annotation type='t'/></ink>",
+                Kind::skippedAnnotations, 2, 2);
+  expectProblem(inLayer("<annotation type='t'><b/></annotation>"), Kind::skippedAnnotations, 1, 3);
+}
+
+TEST_F(Reading, TellsTextsThatEndAtANul) {
+  expectProblem(inLayer("<trace contextRef='#c'>1 2,3&#0; 4</trace>"), Kind::textsWithNul, 1, 3);
+  expectProblem("<ink><annotation type='t'>a&#0;b</annotation></ink>", Kind::textsWithNul, 1, 1);
+}
+
+TEST_F(Reading, TellsNumbersThatAreReadOtherwise) {
+  expectProblem(inLayer("<trace contextRef='#c'>1.5 2,3 4e2,5 6.</trace>"), Kind::cutNumbers, 3, 3);
+  expectProblem(inLayer("<trace contextRef='#c'>.5 1</trace>"), Kind::cutNumbers, 1, 3);
+  expectProblem(inLayer("<trace contextRef='#c'>1 x,'2 3,T 4,- 5</trace>"), Kind::noNumbers, 4, 3);
+  expectProblem(inLayer("<trace contextRef='#c'>1 2 3 4 5 6 7 8 x,1 2 3 4 5 6 7</trace>"),
+                Kind::furtherNumbers, 1, 3);
+}
+
+TEST_F(Reading, TellsEachKindOfProblemOnceInOneOrder) {
+  const InkReading reading = read(
+      "<ink><traceGroup/><annotation/><trace/><traceGroup/>"
+      "<definitions><brush/></definitions></ink>junk");
+  std::vector<Kind> kinds;
+  for (const InkProblem& problem : reading.report.problems)
+    kinds.push_back(problem.kind);
+  EXPECT_EQ(kinds, (std::vector<Kind>{Kind::textAfterRoot, Kind::skippedBrushes, Kind::otherGroups,
+                                      Kind::looseTraces, Kind::skippedAnnotations}));
+}
+
+}  // namespace

@@ -1,0 +1,153 @@
+#include <gmock/gmock.h>
+
+#include "plugin/plugin.h"
+#include "tests/plugin/plugin_in_host.h"
+
+namespace {
+
+using namespace plugintest;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr hostapi::AIErr kCode = fourCC("TEST");
+
+std::int64_t now = 1'000'000;
+
+// Runs the plug-in's clock by hand.
+class ErrorReport : public testing::Test {
+ protected:
+  void SetUp() override {
+    now = 1'000'000;
+    Plugin::clock = [] { return now; };
+  }
+  void TearDown() override { Plugin::clock = clock_; }
+
+ private:
+  std::int64_t (*clock_)() = Plugin::clock;
+};
+
+// A host whose page set-up always fails with a code.
+embedded::Options refusing(hostapi::AIErr code) {
+  return failing("AI Document Suite", "SetDocumentSetup", code, 0);
+}
+
+TEST_F(ErrorReport, ShowsTheFourCharactersOfACode) {
+  PluginInHost plugin(refusing(kCode));
+  plugin->start();
+  const embedded::Opening opening = plugin.open(oneStroke());
+  EXPECT_EQ(opening.code("AI Go"), kCode);
+  EXPECT_THAT(opening.alerts, ElementsAre("TEST"));
+}
+
+TEST_F(ErrorReport, ShowsASmallCodeAsANumber) {
+  PluginInHost plugin(refusing(16384));
+  plugin->start();
+  EXPECT_THAT(plugin.open(oneStroke()).alerts, ElementsAre("16384"));
+}
+
+TEST_F(ErrorReport, ShowsANegativeCodeAsANumber) {
+  PluginInHost plugin(refusing(-108));
+  plugin->start();
+  EXPECT_THAT(plugin.open(oneStroke()).alerts, ElementsAre("-108"));
+}
+
+TEST_F(ErrorReport, IsNotRepeatedWithinFiveSeconds) {
+  PluginInHost plugin(refusing(kCode));
+  plugin->start();
+  EXPECT_THAT(plugin.open(oneStroke()).alerts, ElementsAre("TEST"));
+  now += 4;
+  EXPECT_THAT(plugin.open(oneStroke()).alerts, IsEmpty());
+  now += 1;
+  EXPECT_THAT(plugin.open(oneStroke()).alerts, ElementsAre("TEST"));
+}
+
+TEST_F(ErrorReport, CountsTheFiveSecondsFromTheLastAlertNotFromTheLastError) {
+  PluginInHost plugin(refusing(kCode));
+  plugin->start();
+  plugin.open(oneStroke());
+  now += 3;
+  EXPECT_THAT(plugin.open(oneStroke()).alerts, IsEmpty());
+  now += 3;
+  EXPECT_THAT(plugin.open(oneStroke()).alerts, ElementsAre("TEST"));
+}
+
+TEST_F(ErrorReport, IsShownAtOnceForAnotherCode) {
+  embedded::Options options = refusing(kCode);
+  options.faults.push_back({.suite = "AI Document Suite",
+                            .function = "SetDocumentRulerOrigin",
+                            .call = 2,
+                            .code = fourCC("ELSE")});
+  PluginInHost plugin(options);
+  plugin->start();
+  EXPECT_THAT(plugin.open(oneStroke()).alerts, ElementsAre("TEST"));
+  EXPECT_THAT(plugin.open(oneStroke()).alerts, ElementsAre("ELSE"));
+  EXPECT_THAT(plugin.open(oneStroke()).alerts, ElementsAre("TEST"));
+}
+
+TEST_F(ErrorReport, IsNeverShownForCodesThatSteerTheHost) {
+  const hostapi::AIErr never[] = {
+      fourCC("FMT?"),
+      fourCC("RFSE"),
+      fourCC("AFTR"),
+      fourCC("VALD"),
+      fourCC("MOOT"),
+      fourCC("TRSH"),
+      fourCC("CHEK"),
+      fourCC("CHIT"),
+      fourCC("TLTK"),
+      fourCC("pFls"),
+      fourCC("S!Fd"),
+      fourCC("!Acq"),
+      fourCC("dsRP"),
+      fourCC("skpE"),
+      fourCC("DONE"),
+      fourCC("STOP"),
+      361,
+  };
+  for (const hostapi::AIErr code : never) {
+    PluginInHost plugin(refusing(code));
+    plugin->start();
+    const embedded::Opening opening = plugin.open(oneStroke());
+    EXPECT_EQ(opening.code("AI Go"), code);
+    EXPECT_THAT(opening.alerts, IsEmpty()) << hostapi::codeText(code);
+  }
+}
+
+TEST_F(ErrorReport, TakesTheUserSuiteForTheAlertOnly) {
+  PluginInHost plugin(refusing(kCode));
+  plugin->start();
+  const std::size_t held = plugin.host().acquiredSuites();
+  const std::size_t acquisitions = plugin.calls("SP Basic Suite", "AcquireSuite");
+  plugin.open(oneStroke());
+  EXPECT_EQ(plugin.calls("SP Basic Suite", "AcquireSuite"), acquisitions + 1);
+  EXPECT_EQ(plugin.host().acquiredSuites(), held);
+  EXPECT_EQ(plugin.host().liveStrings(), 0U);
+}
+
+TEST_F(ErrorReport, ShowsNothingAndKeepsTheAnswerWhereTheHostHasNoAlerts) {
+  embedded::Options options = refusing(kCode);
+  options.lackingSuites = {"AI User Suite"};
+  PluginInHost plugin(options);
+  plugin->start();
+  const embedded::Opening opening = plugin.open(oneStroke());
+  EXPECT_EQ(opening.code("AI Go"), kCode);
+  EXPECT_THAT(opening.alerts, IsEmpty());
+}
+
+TEST_F(ErrorReport, AnswersCantHappenForAnExceptionThatIsNoHostError) {
+  PluginInHost plugin(failing("AI Path Suite", "SetPathSegments", kCode));
+  plugin->start();
+  const embedded::Opening opening = plugin.open(oneStroke());
+  EXPECT_EQ(opening.code("AI Go"), fourCC("CANT"));
+  EXPECT_THAT(opening.alerts, ElementsAre("CANT"));
+}
+
+TEST_F(ErrorReport, TurnsUnhandledMessageIntoZero) {
+  PluginInHost plugin(refusing(fourCC("!MSG")));
+  plugin->start();
+  const embedded::Opening opening = plugin.open(oneStroke());
+  EXPECT_EQ(opening.code("AI Go"), 0);
+  EXPECT_THAT(opening.alerts, IsEmpty());
+}
+
+}  // namespace

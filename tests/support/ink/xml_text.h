@@ -1,0 +1,83 @@
+#pragma once
+
+#include <cstdio>
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <tinyxml.h>
+
+#include "tests/support/pen/temporary_file.h"
+
+namespace inktest {
+
+struct CloseFile {
+  void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using File = std::unique_ptr<std::FILE, CloseFile>;
+
+/// An open file, at its start, that holds the text; it vanishes when it is closed.
+inline File openText(std::string_view text) {
+  File file(pentest::temporaryFile());
+  std::fwrite(text.data(), 1, text.size(), file.get());
+  std::rewind(file.get());
+  return file;
+}
+
+/// Everything in an open file.
+inline std::string contentOf(std::FILE* file) {
+  std::string text;
+  std::rewind(file);
+  for (int c = std::fgetc(file); c != EOF; c = std::fgetc(file))
+    text += static_cast<char>(c);
+  return text;
+}
+
+/// Loads the text as a file is loaded.
+inline bool load(std::string_view text, TiXmlDocument& xml) {
+  return xml.LoadFile(openText(text).get(), TIXML_ENCODING_UTF8);
+}
+
+/// A node as the library writes it to a file.
+inline std::string printed(const TiXmlNode& node) {
+  const File file(pentest::temporaryFile());
+  node.Print(file.get(), 0);
+  return contentOf(file.get());
+}
+
+/// A text loaded as a file is; the test fails when it does not load.
+class XmlTree {
+ public:
+  explicit XmlTree(std::string_view text) { EXPECT_TRUE(load(text, xml_)) << text; }
+
+  TiXmlDocument& document() { return xml_; }
+  const TiXmlElement* root() const { return xml_.RootElement(); }
+
+  /// The first element in document order with this name; null when there is none.
+  const TiXmlElement* named(std::string_view name) const {
+    return find(xml_, [&](const TiXmlElement& element) { return element.Value() == name; });
+  }
+
+  /// The same for the attribute "id".
+  const TiXmlElement* withId(std::string_view id) const {
+    return find(xml_, [&](const TiXmlElement& element) {
+      const char* value = element.Attribute("id");
+      return value != nullptr && value == id;
+    });
+  }
+
+ private:
+  template <typename Wanted>
+  static const TiXmlElement* find(const TiXmlNode& parent, Wanted wanted) {
+    for (const TiXmlElement* child = parent.FirstChildElement(); child;
+         child = child->NextSiblingElement()) {
+      if (wanted(*child)) return child;
+      if (const TiXmlElement* found = find(*child, wanted)) return found;
+    }
+    return nullptr;
+  }
+
+  TiXmlDocument xml_;
+};
+
+}  // namespace inktest

@@ -1,0 +1,147 @@
+// The module file itself in the embedded host, under Windows.
+#include <gmock/gmock.h>
+#include <string>
+#include <windows.h>
+// The memory call needs the declarations above.
+#include <psapi.h>
+
+#include "art/json.h"
+#include "embedded/session.h"
+#include "hostapi/codes.h"
+#include "tests/support/pen/pen_file_builder.h"
+#include "tests/support/pen/temporary_folder.h"
+
+namespace {
+
+using embedded::Options;
+using pentest::PenFileBuilder;
+using testing::AnyOf;
+using testing::Eq;
+using testing::IsEmpty;
+
+std::size_t privateBytes() {
+  PROCESS_MEMORY_COUNTERS counters{};
+  counters.cb = sizeof counters;
+  EXPECT_NE(K32GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof counters), 0);
+  return counters.PagefileUsage;
+}
+
+class ModuleFile : public testing::Test {
+ protected:
+  static std::unique_ptr<embedded::Module> load() {
+    std::string error;
+    std::unique_ptr<embedded::Module> module = embedded::Module::load(PENWICK_MODULE, error);
+    EXPECT_EQ(error, "");
+    return module;
+  }
+
+  std::string recording() {
+    PenFileBuilder()
+        .descriptor()
+        .status(1)
+        .coordinate(0, 10)
+        .coordinate(10, 20)
+        .coordinate(20, 30)
+        .write(folder_ / "a.pnx");
+    return (folder_ / "a.pnx").string();
+  }
+
+  void run(const Options& options = {}) {
+    embedded::Session session(load(), options);
+    EXPECT_TRUE(session.start().allAnsweredZero());
+    const embedded::Opening opening = session.open(recording());
+    EXPECT_TRUE(opening.builderRan);
+    EXPECT_EQ(art::countPaths(opening.document), 1U);
+    EXPECT_THAT(session.end().misuse, IsEmpty());
+    EXPECT_TRUE(session.unloaded());
+  }
+
+  std::string artIn(const Options& options) {
+    embedded::Session session(load(), options);
+    EXPECT_TRUE(session.start().allAnsweredZero());
+    const embedded::Opening opening = session.open(recording());
+    EXPECT_TRUE(opening.allAnsweredZero());
+    EXPECT_THAT(opening.misuse, IsEmpty());
+    EXPECT_THAT(session.end().misuse, IsEmpty());
+    return art::toJson(opening.document);
+  }
+
+ private:
+  pentest::TemporaryFolder folder_;
+  pentest::CurrentFolder inside_{folder_.path()};
+};
+
+TEST_F(ModuleFile, LeavesMemoryAfterEachOfAHundredRuns) {
+  for (int round = 0; round < 100; ++round) {
+    run();
+    ASSERT_FALSE(embedded::Module::isResident(PENWICK_MODULE)) << "round " << round;
+  }
+}
+
+TEST_F(ModuleFile, TakesNoMoreMemoryAfterAHundredRuns) {
+  for (int round = 0; round < 20; ++round)
+    run();
+  const std::size_t before = privateBytes();
+  for (int round = 0; round < 100; ++round)
+    run();
+  constexpr std::size_t bytesOfARun = 4096;
+  EXPECT_LT(privateBytes(), before + 100 * bytesOfARun);
+}
+
+TEST_F(ModuleFile, DrawsTheSameInEveryLayoutThatTheHostMayHave) {
+  const std::string usual = artIn({});
+  EXPECT_THAT(usual, testing::HasSubstr("kvoaiexportset"));
+  Options strings;
+  strings.unicodeStringLayout = embedded::UnicodeStringLayout::slots36;
+  EXPECT_EQ(artIn(strings), usual);
+  Options setUp;
+  setUp.documentLayout = embedded::DocumentLayout::older;
+  EXPECT_EQ(artIn(setUp), usual);
+  Options drive;
+  drive.messageLayout = embedded::MessageLayout::driveSpecification;
+  EXPECT_EQ(artIn(drive), usual);
+  Options network;
+  network.messageLayout = embedded::MessageLayout::networkSpecification;
+  EXPECT_EQ(artIn(network), usual);
+  Options all;
+  all.unicodeStringLayout = embedded::UnicodeStringLayout::slots36;
+  all.documentLayout = embedded::DocumentLayout::older;
+  all.messageLayout = embedded::MessageLayout::driveSpecification;
+  EXPECT_EQ(artIn(all), usual);
+}
+
+TEST_F(ModuleFile, TakesEitherAnswerForAStyleThatIsNotThere) {
+  for (const auto answer :
+       {embedded::MissingStyle::nameNotFound, embedded::MissingStyle::nullStyle}) {
+    Options options;
+    options.builtInLibrary = false;
+    options.libraryPath = "no such library.ai";
+    options.missingStyle = answer;
+    embedded::Session session(load(), options);
+    EXPECT_TRUE(session.start().allAnsweredZero());
+    session.open(recording());
+    EXPECT_THAT(session.end().misuse, IsEmpty());
+    EXPECT_TRUE(session.unloaded());
+  }
+}
+
+TEST_F(ModuleFile, StartsOrSaysWhyWithAnyOneSuiteRefused) {
+  std::size_t asked = 0;
+  {
+    embedded::Session session(load());
+    session.start();
+    asked = session.host().journal().count("SP Basic Suite", "AcquireSuite");
+  }
+  ASSERT_GT(asked, 20U);
+  for (std::size_t call = 1; call <= asked; ++call) {
+    Options options;
+    options.faults.push_back({"SP Basic Suite", "AcquireSuite", call, hostapi::fourCC("S!Fd")});
+    embedded::Session session(load(), options);
+    const embedded::StepReport start = session.start();
+    EXPECT_THAT(start.code("Startup"), AnyOf(Eq(0), Eq(hostapi::fourCC("S!Fd")))) << call;
+    EXPECT_THAT(session.end().misuse, IsEmpty()) << call;
+    EXPECT_TRUE(session.unloaded()) << call;
+  }
+}
+
+}  // namespace

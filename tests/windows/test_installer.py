@@ -1,0 +1,187 @@
+"""The installer and the uninstaller: what they leave behind, looked at as files.
+
+Their exit codes are not counted on: an installer that does nothing can end with 0 too.
+"""
+import pathlib
+import shutil
+import subprocess
+import time
+import unittest
+
+import wine
+
+SETUP = wine.DIST / "penwick-illustrator-cs6-setup.exe"
+LIBRARY = wine.ROOT / "packaging/brush_pressure.ai"
+HOST = "Adobe Illustrator CS6 (64 Bit)"
+DEFAULT = wine.DRIVE / "Program Files/Adobe" / HOST / "Plug-ins"
+UNINSTALL_KEYS = r"HKLM\Software\Microsoft\Windows\CurrentVersion\Uninstall"
+OWN_KEY = UNINSTALL_KEYS + r"\PenwickVectorFiles"
+HOST_KEY = UNINSTALL_KEYS + r"\TheHost"
+SHORTCUTS = {"Guide.lnk", "Put the brush library in place.lnk", "Uninstall.lnk"}
+
+
+def start_menu():
+    told = wine.wine("cmd", "/c", "echo %ProgramData%", check=True).stdout.decode().strip()
+    return (wine.DRIVE / told[3:].replace("\\", "/") /
+            "Microsoft/Windows/Start Menu/Programs/Penwick vector files")
+
+
+def until(condition, seconds=60):
+    """Waits for something to become true; tells whether it did."""
+    end = time.monotonic() + seconds
+    while not condition():
+        if time.monotonic() > end:
+            return False
+        time.sleep(0.2)
+    return True
+
+
+def has_key(key):
+    return wine.wine("reg", "query", key, "/reg:64").returncode == 0
+
+
+class Installer(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.own = wine.local_app_data() / "Penwick"
+        cls.menu = start_menu()
+
+    def setUp(self):
+        self.clear()
+        self.addCleanup(self.clear)
+
+    def clear(self):
+        for folder in (self.own, self.menu, wine.DRIVE / "Program Files/Adobe", wine.DRIVE / "hosts"):
+            shutil.rmtree(folder, ignore_errors=True)
+        # The uninstaller works on a copy of itself, which Windows removes at its next start.
+        for folder in wine.DRIVE.glob("users/*/Temp/~nsu*"):
+            shutil.rmtree(folder, ignore_errors=True)
+
+    def in_a_prompt(self, line):
+        script = wine.DRIVE / "run.cmd"
+        script.write_bytes(f"@echo off\r\n{line}\r\n".encode())
+        self.addCleanup(script.unlink, missing_ok=True)
+        return wine.wine("cmd", "/c", r"C:\run.cmd")
+
+    def silently(self, program, folder=None):
+        """Runs an installer as an administrator would from the command prompt: the folder stands
+        last and without quotation marks."""
+        line = f'"{wine.windows_path(program)}" /S'
+        if folder is not None:
+            line += f" /D={wine.windows_path(folder)}"
+        self.in_a_prompt(line)
+
+    def uninstall(self, folder):
+        self.silently(folder / "uninstall.exe")
+        return until(lambda: not folder.exists())
+
+    def assert_installed(self, folder):
+        installed = {file.name: file.read_bytes() for file in folder.iterdir()}
+        self.assertEqual(set(installed), {"kvoexportfile.aip", "penwick.exe", "brush_pressure.ai",
+                                          "place-brush-library.cmd", "GUIDE.txt", "LICENSE.txt",
+                                          "THIRD-PARTY.txt", "uninstall.exe"})
+        self.assertEqual(installed["kvoexportfile.aip"], (wine.DIST / "kvoexportfile.aip").read_bytes())
+        self.assertEqual(installed["penwick.exe"], (wine.DIST / "penwick.exe").read_bytes())
+        self.assertEqual(installed["brush_pressure.ai"], LIBRARY.read_bytes())
+        self.assertEqual({file.name for file in self.menu.iterdir()}, SHORTCUTS)
+
+    def test_puts_everything_in_place_and_takes_all_of_it_away(self):
+        folder = wine.DRIVE / "hosts" / HOST / "Plug-ins/Penwick"
+        self.silently(SETUP, folder)
+        self.assert_installed(folder)
+        self.assertEqual((self.own / "brush_pressure.ai").read_bytes(), LIBRARY.read_bytes())
+        self.assertTrue(has_key(OWN_KEY))
+
+        art = wine.DRIVE / "hosts/art.json"
+        drawn = wine.wine(folder / "penwick.exe", "open", wine.ROOT / "samples/signature.pnx", "-o",
+                          wine.windows_path(art), "--no-built-in-library", cwd=wine.DRIVE / "hosts")
+        self.assertEqual(drawn.returncode, 0, drawn.stderr)
+        self.assertIn(b"kvoaiexportset", art.read_bytes())
+
+        self.assertTrue(self.uninstall(folder), "the folder is still there")
+        self.assertFalse(self.own.exists())
+        self.assertFalse(self.menu.exists())
+        self.assertFalse(has_key(OWN_KEY))
+        self.assertEqual(list(folder.parent.iterdir()), [])
+
+    def test_takes_the_default_folder_when_nothing_tells_another(self):
+        self.silently(SETUP)
+        self.assert_installed(DEFAULT / "Penwick")
+
+    def test_finds_the_host_by_its_entry_among_the_installed_programs(self):
+        place = wine.DRIVE / "hosts/elsewhere"
+        (place / HOST / "Plug-ins").mkdir(parents=True)
+        for name, value in (("DisplayName", "Adobe Illustrator CS6"),
+                            ("InstallLocation", wine.windows_path(place))):
+            wine.wine("reg", "add", HOST_KEY, "/v", name, "/d", value, "/f", "/reg:64", check=True)
+        self.addCleanup(wine.wine, "reg", "delete", HOST_KEY, "/f", "/reg:64")
+        self.silently(SETUP)
+        self.assert_installed(place / HOST / "Plug-ins/Penwick")
+        self.assertFalse(DEFAULT.exists())
+
+    def test_keeps_a_library_that_is_the_users_own(self):
+        self.own.mkdir()
+        (self.own / "brush_pressure.ai").write_bytes(b"mine")
+        self.silently(SETUP)
+        self.assertEqual((self.own / "brush_pressure.ai").read_bytes(), b"mine")
+        self.assertTrue(self.uninstall(DEFAULT / "Penwick"))
+        self.assertEqual((self.own / "brush_pressure.ai").read_bytes(), b"mine")
+
+    def test_keeps_a_library_that_the_user_changed(self):
+        changes = {"longer": LIBRARY.read_bytes() + b"\n", "shorter": LIBRARY.read_bytes()[:-1],
+                   "other": LIBRARY.read_bytes()[:-1] + b"?"}
+        self.silently(SETUP)
+        for name, content in changes.items():
+            with self.subTest(name):
+                (self.own / "brush_pressure.ai").write_bytes(content)
+                self.assertTrue(self.uninstall(DEFAULT / "Penwick"))
+                self.assertEqual((self.own / "brush_pressure.ai").read_bytes(), content)
+                self.silently(SETUP)
+
+    def test_replaces_an_older_version_of_the_plug_in(self):
+        self.silently(SETUP)
+        (DEFAULT / "Penwick/kvoexportfile.aip").write_bytes(b"older")
+        self.silently(SETUP)
+        self.assert_installed(DEFAULT / "Penwick")
+
+    def test_installs_and_removes_nothing_while_the_host_runs(self):
+        program = DEFAULT.parent / "Support Files/Contents/Windows/Illustrator.exe"
+        program.parent.mkdir(parents=True)
+        shutil.copy(next(pathlib.Path(wine.BUILD).rglob("waiting_program.exe")), program)
+
+        def while_it_runs(work):
+            with subprocess.Popen([wine.RUNNER, program], stdin=subprocess.PIPE,
+                                  stdout=subprocess.PIPE) as running:
+                self.assertEqual(running.stdout.readline().strip(), b"running")
+                work()
+                running.stdin.close()
+                running.wait(60)
+
+        while_it_runs(lambda: self.silently(SETUP))
+        self.assertFalse((DEFAULT / "Penwick").exists())
+        self.assertFalse(self.own.exists())
+        self.silently(SETUP)
+        self.assert_installed(DEFAULT / "Penwick")
+
+        def try_to_remove():
+            self.silently(DEFAULT / "Penwick/uninstall.exe")
+            self.assertFalse(until(lambda: not (DEFAULT / "Penwick/kvoexportfile.aip").exists(), 5))
+
+        while_it_runs(try_to_remove)
+        self.assertTrue(self.uninstall(DEFAULT / "Penwick"))
+
+    def test_another_user_puts_the_library_in_place_and_never_over_an_own_one(self):
+        self.silently(SETUP)
+        shutil.rmtree(self.own)
+        script = wine.windows_path(DEFAULT / "Penwick/place-brush-library.cmd")
+        done = self.in_a_prompt(f'call "{script}" /q')
+        self.assertEqual((self.own / "brush_pressure.ai").read_bytes(), LIBRARY.read_bytes())
+        self.assertIn(b"is in place", done.stdout)
+        (self.own / "brush_pressure.ai").write_bytes(b"mine")
+        done = self.in_a_prompt(f'call "{script}" /q')
+        self.assertIn(b"left as it is", done.stdout)
+        self.assertEqual((self.own / "brush_pressure.ai").read_bytes(), b"mine")
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,45 @@
+"""Running Windows programs under Wine, and where things lie there."""
+import os
+import pathlib
+import subprocess
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
+BUILD = pathlib.Path(os.environ["PENWICK_BUILD"])
+DIST = ROOT / "dist"
+MODULE = BUILD / "bin/kvoexportfile.aip"
+COMMAND = BUILD / "bin/penwick.exe"
+NATIVE = ROOT / "build/release/bin/penwick"
+SAMPLES = sorted((ROOT / "samples").glob("*.pnx")) + sorted((ROOT / "samples").glob("*.kvo"))
+RUNNER = ROOT / "tools/under-wine"
+DRIVE = ROOT / "build/wine/drive_c"
+
+
+def wine(*words, cwd=None, check=False, **more):
+    """Runs a Windows program; its output is bytes."""
+    return subprocess.run([str(RUNNER), *map(str, words)], cwd=cwd, check=check,
+                          capture_output=True, timeout=240, **more)
+
+
+def penwick(*words, cwd=None):
+    return wine(COMMAND, *words, cwd=cwd)
+
+
+def native(*words, cwd=None):
+    home = dict(os.environ, HOME=str(cwd))
+    return subprocess.run([str(NATIVE), *map(str, words)], cwd=cwd, env=home, check=False,
+                          capture_output=True, timeout=240)
+
+
+def windows_path(path):
+    """The Windows name of a file of this machine."""
+    path = pathlib.Path(path)
+    if path.is_relative_to(DRIVE):
+        return "C:\\" + str(path.relative_to(DRIVE)).replace("/", "\\")
+    return "Z:" + str(path).replace("/", "\\")
+
+
+def local_app_data():
+    """The folder of this machine behind %LOCALAPPDATA%."""
+    told = wine("cmd", "/c", "echo %LOCALAPPDATA%", check=True).stdout.decode().strip()
+    assert told.startswith("C:\\"), told
+    return DRIVE / told[3:].replace("\\", "/")
