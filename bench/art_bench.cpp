@@ -8,7 +8,6 @@
 #include <ctime>
 #include <filesystem>
 #include <fstream>
-#include <map>
 #include <string>
 #include <unistd.h>
 #include <vector>
@@ -126,9 +125,8 @@ void floorOfBuilding(benchmark::State& state) {
 int main(int argc, char** argv) {
   for (const auto& [name, function] :
        {std::pair{"building", &building}, {"floor", &floorOfBuilding}}) {
-    benchmark::RegisterBenchmark(name, function)->UseManualTime()->Repetitions(5);
+    benchmark::RegisterBenchmark(name, function)->UseManualTime();
   }
-  benchmark::Initialize(&argc, argv);
   // What the plug-in prints would stand among the figures.
   std::FILE* const figures = fdopen(dup(STDOUT_FILENO), "w");
   if (figures == nullptr || std::freopen("/dev/null", "w", stdout) == nullptr ||
@@ -136,7 +134,7 @@ int main(int argc, char** argv) {
     return EXIT_FAILURE;
   }
   bench::Collector collector;
-  benchmark::RunSpecifiedBenchmarks(&collector);
+  bench::runInRounds(argc, argv, 9, collector);
   const double ratio = collector.ratio("building", "floor");
   std::fprintf(figures, "building art %.2f ms, floor %.2f ms\n",
                collector.seconds["building"] * 1e3, collector.seconds["floor"] * 1e3);

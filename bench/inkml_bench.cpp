@@ -266,18 +266,8 @@ int main(int argc, char** argv) {
     add("reading", timeOfReading);
     add("writing", timeOfWriting);
   }
-  // Several rounds in mixed order: a busy machine then slows all alike, and the fastest count.
-  std::vector<std::string> arguments(argv, argv + argc);
-  arguments.emplace_back("--benchmark_repetitions=9");
-  arguments.emplace_back("--benchmark_enable_random_interleaving=true");
-  arguments.emplace_back("--benchmark_report_aggregates_only=false");
-  std::vector<char*> pointers;
-  for (std::string& argument : arguments)
-    pointers.push_back(argument.data());
-  int count = static_cast<int>(pointers.size());
-  benchmark::Initialize(&count, pointers.data());
   bench::Collector collector;
-  benchmark::RunSpecifiedBenchmarks(&collector);
+  bench::runInRounds(argc, argv, 9, collector);
   for (const Size size : sizes) {
     std::remove(pathFor(size).c_str());
     std::remove((pathFor(size) + ".out").c_str());

@@ -1,16 +1,13 @@
 // Reading a pen recording, against a floor measured in the same run: the same bytes read one by one
 // through the C library's buffer, and the same points put into the same containers.
 
-#include <algorithm>
 #include <array>
 #include <benchmark/benchmark.h>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <map>
 #include <new>
 #include <string>
-#include <vector>
 
 #include "bench/ratios.h"
 #include "penfile/pnx_parser.h"
@@ -198,18 +195,7 @@ int main(int argc, char** argv) {
       benchmark::RegisterBenchmark("parsing", parsing)->Args({points, pointsOfStroke});
     }
   }
-  // Many short rounds in mixed order: a busy machine then slows all alike, and the fastest count.
-  std::vector<std::string> arguments(argv, argv + argc);
-  arguments.emplace_back("--benchmark_repetitions=15");
-  arguments.emplace_back("--benchmark_min_time=0.1");
-  arguments.emplace_back("--benchmark_enable_random_interleaving=true");
-  arguments.emplace_back("--benchmark_report_aggregates_only=false");
-  std::vector<char*> pointers;
-  for (std::string& argument : arguments)
-    pointers.push_back(argument.data());
-  int count = static_cast<int>(pointers.size());
-  benchmark::Initialize(&count, pointers.data());
   bench::Collector collector;
-  benchmark::RunSpecifiedBenchmarks(&collector);
+  bench::runInRounds(argc, argv, 15, collector, {"--benchmark_min_time=0.1"});
   return report(collector) ? EXIT_SUCCESS : EXIT_FAILURE;
 }

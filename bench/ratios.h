@@ -38,6 +38,23 @@ class Collector final : public benchmark::ConsoleReporter {
   std::map<std::string, std::map<std::string, double>> counters;
 };
 
+/// Runs what was registered in many rounds of mixed order: a busy machine then slows all alike, and
+/// the fastest round counts. `more` are further words of the library's command line.
+inline void runInRounds(int argc, char** argv, int rounds, benchmark::BenchmarkReporter& reporter,
+                        const std::vector<std::string>& more = {}) {
+  std::vector<std::string> words(argv, argv + argc);
+  words.push_back("--benchmark_repetitions=" + std::to_string(rounds));
+  words.emplace_back("--benchmark_enable_random_interleaving=true");
+  words.emplace_back("--benchmark_report_aggregates_only=false");
+  words.insert(words.end(), more.begin(), more.end());
+  std::vector<char*> pointers;
+  for (std::string& word : words)
+    pointers.push_back(word.data());
+  int count = static_cast<int>(pointers.size());
+  benchmark::Initialize(&count, pointers.data());
+  benchmark::RunSpecifiedBenchmarks(&reporter);
+}
+
 /// Prints a figure beside its limit; true when it keeps it.
 inline bool within(std::FILE* out, const std::string& what, double measured, double limit) {
   const bool good = measured <= limit;

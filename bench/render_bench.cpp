@@ -1,18 +1,17 @@
 // Drawing outlines as SVG, against a floor measured in the same run: as many numbers printed with
 // to_chars into one string, each at its shortest, the blanks between them included.
 
-#include <algorithm>
 #include <array>
 #include <benchmark/benchmark.h>
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <cstdlib>
 #include <map>
 #include <string>
 #include <vector>
 
 #include "art/document.h"
+#include "bench/ratios.h"
 #include "render/svg.h"
 
 namespace {
@@ -106,37 +105,16 @@ void floorOfNumbers(benchmark::State& state) {
   state.counters["numbers"] = static_cast<double>(numbers.size());
 }
 
-// Keeps the fastest repetition of each benchmark for the ratios.
-class Collector final : public benchmark::ConsoleReporter {
- public:
-  void ReportRuns(const std::vector<Run>& runs) override {
-    ConsoleReporter::ReportRuns(runs);
-    for (const Run& run : runs) {
-      if (run.run_type != Run::RT_Iteration) continue;
-      const std::string name = run.run_name.function_name + "/" + run.run_name.args;
-      const double time = run.cpu_accumulated_time / static_cast<double>(run.iterations);
-      const auto [known, isNew] = seconds.emplace(name, time);
-      if (!isNew) known->second = std::min(known->second, time);
-    }
-  }
-
-  std::map<std::string, double> seconds;
-};
-
-bool within(const char* what, double measured, double limit) {
-  const bool good = measured <= limit;
-  std::printf("%-58s %7.2f  (limit %.2f)%s\n", what, measured, limit, good ? "" : "  TOO MUCH");
-  return good;
+std::string named(const char* function, int strokes) {
+  return function + ("/" + std::to_string(strokes));
 }
 
-bool report(Collector& collector) {
-  const auto seconds = [&](const std::string& function, int strokes) {
-    return collector.seconds.at(function + "/" + std::to_string(strokes));
-  };
-  bool good = within("outlines as SVG / their numbers printed",
-                     seconds("drawing", allStrokes) / seconds("floor", allStrokes), 2.5);
-  good &= within("twice the strokes / once the strokes",
-                 seconds("drawing", allStrokes) / seconds("drawing", allStrokes / 2), 2.1);
+bool report(const bench::Collector& collector) {
+  const std::string all = named("drawing", allStrokes);
+  bool good = bench::within("outlines as SVG / their numbers printed",
+                            collector.ratio(all, named("floor", allStrokes)), 2.5);
+  good &= bench::within("twice the strokes / once the strokes",
+                        collector.ratio(all, named("drawing", allStrokes / 2)), 2.1);
   return good;
 }
 
@@ -145,18 +123,7 @@ bool report(Collector& collector) {
 int main(int argc, char** argv) {
   benchmark::RegisterBenchmark("floor", floorOfNumbers)->Arg(allStrokes);
   benchmark::RegisterBenchmark("drawing", drawing)->Arg(allStrokes)->Arg(allStrokes / 2);
-  // Many short rounds in mixed order: a busy machine then slows all alike, and the fastest count.
-  std::vector<std::string> arguments(argv, argv + argc);
-  arguments.emplace_back("--benchmark_repetitions=15");
-  arguments.emplace_back("--benchmark_min_time=0.1");
-  arguments.emplace_back("--benchmark_enable_random_interleaving=true");
-  arguments.emplace_back("--benchmark_report_aggregates_only=false");
-  std::vector<char*> pointers;
-  for (std::string& argument : arguments)
-    pointers.push_back(argument.data());
-  int count = static_cast<int>(pointers.size());
-  benchmark::Initialize(&count, pointers.data());
-  Collector collector;
-  benchmark::RunSpecifiedBenchmarks(&collector);
+  bench::Collector collector;
+  bench::runInRounds(argc, argv, 15, collector, {"--benchmark_min_time=0.1"});
   return report(collector) ? EXIT_SUCCESS : EXIT_FAILURE;
 }

@@ -1,11 +1,11 @@
 #!/usr/bin/env python3
 """Holds the pictures of a drawing against a painter that shares no code with what made them.
 
-compare_pictures.py DRAWING.pnx ...   opens recordings with the command, draws their art as SVG, PDF
-and PNG, has the first two checked by xmllint and qpdf and turned into bitmaps by librsvg and poppler,
-and says which share of the painted area differs. Exit 1 when more than 1 % does anywhere.
-compare_pictures.py --self-test DRAWING.pnx shows that a brush 3 % too thick would be found.
-The environment names the programs: PENWICK, DRAW_ART and PAINT_AND_COMPARE.
+compare_pictures.py RECORDING ...   makes SVG, PDF and PNG of recordings with the command, has the
+first two checked by xmllint and qpdf and turned into bitmaps by librsvg and poppler, and says which
+share of the painted area differs. Exit 1 when more than 1 % does anywhere.
+compare_pictures.py --self-test RECORDING shows that a brush 3 % too thick would be found.
+The environment names the programs: PENWICK and PAINT_AND_COMPARE.
 """
 import json
 import os
@@ -66,14 +66,17 @@ def differing_area(art, picture, folder, dpi, *more):
     return float(run(*words).split()[0])
 
 
+def penwick_open(recording, output, *more):
+    run(os.environ["PENWICK"], "open", "--quiet", recording, "-o", output, *more)
+
+
 def draw(recording, folder, *endings):
     """Gives the art as JSON, its pictures and their pixels an inch."""
-    art = folder / (recording.stem + ".json")
-    run(os.environ["PENWICK"], "open", "-q", recording, "-o", art)
-    pictures = [folder / f"{recording.stem}.{ending}" for ending in endings]
+    art, *pictures = (folder / f"{recording.stem}.{ending}" for ending in ("json", *endings))
+    penwick_open(recording, art)
     dpi = resolution_for(art)
     for picture in pictures:
-        run(os.environ["DRAW_ART"], art, picture, dpi)
+        penwick_open(recording, picture, "--dpi", dpi)
     return art, pictures, dpi
 
 

@@ -2,8 +2,8 @@
 """Draws a sample recording and holds the art, the journal and the ink document against the independent
 reckoning, bit for bit, and then against the results kept in tests/goldens, byte for byte.
 
-check_sample.py NAME          (the command's path is in PENWICK)
-check_sample.py --keep NAME   keeps the results, but only what agrees with the reckoning
+check_sample.py FILE          (the command's path is in PENWICK)
+check_sample.py --keep FILE   keeps the results, but only what agrees with the reckoning
 """
 import hashlib
 import os
@@ -52,11 +52,11 @@ def compare(name, file, keep):
 
 def main():
     keep = sys.argv[1] == "--keep"
-    name = sys.argv[-1]
+    recording = pathlib.Path(sys.argv[-1]).resolve()
     with tempfile.TemporaryDirectory() as folder:
-        files = results(TESTS.parent / f"samples/{name}.pnx", pathlib.Path(folder))
-        problems = list(filter(None, (compare(name, file, keep) for file in files)))
-    print("\n".join(problems) or f"{name} agrees")
+        files = results(recording, pathlib.Path(folder))
+        problems = list(filter(None, (compare(recording.stem, file, keep) for file in files)))
+    print("\n".join(problems) or f"{recording.name} agrees")
     return 1 if problems else 0
 
 
