@@ -15,6 +15,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
+constexpr char kDefaultContext[] = "default-context";
+
 Orvo::Channel channel(const char* name, const char* units, std::int32_t least, std::int32_t most) {
   Orvo::Channel made;
   made.name.value = name;
@@ -24,8 +26,12 @@ Orvo::Channel channel(const char* name, const char* units, std::int32_t least, s
   return made;
 }
 
-/// What every written trace refers to: seven channels in the order of a point, and a plain brush.
-void declareDefaults(Orvo::InkMLDefinitions& definitions) {
+/// What every written trace refers to, unless it is there: seven channels in the order of a point,
+/// and a plain brush.
+void declareDefaultContext(Orvo::InkMLDefinitions& definitions) {
+  for (const Orvo::InkContext& context : definitions.contexts) {
+    if (context.id == kDefaultContext) return;
+  }
   constexpr std::int32_t kMost = 2147483647;
   Orvo::TraceFormat& format = definitions.traceFormats.emplace_back();
   format.id = "default-format";
@@ -37,8 +43,9 @@ void declareDefaults(Orvo::InkMLDefinitions& definitions) {
   format.push_back(channel("T", "dev", 0, kMost));
   Orvo::Brush& brush = definitions.brushes.emplace_back();
   brush.id = "default-brush";
-  Orvo::InkContext& context = definitions.contexts.emplace_back();
-  context.id = "default-context";
+  // In front: a reader drops what follows a context that it cannot read.
+  Orvo::InkContext& context = definitions.contexts.emplace_front();
+  context.id = kDefaultContext;
   context.brush.value = &brush;
   context.traceFormat.value = &format;
 }
@@ -68,6 +75,7 @@ class Converter {
     if (!recording.complete()) return fail(file, recording.explainFailure());
     const std::optional<std::string> text = inkmlOf(recording);
     if (!text) return fail(target, "cannot be written: there is no room for a temporary file");
+    warnOfOmissions(file, recording.explainOmissions());
     if (const auto problem = writeOutput(target, *text)) return fail(target, *problem);
     say(file, target, recording.document());
     return true;
@@ -75,16 +83,21 @@ class Converter {
 
   // The serializer writes to a file by its name.
   static std::optional<std::string> inkmlOf(const Recording& recording) {
-    Orvo::InkMLDefinitions defaults;
-    declareDefaults(defaults);
+    Orvo::InkMLDefinitions none;
     Orvo::InkMLDefinitions* own = recording.definitions();
-    Orvo::InkMLDefinitions& definitions =
-        own != nullptr && !own->contexts.empty() ? *own : defaults;
+    Orvo::InkMLDefinitions& definitions = own == nullptr ? none : *own;
+    declareDefaultContext(definitions);
     const TemporaryFile file;
     Orvo::DocumentSerializer serializer(&recording.document());
     const std::wstring name = platform::nativePathToWide(nativeName(file.path()));
     if (!serializer.write(name.c_str(), definitions)) return {};
     return file.bytes();
+  }
+
+  void warnOfOmissions(const fs::path& file, const std::string& omissions) {
+    if (options_.quiet || omissions.empty()) return;
+    progress_.clear();
+    reportWarning(file, omissions);
   }
 
   void say(const fs::path& file, const fs::path& target, const Orvo::Document& document) {

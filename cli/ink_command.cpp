@@ -11,6 +11,8 @@ ExitStatus showInk(const InkOptions& options) {
     reportError(options.file, recording.explainFailure());
     return ExitStatus::failed;
   }
+  const std::string omissions = recording.explainOmissions();
+  if (!omissions.empty() && !options.quiet) reportWarning(options.file, omissions);
   if (const auto problem = writeOutput(options.output, inkToJson(recording))) {
     reportError(options.output, *problem);
     return ExitStatus::failed;

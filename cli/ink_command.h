@@ -12,6 +12,7 @@ struct InkOptions {
   std::filesystem::path file;
   std::filesystem::path output = "-";
   std::optional<FileKind> kind;  ///< Instead of the kind that the name tells.
+  bool quiet = false;
 };
 
 /// `penwick ink`: the ink document of a recording as JSON. A recording that is not whole gives

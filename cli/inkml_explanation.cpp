@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <cctype>
+#include <fstream>
 #include <system_error>
 
 #include "cli/sentences.h"
+#include "penfile/packets.h"
 
 namespace cli {
 
@@ -14,6 +16,9 @@ using Orvo::InkFailure;
 using Orvo::InkProblem;
 using Orvo::InkProblemKind;
 using Orvo::InkReport;
+
+// The tag of the file descriptor, with which a pen's recording begins; no XML does.
+constexpr int kFirstByteOfRecording = static_cast<int>(Orvo::PacketTag::fileDescriptor);
 
 std::string atLine(int line, int column = 0) {
   if (line == 0) return {};
@@ -34,8 +39,32 @@ std::string explainUnreadable(const std::filesystem::path& file) {
          "device and try the copy";
 }
 
+/// What ended the reading before the file's end; null for other problems.
+const char* whatEndsReading(InkProblemKind kind) {
+  switch (kind) {
+    case InkProblemKind::textAfterRoot:
+      return "text";
+    case InkProblemKind::nulAfterRoot:
+      return "a NUL";
+    case InkProblemKind::documentTypeSubset:
+      return "a DOCTYPE with declarations of its own";
+    case InkProblemKind::instructionWithEnd:
+      return "a processing instruction with a \">\" inside";
+    case InkProblemKind::brokenDeclaration:
+      return "a broken declaration";
+    default:
+      return nullptr;
+  }
+}
+
 std::string explainRoot(const InkReport& report) {
-  if (report.rootName.empty()) return "this is no ink document: it has no element at its top";
+  if (report.rootName.empty()) {
+    const InkProblem* first = report.problems.empty() ? nullptr : &report.problems.front();
+    const char* end = first == nullptr ? nullptr : whatEndsReading(first->kind);
+    if (end == nullptr) return "this is no ink document: it has no element at its top";
+    return "this is no ink document: " + std::string(end) + " before its first element" +
+           atLine(first->line) + " ends the reading; take it out";
+  }
   std::string sentence =
       "this is no ink document: its top element is " + quoted(report.rootName) + ", not \"ink\"";
   if (report.rootName.ends_with(":ink")) {
@@ -61,15 +90,12 @@ std::string describe(const InkProblem& problem) {
   };
   switch (problem.kind) {
     case InkProblemKind::textAfterRoot:
-      return "text behind the end of the document ends the reading";
     case InkProblemKind::nulAfterRoot:
-      return "a NUL behind the end of the document ends the reading";
     case InkProblemKind::documentTypeSubset:
-      return "a DOCTYPE with declarations of its own ends the reading";
     case InkProblemKind::instructionWithEnd:
-      return "a processing instruction with a \">\" inside ends the reading";
     case InkProblemKind::brokenDeclaration:
-      return "a broken declaration ends the reading";
+      return std::string(whatEndsReading(problem.kind)) +
+             " behind the end of the document ends the reading";
     case InkProblemKind::noElementAsRoot:
       return "a comment or other node \"ink\" was taken for the document";
     case InkProblemKind::furtherRoots:
@@ -82,6 +108,9 @@ std::string describe(const InkProblem& problem) {
       return things("trace format", "trace formats") + " without id left out";
     case InkProblemKind::skippedBrushes:
       return things("brush", "brushes") + " without id or annotationXML left out";
+    case InkProblemKind::noElementAsBrushProperties:
+      return things("brush has", "brushes have") +
+             " no properties, since a comment or text \"annotationXML\" was taken for them";
     case InkProblemKind::contextWithoutId:
       return things("context", "contexts") + " left out, the first has no id";
     case InkProblemKind::contextReferenceForm:
@@ -109,12 +138,23 @@ std::string describe(const InkProblem& problem) {
       return things("trace", "traces") + " without points left out";
     case InkProblemKind::tracesWithoutContext:
       return things("trace", "traces") + " without contextRef left out";
+    case InkProblemKind::tracesOfNoText:
+      return things("trace begins", "traces begin") +
+             " with a comment or an element, which was taken for its points";
     case InkProblemKind::skippedAnnotations:
       return things("annotation", "annotations") + " without type or text left out";
+    case InkProblemKind::dividedTexts:
+      return things("text", "texts") + " read only up to the comment or element that divides it";
     case InkProblemKind::textsWithNul:
       return things("text", "texts") + " read up to a NUL";
     case InkProblemKind::cutNumbers:
       return things("point has", "points have") + " a fraction or an exponent, which was cut off";
+    case InkProblemKind::otherwiseCutNumbers:
+      return things("point has", "points have") +
+             " something else behind a number, which was cut off";
+    case InkProblemKind::wrappedNumbers:
+      return things("point has", "points have") +
+             " a number that is too large, of which the low 32 bits were kept";
     case InkProblemKind::noNumbers:
       return things("point has", "points have") + " something that is no number and was read as 0";
     case InkProblemKind::furtherNumbers:
@@ -126,6 +166,14 @@ std::string describe(const InkProblem& problem) {
 }  // namespace
 
 std::string explainFailure(const std::filesystem::path& file, const InkReport& report) {
+  const bool isReadable = report.failure == InkFailure::cutCharacter ||
+                          report.failure == InkFailure::brokenXml ||
+                          report.failure == InkFailure::noInk;
+  if (isReadable && std::ifstream(file, std::ios::binary).get() == kFirstByteOfRecording) {
+    return "this is no ink document; it looks like a pen recording: one opens when its name ends "
+           "in "
+           ".pnx or .eli";
+  }
   switch (report.failure) {
     case InkFailure::none:
       return "the ink document is whole";
@@ -138,8 +186,7 @@ std::string explainFailure(const std::filesystem::path& file, const InkReport& r
     case InkFailure::tooDeep:
       return "elements nest more than 500 deep" + atLine(report.line) + "; no ink document does";
     case InkFailure::cutCharacter:
-      return "the file ends inside a character (byte " + std::to_string(report.size) +
-             "); its end was lost";
+      return "the file ends inside a character" + atLine(report.line) + "; its end was lost";
     case InkFailure::brokenXml:
       return report.size == 0 ? "the file is empty (0 bytes)" : explainXml(report);
     case InkFailure::noInk:
@@ -148,8 +195,7 @@ std::string explainFailure(const std::filesystem::path& file, const InkReport& r
   return "the file could not be read";
 }
 
-std::string explainOmissions(const InkReport& report, std::size_t layers,
-                             std::size_t singlePointStrokes) {
+std::string explainOmissions(const InkReport& report, std::size_t layers) {
   std::string sentence;
   for (const InkProblem& problem : report.problems) {
     addPart(sentence, describe(problem) + atLine(problem.line));
@@ -159,9 +205,6 @@ std::string explainOmissions(const InkReport& report, std::size_t layers,
             "the document has the namespace " + quoted(report.nameSpace) +
                 "; only lower-case \"tracegroup\" elements with ids \"layer0\", \"layer1\" "
                 "... are read as layers");
-  }
-  if (singlePointStrokes > 0) {
-    addPart(sentence, counted(singlePointStrokes, "stroke") + " of a single point not drawn");
   }
   return sentence;
 }

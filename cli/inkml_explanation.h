@@ -13,7 +13,6 @@ std::string explainFailure(const std::filesystem::path& file, const Orvo::InkRep
 
 /// What was silently left out of an ink document that opened, or read otherwise than it looks, in
 /// one sentence; empty when nothing was. `layers` is how many layers it has.
-std::string explainOmissions(const Orvo::InkReport& report, std::size_t layers,
-                             std::size_t singlePointStrokes);
+std::string explainOmissions(const Orvo::InkReport& report, std::size_t layers);
 
 }  // namespace cli

@@ -44,6 +44,7 @@ struct InkWords {
   std::string file;
   std::string output = "-";
   std::string kind;
+  bool quiet = false;
 };
 
 std::string formatList() {
@@ -55,6 +56,10 @@ std::string formatList() {
 
 constexpr char kRecordings[] = "pen recordings (.pnx, .eli) and ink documents (.kvo, .inkml)";
 
+void addQuiet(CLI::App* command, bool& quiet) {
+  command->add_flag("-q,--quiet", quiet, "say nothing but errors and what the plug-in did wrong");
+}
+
 void addOutputs(CLI::App* command, OutputWords& words, const char* result) {
   command->add_option("FILE", words.files, kRecordings)->required()->type_name("");
   command->add_option("-o,--output", words.output, std::string(result) + "; - is standard output")
@@ -64,8 +69,7 @@ void addOutputs(CLI::App* command, OutputWords& words, const char* result) {
                    "folder for results named after their FILE; made where it is missing")
       ->type_name("DIR");
   command->add_flag("--force", words.force, "replace results that are there already");
-  command->add_flag("-q,--quiet", words.quiet,
-                    "say nothing but errors and what the plug-in did wrong");
+  addQuiet(command, words.quiet);
 }
 
 void addKind(CLI::App* command, std::string& kind) {
@@ -123,6 +127,7 @@ CLI::App* addInk(CLI::App& app, InkWords& words) {
   ink->add_option("-o,--output", words.output, "where the JSON goes; - is standard output")
       ->type_name("OUT.json");
   addKind(ink, words.kind);
+  addQuiet(ink, words.quiet);
   return ink;
 }
 
@@ -228,6 +233,7 @@ ExitStatus runInk(const InkWords& words) {
   options.file = cli::pathOf(words.file);
   options.output = cli::pathOf(words.output);
   options.kind = kindOf(words.kind);
+  options.quiet = words.quiet;
   return cli::showInk(options);
 }
 

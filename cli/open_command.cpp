@@ -105,7 +105,11 @@ class Opener {
 
   void warnOfOmissions(const fs::path& file) {
     if (options_.quiet) return;
-    const std::string omissions = Recording(file, kindByName(file)).explainOmissions();
+    const Recording recording(file, kindByName(file));
+    std::string omissions = recording.explainOmissions();
+    if (const std::string undrawn = recording.explainUndrawn(); !undrawn.empty()) {
+      addPart(omissions, undrawn);
+    }
     if (!omissions.empty()) warn(file, omissions);
   }
 

@@ -122,7 +122,7 @@ std::string explainFailure(const fs::path& file, const ParseReport& report) {
   return "the file could not be read";
 }
 
-std::string explainOmissions(const ParseReport& report, std::size_t singlePointStrokes) {
+std::string explainOmissions(const ParseReport& report) {
   std::string sentence;
   if (report.cutPacket) {
     addPart(sentence, "the file ends inside its last packet" + atByte(*report.cutPacket) +
@@ -136,9 +136,6 @@ std::string explainOmissions(const ParseReport& report, std::size_t singlePointS
     addPart(sentence, counted(report.droppedPoints, "point") +
                           " above the sheet left out, the first" +
                           atByte(*report.firstDroppedPoint));
-  }
-  if (singlePointStrokes > 0) {
-    addPart(sentence, counted(singlePointStrokes, "stroke") + " of a single point not drawn");
   }
   if (report.unknownPackets > 0) {
     addPart(sentence, counted(report.unknownPackets, "packet") +

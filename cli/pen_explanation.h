@@ -12,6 +12,6 @@ namespace cli {
 std::string explainFailure(const std::filesystem::path& file, const Orvo::ParseReport& report);
 
 /// What was left out of a recording that opened, in one sentence; empty when nothing was.
-std::string explainOmissions(const Orvo::ParseReport& report, std::size_t singlePointStrokes);
+std::string explainOmissions(const Orvo::ParseReport& report);
 
 }  // namespace cli

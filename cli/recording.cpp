@@ -3,6 +3,7 @@
 #include "cli/inkml_explanation.h"
 #include "cli/pen_explanation.h"
 #include "cli/report.h"
+#include "cli/sentences.h"
 #include "log/logger.h"
 #include "penfile/pnx_parser.h"
 #include "penfile/skip_watcher.h"
@@ -62,11 +63,13 @@ std::string Recording::explainFailure() const {
 }
 
 std::string Recording::explainOmissions() const {
+  if (kind_ == FileKind::inkml) return cli::explainOmissions(ink_.report, document().size());
+  return cli::explainOmissions(penReport_);
+}
+
+std::string Recording::explainUndrawn() const {
   const std::size_t single = countSinglePointStrokes(document());
-  if (kind_ == FileKind::inkml) {
-    return cli::explainOmissions(ink_.report, document().size(), single);
-  }
-  return cli::explainOmissions(penReport_, single);
+  return single == 0 ? "" : counted(single, "stroke") + " of a single point not drawn";
 }
 
 }  // namespace cli

@@ -38,6 +38,8 @@ class Recording {
   std::string explainFailure() const;
   /// What was left out of one that is whole, in one sentence; empty when nothing was.
   std::string explainOmissions() const;
+  /// What of it is not drawn, likewise.
+  std::string explainUndrawn() const;
 
  private:
   void readPen();

@@ -56,8 +56,8 @@ bool endsInsideCharacter(std::string_view bytes) {
 
 // CR LF and CR become LF, as the library has it. Nothing changes behind the first NUL.
 void unifyLineEnds(std::string& text) {
-  const std::size_t first = text.find('\r');
-  if (first == std::string::npos) return;
+  const std::size_t first = std::string_view(text.c_str()).find('\r');
+  if (first == std::string_view::npos) return;
   std::size_t target = first;
   std::size_t source = first;
   while (source < text.size() && text[source] != '\0') {
@@ -75,7 +75,8 @@ void unifyLineEnds(std::string& text) {
 }  // namespace
 
 int FileCheck::line() const {
-  const auto end = text.begin() + static_cast<std::ptrdiff_t>(std::min(scan.offset, text.size()));
+  const std::size_t place = refusal == FileRefusal::cutCharacter ? text.size() : scan.offset;
+  const auto end = text.begin() + static_cast<std::ptrdiff_t>(std::min(place, text.size()));
   return 1 + static_cast<int>(std::count(text.begin(), end, '\n'));
 }
 

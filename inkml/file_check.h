@@ -26,7 +26,7 @@ struct FileCheck {
   FileScan scan;          ///< Where the library will end; not looked at for an empty file.
   std::int64_t size = 0;  ///< Of the file, in bytes.
 
-  /// The line where the scan ended, from 1.
+  /// The line where the scan ended, or with a cut character the last one; from 1.
   int line() const;
 };
 

@@ -1,8 +1,12 @@
 #include "inkml/ink_report.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
+#include <limits>
 #include <map>
 #include <string_view>
+#include <utility>
 
 #include "inkml/xml_helpers.h"
 #include "inkml/xpath.h"
@@ -25,20 +29,36 @@ bool isDigit(char c) {
   return c >= '0' && c <= '9';
 }
 
-enum class PieceForm { whole, cut, none };
+enum class PieceForm { whole, cut, otherwiseCut, wrapped, none };
 
-// What becomes of a piece when it is read as a whole number.
-PieceForm formOf(std::string_view piece) {
+constexpr std::size_t isUnsigned[] = {3, 6};  // the pressure and the time of a point
+
+bool fits(std::string_view digits, bool negative, std::size_t index) {
+  std::uint64_t value = 0;
+  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
+  if (error != std::errc()) return false;
+  constexpr std::uint64_t kMost = std::numeric_limits<std::int32_t>::max();
+  if (negative) return value <= kMost + 1;
+  const bool wide =
+      std::find(std::begin(isUnsigned), std::end(isUnsigned), index) != std::end(isUnsigned);
+  return value <= (wide ? std::numeric_limits<std::uint32_t>::max() : kMost);
+}
+
+// What becomes of a piece when it is read as a whole number, the `index`-th of its point.
+PieceForm formOf(std::string_view piece, std::size_t index) {
   const std::size_t start = piece.find_first_not_of(" \t\n\v\f\r");
   if (start == std::string_view::npos) return PieceForm::whole;
   piece.remove_prefix(start);
-  if (piece.front() == '+' || piece.front() == '-') piece.remove_prefix(1);
-  const auto end = std::find_if_not(piece.begin(), piece.end(), isDigit);
-  if (end == piece.begin() && (end == piece.end() || *end != '.')) return PieceForm::none;
-  const bool onlyBlanks = std::all_of(end, piece.end(), [](char c) {
-    return std::string_view(" \t\n\v\f\r").find(c) != std::string_view::npos;
-  });
-  return onlyBlanks ? PieceForm::whole : PieceForm::cut;
+  const bool negative = piece.front() == '-';
+  if (negative || piece.front() == '+') piece.remove_prefix(1);
+  const std::size_t digits = static_cast<std::size_t>(
+      std::find_if_not(piece.begin(), piece.end(), isDigit) - piece.begin());
+  const std::string_view rest = piece.substr(digits);
+  const bool fraction = !rest.empty() && std::string_view(".eE").find(rest.front()) != rest.npos;
+  if (digits == 0) return rest.starts_with('.') ? PieceForm::cut : PieceForm::none;
+  if (!fits(piece.substr(0, digits), negative, index)) return PieceForm::wrapped;
+  if (rest.find_first_not_of(" \t\n\v\f\r") == std::string_view::npos) return PieceForm::whole;
+  return fraction ? PieceForm::cut : PieceForm::otherwiseCut;
 }
 
 class Finder {
@@ -108,11 +128,24 @@ class Finder {
     }
     for (const TiXmlElement* brush : selectElements(definitions, "brush")) {
       const char* id = findAttribute(brush, "id");
-      if (id == nullptr || findChild(*brush, "annotationXML") == nullptr) {
+      const TiXmlNode* properties = findChild(*brush, "annotationXML");
+      if (id == nullptr || properties == nullptr) {
         add(Kind::skippedBrushes, brush->Row(), id == nullptr ? "" : id);
+      } else if (properties->ToElement() == nullptr) {
+        add(Kind::noElementAsBrushProperties, properties->Row());
+      } else {
+        examineProperties(*properties);
       }
     }
     examineContexts(*definitions);
+  }
+
+  void examineProperties(const TiXmlNode& properties) {
+    for (const TiXmlElement* property = properties.FirstChildElement(); property;
+         property = property->NextSiblingElement()) {
+      const TiXmlNode* text = property->FirstChild();
+      if (text != nullptr && text->ToText() != nullptr) examineForNul(*text);
+    }
   }
 
   void examineContexts(const TiXmlNode& definitions) {
@@ -177,6 +210,7 @@ class Finder {
     if (findAttribute(&trace, "contextRef") == nullptr) {
       return add(Kind::tracesWithoutContext, trace.Row());
     }
+    if (text->ToText() == nullptr) return add(Kind::tracesOfNoText, text->Row());
     examineText(*text);
     tokens_.clear();
     splitString(text->Value(), ",", tokens_);
@@ -191,15 +225,15 @@ class Finder {
       add(Kind::furtherNumbers, line);
       pieces_.resize(7);
     }
-    bool cut = false;
-    bool none = false;
-    for (const std::string_view piece : pieces_) {
-      const PieceForm form = formOf(piece);
-      cut |= form == PieceForm::cut;
-      none |= form == PieceForm::none;
+    std::array<bool, 5> has{};
+    for (std::size_t i = 0; i < pieces_.size(); ++i)
+      has[static_cast<std::size_t>(formOf(pieces_[i], i))] = true;
+    for (const auto& [form, kind] : {std::pair{PieceForm::cut, Kind::cutNumbers},
+                                     {PieceForm::otherwiseCut, Kind::otherwiseCutNumbers},
+                                     {PieceForm::wrapped, Kind::wrappedNumbers},
+                                     {PieceForm::none, Kind::noNumbers}}) {
+      if (has[static_cast<std::size_t>(form)]) add(kind, line);
     }
-    if (cut) add(Kind::cutNumbers, line);
-    if (none) add(Kind::noNumbers, line);
   }
 
   void examineAnnotation(const TiXmlElement& annotation) {
@@ -212,6 +246,13 @@ class Finder {
   }
 
   void examineText(const TiXmlNode& text) {
+    examineForNul(text);
+    for (const TiXmlNode* next = text.NextSibling(); next; next = next->NextSibling()) {
+      if (next->ToText() != nullptr) return add(Kind::dividedTexts, next->Row());
+    }
+  }
+
+  void examineForNul(const TiXmlNode& text) {
     if (text.ValueStr().find('\0') != std::string::npos) add(Kind::textsWithNul, text.Row());
   }
 

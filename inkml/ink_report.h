@@ -17,14 +17,14 @@ enum class InkFailure {
   unreadable,    ///< A folder, a pipe, or a device that fails.
   tooLarge,      ///< 2 GiB and more.
   tooDeep,       ///< Elements nested deeper than 500; `line` is that of the first such element.
-  cutCharacter,  ///< It ends inside a UTF-8 character.
+  cutCharacter,  ///< It ends inside a UTF-8 character; `line` is the last one.
   brokenXml,  ///< As `libraryText` says; `line` and `column` where the library knows them, else 0.
   noInk,      ///< No top-level node "ink"; `rootName` is what stands there instead.
 };
 
 /// What was silently left out of a file that loads, or read otherwise than it looks.
 enum class InkProblemKind {
-  // The file was read only up to `line`.
+  // The file was read only up to `line`; of these there is one at most.
   textAfterRoot,
   nulAfterRoot,
   documentTypeSubset,  ///< A "<!DOCTYPE" with declarations of its own; mostly there is no root
@@ -37,8 +37,9 @@ enum class InkProblemKind {
   furtherRoots,     ///< Elements after the root.
   noElementAsDefinitions,  ///< A comment or a text with the value "definitions".
   furtherDefinitions,
-  skippedFormats,        ///< Without "id".
-  skippedBrushes,        ///< Without "id" or "annotationXML"; `detail` is the id.
+  skippedFormats,              ///< Without "id".
+  skippedBrushes,              ///< Without "id" or "annotationXML"; `detail` is the id.
+  noElementAsBrushProperties,  ///< A comment or a text with the value "annotationXML".
   contextWithoutId,      ///< The first context that fails; the count includes all that follow.
   contextReferenceForm,  ///< Likewise: a reference without "#", `detail`.
   contextBrushMissing,   ///< Likewise: `detail` is the id that was not found.
@@ -52,11 +53,15 @@ enum class InkProblemKind {
   otherTraces,  ///< Traces of another spelling; `detail` is the name.
   tracesWithoutText,
   tracesWithoutContext,  ///< Without "contextRef".
+  tracesOfNoText,        ///< A comment or another node in front of the text was read as the points.
   skippedAnnotations,    ///< Without "type" or text.
-  textsWithNul,          ///< Read up to a NUL.
-  cutNumbers,            ///< Points with a fraction or an exponent, which was cut off.
-  noNumbers,             ///< Points with something that is no number and was read as 0.
-  furtherNumbers,        ///< Points with more than seven numbers.
+  dividedTexts,         ///< Of traces and annotations: read up to the first node that divides them.
+  textsWithNul,         ///< Read up to a NUL; those of brushes too.
+  cutNumbers,           ///< Points with a fraction or an exponent, which was cut off.
+  otherwiseCutNumbers,  ///< Points with something else behind a number, which was cut off.
+  wrappedNumbers,       ///< Points with a number beyond 32 bits, whose low 32 bits were kept.
+  noNumbers,            ///< Points with something that is no number and was read as 0.
+  furtherNumbers,       ///< Points with more than seven numbers.
 };
 
 struct InkProblem {

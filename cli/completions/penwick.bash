@@ -20,7 +20,7 @@ _penwick() {
     open) options+=" --out-dir --force --quiet --format --style --pressure --background --dpi --size
                      --journal --no-built-in-library --module --verbose" ;;
     convert) options+=" --out-dir --force --quiet --as" ;;
-    ink) options+=" --as" ;;
+    ink) options+=" --quiet --as" ;;
   esac
   if [[ $word == -* ]]; then
     mapfile -t COMPREPLY < <(compgen -W "$options" -- "$word")

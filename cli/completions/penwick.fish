@@ -8,7 +8,7 @@ complete -c penwick -n '__fish_seen_subcommand_from open ink convert' -s o -l ou
 complete -c penwick -n '__fish_seen_subcommand_from ink convert' -l as -x -a 'pen inkml' -d 'read it as'
 complete -c penwick -n '__fish_seen_subcommand_from open convert' -l out-dir -x -a '(__fish_complete_directories)' -d 'folder for results'
 complete -c penwick -n '__fish_seen_subcommand_from open convert' -l force -d 'replace results'
-complete -c penwick -n '__fish_seen_subcommand_from open convert' -s q -l quiet -d 'say nothing but errors'
+complete -c penwick -n '__fish_seen_subcommand_from open ink convert' -s q -l quiet -d 'say nothing but errors'
 complete -c penwick -n '__fish_seen_subcommand_from open' -l format -x -a 'svg pdf png json' -d 'format'
 complete -c penwick -n '__fish_seen_subcommand_from open' -l style -x -a 'outline centerline' -d 'outlines or lines'
 complete -c penwick -n '__fish_seen_subcommand_from open' -l pressure -x -d 'pressure where there is none'

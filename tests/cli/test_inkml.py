@@ -1,7 +1,11 @@
 import json
+import os
+import pathlib
 import xml.dom.minidom
 
-from command import CommandTest, coordinate, descriptor, status, stroke
+from command import THREE_POINTS, CommandTest, coordinate, descriptor, status, stroke
+
+SAMPLES = pathlib.Path(__file__).resolve().parents[2] / "samples"
 
 TRACE = '<trace contextRef="#c">0 1 0 512,10 20 0 512,30 5 0 512</trace>'
 
@@ -60,12 +64,36 @@ class Refusals(CommandTest):
     def test_an_empty_file(self):
         self.assert_refused("the file is empty (0 bytes)", b"")
 
+    def assert_all_fail(self, sentence, name):
+        for words in (["open"], ["ink"], ["convert", "-o", "b.kvo"]):
+            self.assert_fails(f"{name}: {sentence}", *words, name)
+
     def test_a_missing_file(self):
-        self.assert_fails("no.kvo: there is no such file", "open", "no.kvo")
+        self.assert_all_fail("there is no such file", "no.kvo")
 
     def test_a_folder(self):
         (self.folder / "a.kvo").mkdir()
-        self.assert_fails("a.kvo: this is a folder; name the recordings in it", "open", "a.kvo")
+        self.assert_all_fail("this is a folder; name the recordings in it", "a.kvo")
+
+    def test_a_file_of_2_gibibytes(self):
+        os.truncate(self.file("a.kvo", b""), 2 ** 31)
+        self.assert_all_fail("the file has 2 GiB or more, ink documents are read up to that size; "
+                             "split it", "a.kvo")
+
+    def test_a_pen_recording_of_the_wrong_name(self):
+        for content in (THREE_POINTS, THREE_POINTS + b"\xc3"):
+            self.assert_refused("this is no ink document; it looks like a pen recording: one opens "
+                                "when its name ends in .pnx or .eli", content)
+
+    def test_what_ends_the_reading_before_the_root(self):
+        for what, content in (
+                ("a DOCTYPE with declarations of its own", b'<!DOCTYPE ink [<!ENTITY e "v">]><ink/>'),
+                ('a processing instruction with a ">" inside', b"<?pi a > b ?><ink/>"),
+                ("a broken declaration", b"<?xml version ?><ink/>"),
+                ("a NUL", b"<!--c-->\0<ink/>"),
+                ("text", b"<!--c-->text<ink/>")):
+            self.assert_refused(f"this is no ink document: {what} before its first element (line 2) "
+                                "ends the reading; take it out", b"\n" + content)
 
     def test_a_prefixed_root(self):
         self.assert_refused('this is no ink document: its top element is "x:ink", not "ink"; names '
@@ -76,12 +104,12 @@ class Refusals(CommandTest):
         self.assert_refused('this is no ink document: its top element is "svg", not "ink"', b"<svg/>")
 
     def test_deep_nesting(self):
-        self.assert_refused("elements nest more than 500 deep (line 1); no ink document does",
-                            b"<ink>" + b"<a>" * 600 + b"</a>" * 600 + b"</ink>")
+        self.assert_refused("elements nest more than 500 deep (line 501); no ink document does",
+                            b"<ink>\n" + b"<a>\n" * 600 + b"</a>" * 600 + b"</ink>")
 
     def test_a_file_cut_inside_a_character(self):
-        self.assert_refused("the file ends inside a character (byte 6); its end was lost",
-                            b"<ink/>"[:5] + b"\xc3")
+        self.assert_refused("the file ends inside a character (line 3); its end was lost",
+                            b"<ink>\n\n\xc3")
 
     def test_broken_xml(self):
         self.file("a.kvo", b"<ink>\n<tracegroup id='layer0'\n</ink>")
@@ -104,6 +132,29 @@ class Omissions(CommandTest):
         self.assertIn("text behind the end of the document",
                       self.warning(ink(layer(TRACE)) + b"\nmore"))
 
+    def test_what_ends_the_reading(self):
+        for content, sentence in (
+                (b"<ink/>\n\0x", "a NUL behind the end of the document ends the reading (line 2)"),
+                (b'<ink/><!DOCTYPE x [ <!ENTITY e "v"> ]>', "a DOCTYPE with declarations of its own "
+                 "behind the end of the document ends the reading (line 1)")):
+            self.assertIn(sentence, self.warning(content))
+
+    def test_a_text_that_is_divided(self):
+        self.assertIn("1 text read only up to the comment or element that divides it (line 1)",
+                      self.warning(ink(layer('<trace contextRef="#c">1 2 0 9,3 4<!--c-->,5 6</trace>'))))
+
+    def test_are_told_of_what_is_shown_and_converted_too(self):
+        self.file("a.kvo", ink(layer(TRACE)) + b"\nmore")
+        said = ("penwick: a.kvo: warning: text behind the end of the document ends the reading "
+                "(line 2)\n")
+        for words in (["ink", "a.kvo"], ["convert", "a.kvo", "-o", "b.kvo"]):
+            self.penwick(*words)
+            self.assertEqual((self.result.returncode, self.errors), (0, said))
+        self.penwick("ink", "a.kvo")
+        self.assertEqual(len(json.loads(self.out)["layers"]), 1)
+        for words in (["ink", "a.kvo", "-q"], ["convert", "a.kvo", "-q", "-o", "c.kvo"]):
+            self.assert_done(*words)
+
     def test_a_comment_taken_for_the_document(self):
         self.assertIn("was taken for the document", self.warning(b"<!--ink--><ink/>"))
 
@@ -116,6 +167,12 @@ class Omissions(CommandTest):
                             b"<trace>1 2, 3 4</trace></traceGroup></ink>")
         self.assertIn('1 group "traceGroup" not read, only "tracegroup" is', said)
         self.assertIn('namespace "http://www.w3.org/2003/InkML"', said)
+
+    def test_the_sample_of_another_program(self):
+        said = self.warning((SAMPLES / "other-program.inkml").read_bytes())
+        self.assertIn('"traceGroup" not read, only "tracegroup" is', said)
+        self.assertEqual(self.out, "a.kvo: an empty drawing (the recording has no strokes to draw) "
+                                   "-> a.svg\n")
 
     def test_fractions(self):
         self.assertIn("has a fraction or an exponent", self.warning(
@@ -157,12 +214,29 @@ class Convert(CommandTest):
         self.assertEqual(self.result.returncode, 1)
         self.assertEqual((self.folder / "a.kvo").read_bytes(), before)
 
-    def test_keeps_own_definitions_and_annotations(self):
-        self.file("a.kvo", ink(
-            '<definitions><traceFormat id="f"/><brush id="b"><annotationXML/></brush>'
-            '<context id="mine" brushRef="#b" traceFormatRef="#f"/></definitions>'
-            '<annotation type="author">me</annotation>' + layer(TRACE)))
-        self.assert_done("convert", "-q", "a.kvo", "-o", "b.inkml")
+    def converted(self, definitions):
+        self.file("a.kvo", ink(f"<definitions>{definitions}</definitions>"
+                               '<annotation type="author">me</annotation>' + layer(TRACE)))
+        self.assert_done("convert", "-q", "--force", "a.kvo", "-o", "b.inkml")
         root = xml.dom.minidom.parse(str(self.folder / "b.inkml")).documentElement
-        self.assertEqual(root.getElementsByTagName("context")[0].getAttribute("id"), "mine")
         self.assertEqual(root.getElementsByTagName("annotation")[0].firstChild.data, "me")
+        trace = root.getElementsByTagName("trace")[0]
+        self.assertEqual(trace.getAttribute("contextRef"), "#default-context")
+        return {name: [one.getAttribute("id") for one in root.getElementsByTagName(name)]
+                for name in ("traceFormat", "brush", "context")}
+
+    def test_keeps_own_definitions_and_annotations(self):
+        own = '<traceFormat id="f"/><brush id="b"><annotationXML/></brush>'
+        self.assertEqual(
+            self.converted(own + '<context id="mine" brushRef="#b" traceFormatRef="#f"/>'),
+            {"traceFormat": ["f", "default-format"], "brush": ["b", "default-brush"],
+             "context": ["default-context", "mine"]})
+        self.assertEqual(self.converted(own), {
+            "traceFormat": ["f", "default-format"], "brush": ["b", "default-brush"],
+            "context": ["default-context"]})
+
+    def test_keeps_an_own_context_of_the_default_name(self):
+        self.assertEqual(self.converted(
+            '<traceFormat id="f"/><brush id="b"><annotationXML/></brush>'
+            '<context id="default-context" brushRef="#b" traceFormatRef="#f"/>'),
+            {"traceFormat": ["f"], "brush": ["b"], "context": ["default-context"]})

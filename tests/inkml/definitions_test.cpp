@@ -186,6 +186,7 @@ TEST(WrittenBrush, NeverShowsAntialiased) {
   brush.ignorePressure.value = false;
   brush.width.value = 4294967295U;
   brush.height.value = 2147483648U;
+  brush.transparency.value = 4294967294U;
   brush.pentip.value = "";
   EXPECT_EQ(written(brush),
             "<brush id=\"none\">\n"
@@ -193,7 +194,7 @@ TEST(WrittenBrush, NeverShowsAntialiased) {
             "        <color>Black</color>\n"
             "        <width>-1</width>\n"
             "        <height>-2147483648</height>\n"
-            "        <transparency>100</transparency>\n"
+            "        <transparency>-2</transparency>\n"
             "        <antialiased>False</antialiased>\n"
             "        <fittocurve>False</fittocurve>\n"
             "        <ignorePressure>False</ignorePressure>\n"

@@ -224,6 +224,17 @@ TEST_F(ReadDocument, SkipsAnnotationsWithoutTypeOrText) {
   EXPECT_THAT(document_.annotations(), ElementsAre(Pair("d", "")));
 }
 
+TEST_F(ReadDocument, KeepsTheWhiteSpaceOfATreeInMemory) {
+  document_.append(inktest::makeLayer({Orvo::Stroke()}));
+  document_.annotations() = {{"a", "  x \n y "}, {"e", ""}};
+  TiXmlDocument xml;
+  ASSERT_TRUE(serializer_.buildTree(xml, definitions_));
+  Document again;
+  EXPECT_TRUE(DocumentSerializer(&again).read(xml, definitions_));
+  EXPECT_EQ(shapeOf(again), (Shape{{0}}));
+  EXPECT_EQ(again.annotations(), document_.annotations());
+}
+
 TEST_F(ReadDocument, NeedsARootOfExactlyThatName) {
   for (const char* text : {"<inkml/>", "<ink:ink/>", "<Ink/>", "<a><ink/></a>", "<!-- ink -->",
                            "<?xml version='1.0'?>"}) {
@@ -489,6 +500,43 @@ TEST_F(AbortedRead, FailsAtTheAnnotationBehindItsLastLayer) {
   ASSERT_TRUE(inktest::load(oneLongLayer("<annotation type='a'>1</annotation>"), xml));
   EXPECT_TRUE(cancelInTheMiddle(xml, false));
 }
+
+TEST_F(AbortedRead, FailsAtAnAnnotationOfItsLayer) {
+  std::string annotations;
+  for (int i = 0; i < 200'000; ++i)
+    annotations += "<annotation type='a'>1</annotation>";
+  TiXmlDocument xml;
+  ASSERT_TRUE(
+      inktest::load("<ink><tracegroup id='layer0'>" + annotations + "</tracegroup></ink>", xml));
+  EXPECT_TRUE(cancelInTheMiddle(xml, true));
+}
+
+// Cancels its own reading with the first layer that it gets.
+class CancellingDocument : public Document {
+ public:
+  void append(const Orvo::Layer& layer) override {
+    Document::append(layer);
+    serializer->cancel();
+  }
+  DocumentSerializer* serializer = nullptr;
+};
+
+TEST_F(AbortedRead, KeepsTheLayersThatItHas) {
+  TiXmlDocument xml;
+  ASSERT_TRUE(
+      inktest::load("<ink><tracegroup id='layer0'><trace contextRef='#c'>1 2</trace>"
+                    "</tracegroup><tracegroup id='layer1'/></ink>",
+                    xml));
+  CancellingDocument document;
+  DocumentSerializer serializer(&document);
+  document.serializer = &serializer;
+  InkMLDefinitions definitions;
+  EXPECT_FALSE(serializer.read(xml, definitions));
+  ASSERT_EQ(document.size(), 1U);
+  EXPECT_EQ(document.back().size(), 1U);
+  EXPECT_FALSE(document.complete.value);
+}
+
 TEST_F(AbortedRead, CanBeCancelledAtAnyMomentOfManyLayers) {
   std::string text = "<ink>";
   for (int i = 0; i < 2000; ++i)

@@ -105,6 +105,14 @@ TEST(CheckedFile, MayNestFiveHundredDeep) {
   EXPECT_EQ(check(times(2000, "<a></a><b/>")).refusal, FileRefusal::none);
 }
 
+TEST(CheckedFile, KeepsLineEndsBehindANulAsTheLibraryDoes) {
+  EXPECT_EQ(check(std::string("a\0b\r\n", 5)).text, std::string("a\0b\r\n", 5));
+  EXPECT_EQ(check(std::string("a\r\n\0b\r\n", 7)).text.substr(0, 2), "a\n");
+  // A lead byte takes the NUL with it: the library reads on behind it.
+  EXPECT_EQ(check(std::string("<a>\xE2\0'", 6) + times(600, "\xE2\r\n<a>")).refusal,
+            FileRefusal::tooDeep);
+}
+
 TEST(CheckedFile, TellsTheLineThatIsTooDeep) {
   const FileCheck found = check(times(600, "<a>\r\n"));
   EXPECT_EQ(found.refusal, FileRefusal::tooDeep);
@@ -215,7 +223,10 @@ std::string markupSoup(std::mt19937& random) {
                                                  "text",
                                                  " ",
                                                  "\n",
+                                                 "\r",
                                                  "\r\n",
+                                                 "\xE2\r\n",
+                                                 std::string("\xE2\0", 2),
                                                  "<!--",
                                                  "-->",
                                                  "<![CDATA[",
@@ -247,7 +258,7 @@ std::string markupSoup(std::mt19937& random) {
                                                  "<",
                                                  std::string(1, '\0')};
   std::string soup = random() % 2 == 0 ? "<a>" : "";
-  for (auto count = random() % 24; count > 0; --count)
+  for (auto count = random() % 60; count > 0; --count)
     soup += parts[random() % parts.size()];
   if (random() % 2 == 0) soup += "</a>";
   return soup;

@@ -100,7 +100,10 @@ TEST_F(Reading, TellsTheLineThatIsNestedTooDeep) {
 }
 
 TEST_F(Reading, TellsAnUnfinishedCharacter) {
-  EXPECT_EQ(failureOf("<ink>\xC3"), InkFailure::cutCharacter);
+  const InkReading reading = read("<ink>\n\n\xC3");
+  EXPECT_EQ(reading.report.failure, InkFailure::cutCharacter);
+  EXPECT_EQ(reading.report.line, 3);
+  EXPECT_FALSE(reading.document->complete.value);
 }
 
 TEST_F(Reading, TellsTheLineAndTheWordsOfTheLibrary) {
@@ -154,6 +157,19 @@ TEST_F(Reading, TellsNodesThatAreTakenForElements) {
   ASSERT_NE(definitions.report.find(Kind::noElementAsDefinitions), nullptr);
   EXPECT_EQ(definitions.report.find(Kind::noElementAsDefinitions)->line, 2);
   EXPECT_NE(definitions.report.find(Kind::furtherDefinitions), nullptr);
+  expectProblem(
+      "<ink><definitions><brush id='b'>\n<!--annotationXML--><annotationXML><color>Red</color>"
+      "</annotationXML></brush></definitions></ink>",
+      Kind::noElementAsBrushProperties, 1, 2);
+  expectProblem(inLayer("<trace contextRef='#c'><!-- pen down -->1 2,3 4</trace>"),
+                Kind::tracesOfNoText, 1, 3);
+}
+
+TEST_F(Reading, TellsTextsThatAreDivided) {
+  expectProblem(inLayer("<trace contextRef='#c'>1 2,3 4\n<!-- more -->,5 6,7 8</trace>"),
+                Kind::dividedTexts, 1, 4);
+  expectProblem("<ink><annotation type='t'>one<b/>two</annotation></ink>", Kind::dividedTexts, 1,
+                1);
 }
 
 TEST_F(Reading, TellsDefinitionsThatAreSkipped) {
@@ -223,14 +239,28 @@ TEST_F(Reading, TellsAnnotationsThatAreSkipped) {
 TEST_F(Reading, TellsTextsThatEndAtANul) {
   expectProblem(inLayer("<trace contextRef='#c'>1 2,3&#0; 4</trace>"), Kind::textsWithNul, 1, 3);
   expectProblem("<ink><annotation type='t'>a&#0;b</annotation></ink>", Kind::textsWithNul, 1, 1);
+  expectProblem(
+      "<ink><definitions><brush id='b'><annotationXML>\n<color>Re&#0;d</color></annotationXML>"
+      "</brush></definitions></ink>",
+      Kind::textsWithNul, 1, 2);
 }
 
 TEST_F(Reading, TellsNumbersThatAreReadOtherwise) {
   expectProblem(inLayer("<trace contextRef='#c'>1.5 2,3 4e2,5 6.</trace>"), Kind::cutNumbers, 3, 3);
   expectProblem(inLayer("<trace contextRef='#c'>.5 1</trace>"), Kind::cutNumbers, 1, 3);
   expectProblem(inLayer("<trace contextRef='#c'>1 x,'2 3,T 4,- 5</trace>"), Kind::noNumbers, 4, 3);
+  expectProblem(inLayer("<trace contextRef='#c'><![CDATA[1\n2 3,4 5x,6 7\n]]></trace>"),
+                Kind::otherwiseCutNumbers, 2, 3);
   expectProblem(inLayer("<trace contextRef='#c'>1 2 3 4 5 6 7 8 x,1 2 3 4 5 6 7</trace>"),
                 Kind::furtherNumbers, 1, 3);
+}
+
+TEST_F(Reading, TellsNumbersOfWhichOnlyTheLowBitsAreKept) {
+  // The pressure and the time are unsigned, the others signed.
+  expectProblem(inLayer("<trace contextRef='#c'>2147483647 -2147483648 0 4294967295 0 0 4294967295,"
+                        "2147483648 0,0 -2147483649,0 0 0 4294967296,0 0 0 0 4294967295,"
+                        "99999999999999999999999 0</trace>"),
+                Kind::wrappedNumbers, 5, 3);
 }
 
 TEST_F(Reading, TellsEachKindOfProblemOnceInOneOrder) {
