@@ -1,8 +1,7 @@
 // Start-up, registration of the file format, and the opening of one file.
-#include <array>
 #include <cstdio>
 #include <cstring>
-#include <string>
+#include <vector>
 
 #include "hostapi/ai_file_format_suite.h"
 #include "hostapi/ai_runtime_suite.h"
@@ -43,16 +42,19 @@ OpenRequest readRequest(const void* record) {
   return {message.option, message.filePath};
 }
 
-bool isOneOf(const ai::UnicodeString& extension, const char* first, const char* second) {
-  return extension.compare(ai::UnicodeString(first)) == 0 ||
-         extension.compare(ai::UnicodeString(second)) == 0;
+bool is(const ai::UnicodeString& extension, const char* text) {
+  return extension.compare(ai::UnicodeString(text)) == 0;
 }
 
-// Exact and case-sensitive. Another extension leaves the kind of the file before, on purpose.
-void chooseFileKind(const ai::UnicodeString& extension) {
-  if (isOneOf(extension, "pnx", "eli")) {
+// Exact and case-sensitive. Another extension leaves the kind of the file before, on purpose. Each
+// string to compare with is made when its turn comes, the first one before the extension is taken:
+// the first of these steps that fails gives the answer to the host.
+void chooseFileKind(const FilePathBody& file) {
+  const ai::UnicodeString pnx("pnx");
+  const ai::UnicodeString extension = ai::FilePath(file).GetFileExtension();
+  if (extension.compare(pnx) == 0 || is(extension, "eli")) {
     Orvo::fileKind = Orvo::kPenFile;
-  } else if (isOneOf(extension, "kvo", "inkml")) {
+  } else if (is(extension, "kvo") || is(extension, "inkml")) {
     Orvo::fileKind = Orvo::kInkML;
   }
 }
@@ -96,7 +98,7 @@ void kvoexportfileplugin::registerFileFormat(SPInterfaceMessage* record) {
 SPErr kvoexportfileplugin::goFileFormat(void* record) {
   const OpenRequest request = readRequest(record);
   const ai::UnicodeString path = ai::fullPath(request.file, false);
-  chooseFileKind(ai::FilePath(request.file).GetFileExtension());
+  chooseFileKind(request.file);
   loadBrushStyle();
   if ((request.option & kFileFormatRead) == 0) return kNoErr;
 

@@ -1,7 +1,8 @@
 #include "plugin/suites.h"
 
+#include <algorithm>
 #include <array>
-#include <vector>
+#include <iterator>
 
 #include "hostapi/ai_art_set_suite.h"
 #include "hostapi/ai_art_style_suite.h"
@@ -27,61 +28,61 @@ namespace {
 
 // One suite of the list: how it is asked for and where its pointer goes.
 struct Row {
-  SuiteId id;
-  void (*keep)(const void* table);
+  SuiteId id{};
+  void (*keep)(const void* table) = nullptr;
   bool held = false;
 };
 
 template <class Suite>
-Row called() {
+constexpr Row called() {
   return {Suite::kId,
           [](const void* table) { heldSuite<Suite> = static_cast<const Suite*>(table); }};
 }
 
-Row uncalled(SuiteId id) {
+constexpr Row uncalled(SuiteId id) {
   return {id, [](const void*) {}};
 }
 
-std::vector<Row> makeRows() {
-  std::vector<Row> rows = {
-      // the frame's
-      called<SPAccessSuite>(),
-      called<SPPluginsSuite>(),
-      called<AINotifierSuite>(),
-      uncalled(kContextSuite),
-      called<AIUserSuite>(),
-      called<AIFilePathSuite>(),
-      uncalled(kFoldersSuite),
-      // the plug-in's
-      called<AIUnicodeStringSuite>(),
-      uncalled(kBlocksSuite),
-      called<AIFileFormatSuite>(),
-      called<AIDocumentSuite>(),
-      uncalled(kTextFrameSuite),
-      called<AIArtSuite>(),
-      called<AIPathSuite>(),
-      uncalled(kMatchingArtSuite),
-      uncalled(kMdMemorySuite),
-      uncalled(kApplicationSuite),
-      uncalled(kDocumentListSuite),
-      called<AIPathStyleSuite>(),
-      called<AILayerSuite>(),
-      uncalled(kRealBezierSuite),
-      called<AITabletDataSuite>(),
-      called<AIArtStyleSuite>(),
-      uncalled(kShapeConstructionSuite),
-      called<AIRuntimeSuite>(),
-      called<AIArtSetSuite>(),
-  };
-  for (const SuiteId& id : kTextEngineSuites)
-    rows.push_back(uncalled(id));
-  return rows;
-}
+constexpr std::array kNamedRows{
+    // the frame's
+    called<SPAccessSuite>(),
+    called<SPPluginsSuite>(),
+    called<AINotifierSuite>(),
+    uncalled(kContextSuite),
+    called<AIUserSuite>(),
+    called<AIFilePathSuite>(),
+    uncalled(kFoldersSuite),
+    // the plug-in's
+    called<AIUnicodeStringSuite>(),
+    uncalled(kBlocksSuite),
+    called<AIFileFormatSuite>(),
+    called<AIDocumentSuite>(),
+    uncalled(kTextFrameSuite),
+    called<AIArtSuite>(),
+    called<AIPathSuite>(),
+    uncalled(kMatchingArtSuite),
+    uncalled(kMdMemorySuite),
+    uncalled(kApplicationSuite),
+    uncalled(kDocumentListSuite),
+    called<AIPathStyleSuite>(),
+    called<AILayerSuite>(),
+    uncalled(kRealBezierSuite),
+    called<AITabletDataSuite>(),
+    called<AIArtStyleSuite>(),
+    uncalled(kShapeConstructionSuite),
+    called<AIRuntimeSuite>(),
+    called<AIArtSetSuite>(),
+};
 
-std::vector<Row>& rows() {
-  static std::vector<Row> list = makeRows();
+constexpr auto allRows() {
+  std::array<Row, kNamedRows.size() + std::size(kTextEngineSuites)> list;
+  const auto textEngine = std::ranges::copy(kNamedRows, list.begin()).out;
+  std::ranges::transform(kTextEngineSuites, textEngine, uncalled);
   return list;
 }
+
+// Made by the compiler: start-up needs no memory for it.
+constinit auto rows = allRows();
 
 int acquisitionCount = 0;
 
@@ -89,7 +90,7 @@ int acquisitionCount = 0;
 
 SuitesHolder::SuitesHolder() {
   if (++acquisitionCount > 1) return;
-  for (Row& row : rows()) {
+  for (Row& row : rows) {
     const void* table = nullptr;
     row.held = basicSuite->AcquireSuite(row.id.name, row.id.version, &table) == kNoErr;
     row.keep(row.held ? table : nullptr);
@@ -98,7 +99,7 @@ SuitesHolder::SuitesHolder() {
 
 void SuitesHolder::release() {
   if (acquisitionCount == 0 || --acquisitionCount > 0) return;
-  for (Row& row : rows()) {
+  for (Row& row : rows) {
     if (row.held) basicSuite->ReleaseSuite(row.id.name, row.id.version);
     row.held = false;
     row.keep(nullptr);

@@ -1,17 +1,23 @@
-#include <fstream>
 #include <gmock/gmock.h>
+#include <iterator>
+#include <string_view>
 
 #include "penfile/document_loader.h"
 #include "tests/plugin/plugin_in_host.h"
+#include "tests/support/host/host_with_faults.h"
 #include "tests/support/pen/text_file.h"
 
 namespace {
 
 using namespace plugintest;
+using test::HostWithFaults;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
+constexpr char kFilePath[] = "AI File Path Suite";
+constexpr char kString[] = "AI Unicode String Suite";
+constexpr char kDocument[] = "AI Document Suite";
 constexpr char kPathStyle[] = "AI Path Style Suite";
 constexpr char kArtStyle[] = "AI Art Style Suite";
 
@@ -133,6 +139,34 @@ TEST(MessageLayout, IsRecognisedFromTheFileSpecification) {
   }
 }
 
+TEST(MessageLayout, IsRecognisedFromADriveLetterOfEitherCase) {
+  PluginInHost plugin;
+  plugin->start();
+  oneStroke().write(plugin.path("a.pnx"));
+  for (const std::string_view drive : {"A:", "C:", "Z:", "a:", "c:", "z:"}) {
+    plugin->host().newDocument();
+    hostapi::AIFileFormatMessageWithSpecification message{};
+    drive.copy(message.specification, drive.size());
+    message.option = hostapi::kFileFormatRead;
+    message.filePath = plugin->host().makeFilePath(plugin.path("a.pnx"));
+    EXPECT_EQ(plugin->send("AI File Format", "AI Go", &message), 0) << drive;
+    EXPECT_TRUE(plugin.host().builderRan()) << drive;
+    plugin->host().freeFilePath(message.filePath);
+  }
+}
+
+// The first two bytes of the option are those of "[:" and "{:".
+TEST(MessageLayout, IsThePlainOneForAnOptionNextToALetterAndAColon) {
+  PluginInHost plugin;
+  plugin->start();
+  oneStroke().write(plugin.path("a.pnx"));
+  for (const std::int32_t option : {0x3A5B, 0x3A7B}) {
+    plugin->host().newDocument();
+    EXPECT_EQ(plugin->sendFileFormat("AI Go", plugin.path("a.pnx"), option), 0);
+    EXPECT_TRUE(plugin.host().builderRan());
+  }
+}
+
 TEST(DocumentLayout, IsRecognisedWithoutHarmAndOnce) {
   for (const auto layout : {embedded::DocumentLayout::newer, embedded::DocumentLayout::older}) {
     embedded::Options options;
@@ -164,27 +198,98 @@ TEST(UnicodeStringLayout, DoesNotMatter) {
   }
 }
 
+HostWithFaults withoutAnyLibrary() {
+  return HostWithFaults().withoutLibrary().withLibraryAt("/nowhere/brush_pressure.ai");
+}
+
 TEST(StyleLibrary, MissingStyleEndsTheOpeningWithTheHostsCode) {
-  embedded::Options options;
-  options.builtInLibrary = false;
-  options.libraryPath = "/nowhere/brush_pressure.ai";
-  PluginInHost plugin(options);
+  PluginInHost plugin(withoutAnyLibrary());
   plugin->start();
   const embedded::Opening opening = plugin.open(oneStroke());
-  EXPECT_NE(opening.code("AI Go"), 0);
+  EXPECT_EQ(opening.code("AI Go"), fourCC("NAM?"));
+  EXPECT_THAT(opening.alerts, ElementsAre("NAM?"));
   EXPECT_FALSE(opening.builderRan);
   EXPECT_EQ(plugin.calls("AI Path Style Suite", "ImportStyles"), 1U);
 }
 
 TEST(StyleLibrary, NullStyleWithoutAnErrorDrawsPathsWithoutAStyle) {
-  embedded::Options options = failing(kPathStyle, "ImportStyles", fourCC("!Imp"));
-  options.faults.push_back(
-      {.suite = kArtStyle, .function = "GetArtStyleByNameFromDocument", .call = 1, .code = 0});
-  PluginInHost plugin(options);
+  PluginInHost plugin(
+      withoutAnyLibrary().answeringMissingStyles(embedded::MissingStyle::nullStyle));
   plugin->start();
   const embedded::Opening opening = plugin.open(oneStroke());
   EXPECT_EQ(opening.code("AI Go"), 0);
   EXPECT_EQ(pathAt(opening.document, 0, 0).style, std::nullopt);
+}
+
+TEST(StyleLibrary, OfTheFileBeforeIsNotUsedWhereTheImportFails) {
+  PluginInHost plugin(failing(kPathStyle, "ImportStyles", fourCC("!Imp"), 2));
+  plugin->start();
+  EXPECT_EQ(plugin.open(oneStroke()).code("AI Go"), 0);
+  EXPECT_EQ(plugin.open(oneStroke()).code("AI Go"), fourCC("NAM?"));
+}
+
+TEST(StyleLibrary, StyleOfTheFileBeforeIsNotUsedWhereTheLookUpGivesNone) {
+  PluginInHost plugin(failing(kArtStyle, "GetArtStyleByNameFromDocument", 0, 2));
+  plugin->start();
+  EXPECT_TRUE(pathAt(plugin.open(oneStroke()).document, 0, 0).style);
+  const embedded::Opening second = plugin.open(oneStroke());
+  EXPECT_EQ(second.code("AI Go"), 0);
+  EXPECT_EQ(pathAt(second.document, 0, 0).style, std::nullopt);
+}
+
+TEST(StyleLibrary, StyleOfTheDrawingBeforeIsNotUsedWhereTheNewOneCannotBeNamed) {
+  PluginInHost plugin(failing(kArtStyle, "AddNamedStyle", fourCC("TEST"), 2));
+  plugin->start();
+  EXPECT_TRUE(pathAt(plugin.open(oneStroke()).document, 0, 0).style);
+  const embedded::Opening second = plugin.open(oneStroke());
+  EXPECT_EQ(second.code("AI Go"), 0);
+  EXPECT_THAT(second.misuse, IsEmpty());
+  EXPECT_EQ(pathAt(second.document, 0, 0).style, std::nullopt);
+}
+
+// Every step that is tested, in its order, for an extension that is the last to be compared with.
+struct Step {
+  const char* suite;
+  const char* function;
+  std::size_t call = 1;
+};
+
+constexpr Step kSteps[] = {
+    {kFilePath, "GetFullPath"},
+    {kString, "Initialize", 1},  // "pnx"
+    {kFilePath, "Copy"},
+    {kFilePath, "GetFileExtension"},
+    {kString, "Initialize", 2},  // "eli"
+    {kString, "Initialize", 3},  // "kvo"
+    {kString, "Initialize", 4},  // "inkml"
+    {kString, "InitializeUTF16"},
+    {kString, "Initialize", 5},  // the library's file
+    {kString, "Append"},
+    {kFilePath, "Set"},
+    {kString, "Initialize", 6},  // the library's style
+    {kArtStyle, "GetArtStyleByNameFromDocument"},
+    {kString, "GetChar"},
+    {kString, "Initialize", 7},  // the drawing's style
+    {kDocument, "GetDocumentSetup"},
+    {kDocument, "SetDocumentRulerOrigin"},
+    {kDocument, "SetDocumentSetup"},
+    {"AI Layer Suite", "SetLayerEditable"},
+};
+
+TEST(OrderOfSteps, IsToldByTheCodeOfTheFirstOneThatIsRefused) {
+  constexpr hostapi::AIErr firstCode = 1000;
+  for (std::size_t first = 0; first < std::size(kSteps); ++first) {
+    HostWithFaults host;
+    for (std::size_t i = first; i < std::size(kSteps); ++i) {
+      host.answering(kSteps[i].suite, kSteps[i].function, kSteps[i].call,
+                     firstCode + static_cast<hostapi::AIErr>(i));
+    }
+    PluginInHost plugin(host);
+    plugin->start();
+    EXPECT_EQ(plugin->open(plugin.writeText("a.inkml", kEmptyInkLayer)).code("AI Go"),
+              firstCode + static_cast<hostapi::AIErr>(first))
+        << kSteps[first].function << " " << kSteps[first].call;
+  }
 }
 
 TEST(StyleLibrary, LiesInTheUsersLocalApplicationDataFolder) {

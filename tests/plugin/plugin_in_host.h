@@ -1,5 +1,6 @@
 #pragma once
 
+#include <fstream>
 #include <gtest/gtest.h>
 #include <memory>
 #include <string>
@@ -46,6 +47,12 @@ class PluginInHost {
     return told + printed;
   }
 
+  /// Writes a text into the folder; gives its path.
+  std::string writeText(const std::string& name, const std::string& text) {
+    std::ofstream(folder_ / name, std::ios::binary) << text;
+    return path(name);
+  }
+
   std::string path(const std::string& name) const { return (folder_ / name).string(); }
 
   std::size_t calls(std::string_view suite, std::string_view function) const {
@@ -63,6 +70,26 @@ inline PenFileBuilder oneStroke() {
   return PenFileBuilder().descriptor().status(1).coordinate(-5, 0).coordinate(995, 500).coordinate(
       1995, 100);
 }
+
+/// A recording of two layers, each of the same number of strokes of three points.
+inline PenFileBuilder twoLayers(int strokes) {
+  PenFileBuilder recording;
+  recording.descriptor();
+  for (int layer = 0; layer < 2; ++layer) {
+    recording.status(0x80);
+    for (int stroke = 0; stroke < strokes; ++stroke) {
+      recording.status(0)
+          .status(1)
+          .coordinate(10, 20)
+          .coordinate(30, 40 + stroke)
+          .coordinate(50, 60 + layer);
+    }
+  }
+  return recording;
+}
+
+/// An ink document of one layer without strokes.
+inline constexpr char kEmptyInkLayer[] = "<ink><tracegroup id=\"layer0\"></tracegroup></ink>";
 
 /// The path at `index`, from the bottom, of a layer.
 inline const art::Path& pathAt(const art::Document& document, std::size_t layer,
