@@ -27,10 +27,10 @@ struct StyleNode {
 struct ArtNode {
   hostapi::AIArtHandle handle;
   LayerNode* layer;
-  ArtNode* parent;  // null for a layer's own group
+  ArtNode* parent;  ///< null for a layer's own group
   bool isGroup;
   art::Path path;
-  std::vector<ArtNode*> children;  // bottom to top
+  std::vector<ArtNode*> children;  ///< bottom to top
   StyleNode* style = nullptr;
 };
 
@@ -50,10 +50,10 @@ struct DocumentNode {
   bool setupAsked = false;
   art::Point rulerOrigin;
   art::Rect page;
-  std::vector<LayerNode*> layers;  // bottom to top
+  std::vector<LayerNode*> layers;  ///< bottom to top
   LayerNode* currentLayer = nullptr;
   std::size_t layersMade = 0;
-  std::size_t pathsBefore = 0;  // paths that the host held when it was made
+  std::size_t pathsBefore = 0;  ///< paths that the host held when it was made
   std::vector<StyleNode*> styles;
 };
 

@@ -22,8 +22,7 @@ struct HostState;
 /// One host with its documents, suites, strings and paths.
 ///
 /// 1. The suites are tables of plain functions without a context, so one host at a time is active
-/// in
-///    the process: making a second one throws std::logic_error.
+///    in the process: making a second one throws std::logic_error.
 /// 2. Everything that a suite gives out (tables, strings, handles) is valid until the host goes.
 /// 3. Single-threaded, as the interface is.
 /// 4. What the plug-in does wrong is answered with a code and named: see `misuse`.

@@ -16,15 +16,15 @@ namespace embedded {
 
 /// A suite's table as it is handed out; slot n is the n-th pointer.
 struct OfferedSuite {
-  hostapi::SuiteId id{};  // the version being the one on offer
+  hostapi::SuiteId id{};  ///< the version being the one on offer
   std::vector<hostapi::ReservedSlot> slots;
-  std::size_t acquired = 0;  // acquisitions not released
+  std::size_t acquired = 0;  ///< acquisitions not released
 };
 
 /// The inside of a Unicode string.
 struct HostString {
   std::u32string text;
-  std::u16string units;  // what UTF_16 gave out last
+  std::u16string units;  ///< what UTF_16 gave out last
 };
 
 /// The inside of a file path.
@@ -46,13 +46,13 @@ struct HostState {
   Documents documents;
   Store<HostString, HandleKind::string> strings;
   Store<HostPath, HandleKind::filePath> paths;
-  std::size_t messagePaths = 0;  // of the paths, those that are the host's own
+  std::size_t messagePaths = 0;  ///< of the paths, those that are the host's own
   std::map<void*, std::vector<std::max_align_t>> blocks;
 
   hostapi::SPBasicSuite basic{};
   std::vector<OfferedSuite> suites;
   std::deque<UnofferedFunction> unofferedCalls;
-  std::vector<std::size_t> faultCalls;  // for each fault, the calls of its function so far
+  std::vector<std::size_t> faultCalls;  ///< for each fault, the calls of its function so far
 
   std::string pluginName;
   std::size_t accessCount = 0;

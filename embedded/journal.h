@@ -102,13 +102,13 @@ class Journal {
   struct Entry {
     const Function* function;
     std::uint32_t firstArgument;
-    std::uint32_t path;  // 0: none
+    std::uint32_t path;  ///< 0: none
     std::int32_t result;
     bool injected;
   };
   struct Argument {
     const char* name;
-    std::uint64_t bits;  // number, handle, or index into texts_ or arrays_
+    std::uint64_t bits;  ///< number, handle, or index into texts_ or arrays_
     Kind kind;
   };
   struct Array {

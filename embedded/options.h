@@ -44,8 +44,8 @@ enum class MissingStyle { nameNotFound, nullStyle };
 
 struct Options {
   std::set<std::string> lackingSuites;  ///< 'S!Fd' for these
-  std::map<std::string, std::int32_t>
-      suiteVersions;  ///< the version to offer in place of the usual
+  /// The version to offer in place of the usual.
+  std::map<std::string, std::int32_t> suiteVersions;
   std::vector<NullSlot> nullSlots;
   std::vector<Fault> faults;
 

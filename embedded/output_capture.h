@@ -31,9 +31,9 @@ class OutputCapture {
 
  private:
   struct Stream {
-    std::FILE* stream = nullptr;    // the C library's
-    std::FILE* captured = nullptr;  // null: not kept
-    int saved = -1;                 // the descriptor's own file
+    std::FILE* stream = nullptr;    ///< the C library's
+    std::FILE* captured = nullptr;  ///< null: not kept
+    int saved = -1;                 ///< the descriptor's own file
   };
   static Stream redirect(std::FILE* stream);
   static std::string restore(Stream& stream);

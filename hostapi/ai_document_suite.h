@@ -51,7 +51,7 @@ struct AIDocumentSuite {
   SetDocumentSetupFunction OlderSetDocumentSetup;
   ReservedSlot reserved15[25];
   union {
-    GetAIVersionFunction GetAIVersion;                  // newer layout
+    GetAIVersionFunction GetAIVersion;                  ///< newer layout
     GetDocumentTargetingFunction GetDocumentTargeting;  ///< older layout
   };
   ReservedSlot reserved41[33];

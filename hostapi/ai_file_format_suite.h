@@ -7,7 +7,7 @@ namespace hostapi {
 
 /// How a format shows itself, in the Windows form. The host copies every text during the call.
 struct PlatformAddFileFormatData {
-  std::int32_t type;     // file type code, not used on Windows: 0
+  std::int32_t type;     ///< file type code, not used on Windows: 0
   unsigned char* title;  ///< the host's own text for it is length-prefixed: see AddFileFormat
   std::int32_t titleOrder;
   char* extension;  ///< comma-separated, without dots; at most 31 characters, 5 for each

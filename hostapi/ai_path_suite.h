@@ -7,7 +7,7 @@ namespace hostapi {
 
 struct AIPathSegment {
   AIRealPoint p;
-  AIRealPoint in;   // control point towards the segment before
+  AIRealPoint in;   ///< control point towards the segment before
   AIRealPoint out;  ///< control point towards the segment after
   AIBoolean corner;
 };

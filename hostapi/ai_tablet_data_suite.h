@@ -7,7 +7,7 @@ namespace hostapi {
 
 struct AITabletProfile {
   AIReal offset;  ///< position along the path, 0 to 1
-  AIReal value;   // for pressure 0 to 1
+  AIReal value;   ///< for pressure 0 to 1
 };
 static_assert(sizeof(AITabletProfile) == 8 && offsetof(AITabletProfile, value) == 4);
 

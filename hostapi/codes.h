@@ -34,8 +34,8 @@ inline constexpr AIErr kNoTabletSpaceErr = fourCC("!spc");
 inline constexpr AIErr kSuiteNotFoundErr = fourCC("S!Fd");
 inline constexpr AIErr kUnknownFormatErr = fourCC("FMT?");
 /// The Unicode String suite's own.
-inline constexpr AIErr kStringIndexErr = fourCC("US!I");      // index past the end
-inline constexpr AIErr kStringLengthErr = fourCC("US#L");     // length not allowed
+inline constexpr AIErr kStringIndexErr = fourCC("US!I");      ///< index past the end
+inline constexpr AIErr kStringLengthErr = fourCC("US#L");     ///< length not allowed
 inline constexpr AIErr kStringMalformedErr = fourCC("US!F");  ///< malformed text
 
 static_assert(kCantHappenErr == 0x43414E54 && kUnhandledMsgErr == 0x214D5347);

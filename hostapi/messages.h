@@ -15,8 +15,8 @@ inline constexpr std::int32_t kSPCheck = 0x5350436B;  ///< 'SPCk'
 /// The beginning of every message.
 struct SPMessageData {
   std::int32_t SPCheck;  ///< kSPCheck when valid
-  SPPluginRef self;      // the plug-in's own reference
-  void* globals;         // the plug-in's; the host keeps it from one call to the next
+  SPPluginRef self;      ///< the plug-in's own reference
+  void* globals;         ///< the plug-in's; the host keeps it from one call to the next
   const SPBasicSuite* basic;
 };
 static_assert(sizeof(SPMessageData) == 32 && offsetof(SPMessageData, self) == 8 &&

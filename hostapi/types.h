@@ -37,7 +37,8 @@ struct AIRealRect {
   AIReal right;
   AIReal bottom;
 };
-static_assert(sizeof(AIRealRect) == 16 && offsetof(AIRealRect, bottom) == 12);
+static_assert(sizeof(AIRealRect) == 16 && offsetof(AIRealRect, top) == 4 &&
+              offsetof(AIRealRect, right) == 8 && offsetof(AIRealRect, bottom) == 12);
 
 // ---- handles: opaque, null means "none" ----
 

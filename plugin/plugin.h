@@ -47,7 +47,7 @@ class Plugin {
   virtual hostapi::SPErr goMenuItem(void* record);
   virtual hostapi::SPErr notify(void* record);
   hostapi::SPErr answerNothing(void* record);  ///< 0
-  hostapi::SPErr notHandled(void* record);     // '!MSG'
+  hostapi::SPErr notHandled(void* record);     ///< '!MSG'
 
   void setName(const char* name);
 

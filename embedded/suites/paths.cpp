@@ -125,7 +125,8 @@ AIErr getFileExtension(const FilePathBody* path, UnicodeStringBody* extension) {
       });
 }
 
-AIErr getFullPath(const FilePathBody* path, AIBool8, UnicodeStringBody* text) {
+// What people see of a path is its last name.
+AIErr getFullPath(const FilePathBody* path, AIBool8 displayName, UnicodeStringBody* text) {
   return answer(
       kGetFullPath,
       [&](Call& call) {
@@ -134,7 +135,8 @@ AIErr getFullPath(const FilePathBody* path, AIBool8, UnicodeStringBody* text) {
       },
       [&](Call& call) {
         const auto full = textOf(call, *path);
-        return full ? assign(call, *text, std::u32string(*full)) : call.badParameter();
+        if (!full) return call.badParameter();
+        return assign(call, *text, std::u32string(displayName != 0 ? lastName(*full) : *full));
       });
 }
 

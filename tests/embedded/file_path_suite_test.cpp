@@ -18,9 +18,9 @@ class FilePathSuite : public testing::Test {
     EXPECT_EQ(host.liveStrings(), 0U);
   }
 
-  std::u32string fullPath(const FilePathBody& path) {
+  std::u32string fullPath(const FilePathBody& path, AIBool8 displayName = 0) {
     UnicodeStringBody text;
-    EXPECT_EQ(suite->GetFullPath(&path, 0, &text), 0);
+    EXPECT_EQ(suite->GetFullPath(&path, displayName, &text), 0);
     return take(text);
   }
 
@@ -86,6 +86,19 @@ TEST_F(FilePathSuite, TheFileOfAMessageKeepsItsExactName) {
   EXPECT_THAT(host.misuse(), IsEmpty());
 }
 #endif
+
+TEST_F(FilePathSuite, GivesTheWholePathOrTheLastNameToDisplay) {
+  test::HostFilePath path(host, "/home/a.b/drawing.pnx");
+  EXPECT_EQ(fullPath(*path.body(), 0), U"/home/a.b/drawing.pnx");
+  EXPECT_EQ(fullPath(*path.body(), 1), U"drawing.pnx");
+  EXPECT_EQ(fullPath(*path.body(), 255), U"drawing.pnx");
+}
+
+TEST_F(FilePathSuite, DisplaysNothingOfAPathThatEndsInASeparator) {
+  test::HostFilePath path(host, "/home/a/");
+  EXPECT_EQ(fullPath(*path.body(), 1), U"");
+  EXPECT_EQ(fullPath(FilePathBody(), 1), U"");
+}
 
 TEST_F(FilePathSuite, CopiesThatOutliveTheirSource) {
   FilePathBody copy;
