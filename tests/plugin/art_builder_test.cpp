@@ -2,10 +2,12 @@
 #include <gmock/gmock.h>
 
 #include "tests/plugin/plugin_in_host.h"
+#include "tests/support/host/host_with_faults.h"
 
 namespace {
 
 using namespace plugintest;
+using test::HostWithFaults;
 using testing::IsEmpty;
 
 // The constants as doubles, written out from their singles.
@@ -189,6 +191,32 @@ TEST(ArtBuilder, PutsEachStrokeOnTopOfThoseBefore) {
   EXPECT_EQ(pathAt(document, 0, 1).segments.size(), 2U);
 }
 
+// A stroke of three points, then one of two.
+PenFileBuilder longAndShortStroke() {
+  return oneStroke().status(0).status(1).coordinate(20, 30).coordinate(30, 40);
+}
+
+TEST(ArtBuilder, PutsAStrokeAboveAllOthersWhereTheLayersGroupIsRefused) {
+  PluginInHost plugin(failing("AI Art Suite", "GetFirstArtOfLayer", fourCC("TEST"), 2));
+  plugin->start();
+  const embedded::Opening opening = plugin.open(longAndShortStroke());
+  EXPECT_EQ(opening.code("AI Go"), 0);
+  ASSERT_EQ(opening.document.layers.at(0).art.size(), 2U);
+  EXPECT_EQ(pathAt(opening.document, 0, 0).segments.size(), 3U);
+  EXPECT_EQ(pathAt(opening.document, 0, 1).segments.size(), 2U);
+}
+
+TEST(ArtBuilder, StopsAtAPathThatIsRefusedAboveAllOthersToo) {
+  PluginInHost plugin(HostWithFaults()
+                          .answering("AI Art Suite", "GetFirstArtOfLayer", 1, fourCC("TEST"))
+                          .answering("AI Art Suite", "NewArt", 1, fourCC("TEST")));
+  plugin->start();
+  const embedded::Opening opening = plugin.open(longAndShortStroke());
+  EXPECT_EQ(opening.code("AI Go"), fourCC("CANT"));
+  EXPECT_EQ(plugin.calls("AI Path Suite", "SetPathSegmentCount"), 0U);
+  EXPECT_EQ(art::countPaths(opening.document), 0U);
+}
+
 TEST(ArtBuilder, GivesEveryPathTheLibrarysStyleUnderItsOwnName) {
   const art::Document document = draw(oneStroke());
   const std::optional<std::size_t> style = pathAt(document, 0, 0).style;
@@ -218,6 +246,21 @@ TEST(ArtBuilder, ResizesThePageAndMakesNoPathForALayerWithoutStrokesToDraw) {
   EXPECT_EQ(opening.document.height, 0);
   EXPECT_EQ(plugin.calls("AI Art Suite", "NewArt"), 0U);
   EXPECT_EQ(plugin.calls("AI Layer Suite", "GetNthLayer"), 1U);
+}
+
+TEST(ArtBuilder, StylesWhatIsThereForAnInkLayerWithoutStrokes) {
+  PluginInHost plugin;
+  plugin->start();
+  oneStroke().write(plugin.path("a.pnx"));
+  plugin->host().newDocument();
+  EXPECT_EQ(plugin->sendFileFormat("AI Go", plugin.path("a.pnx")), 0);
+  plugin->takeOutput();
+  EXPECT_EQ(plugin->sendFileFormat("AI Go", plugin.writeText("b.kvo", kEmptyInkLayer)), 0);
+  EXPECT_EQ(plugin->takeOutput().standardOutput, "there are 1 layers in this document\n");
+  EXPECT_EQ(plugin.calls("AI Art Suite", "NewArt"), 1U);
+  EXPECT_EQ(plugin.calls("AI Art Style Suite", "SetArtStyle"), 2U);
+  EXPECT_EQ(plugin->host().document().width, 0);
+  EXPECT_EQ(plugin->host().document().height, 0);
 }
 
 TEST(ArtBuilder, BuildsAnEmptyDrawingFromARecordingWithoutPoints) {

@@ -2,10 +2,12 @@
 
 #include "plugin/plugin.h"
 #include "tests/plugin/plugin_in_host.h"
+#include "tests/support/host/host_with_faults.h"
 
 namespace {
 
 using namespace plugintest;
+using test::HostWithFaults;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -132,6 +134,57 @@ TEST_F(ErrorReport, ShowsNothingAndKeepsTheAnswerWhereTheHostHasNoAlerts) {
   const embedded::Opening opening = plugin.open(oneStroke());
   EXPECT_EQ(opening.code("AI Go"), kCode);
   EXPECT_THAT(opening.alerts, IsEmpty());
+}
+
+// A host whose page set-up always fails, and one call besides.
+embedded::Options refusingAlso(const char* suite, const char* function, std::size_t call) {
+  return HostWithFaults()
+      .answering("AI Document Suite", "SetDocumentSetup", 0, kCode)
+      .answering(suite, function, call, fourCC("ELSE"));
+}
+
+// Start-up asks for 104 suites; the alert's is the next one.
+TEST_F(ErrorReport, IsNotShownAndKeepsTheAnswerWhereItsSuiteIsRefused) {
+  PluginInHost plugin(refusingAlso("SP Basic Suite", "AcquireSuite", 105));
+  plugin->start();
+  const embedded::Opening opening = plugin.open(oneStroke());
+  EXPECT_EQ(opening.code("AI Go"), kCode);
+  EXPECT_THAT(opening.alerts, IsEmpty());
+  EXPECT_EQ(plugin.host().acquiredSuites(), 104U);
+  EXPECT_EQ(plugin.host().liveStrings(), 0U);
+}
+
+// The opening makes four strings from text before: "pnx", the library's file, the names of the
+// library's style and of the drawing's.
+TEST_F(ErrorReport, IsNotShownAndKeepsTheAnswerWhereItsTextCannotBeMade) {
+  PluginInHost plugin(refusingAlso("AI Unicode String Suite", "Initialize", 5));
+  plugin->start();
+  const embedded::Opening opening = plugin.open(oneStroke());
+  EXPECT_EQ(opening.code("AI Go"), kCode);
+  EXPECT_THAT(opening.alerts, IsEmpty());
+  EXPECT_EQ(plugin.host().acquiredSuites(), 104U);
+  EXPECT_EQ(plugin.host().liveStrings(), 0U);
+}
+
+// Before the alert's text the opening destroys the strings above, the full path, the extension and
+// the library's folder.
+TEST_F(ErrorReport, IsShownAndKeepsTheAnswerWhereItsTextCannotBeDestroyed) {
+  PluginInHost plugin(refusingAlso("AI Unicode String Suite", "Destroy", 8));
+  plugin->start();
+  const embedded::Opening opening = plugin.open(oneStroke());
+  EXPECT_EQ(opening.code("AI Go"), kCode);
+  EXPECT_THAT(opening.alerts, ElementsAre("TEST"));
+  EXPECT_EQ(plugin.host().acquiredSuites(), 104U);
+  EXPECT_EQ(plugin.host().liveStrings(), 1U);
+}
+
+TEST_F(ErrorReport, IsShownAndKeepsTheAnswerWhereItsSuiteCannotBeReleased) {
+  PluginInHost plugin(refusingAlso("SP Basic Suite", "ReleaseSuite", 1));
+  plugin->start();
+  const embedded::Opening opening = plugin.open(oneStroke());
+  EXPECT_EQ(opening.code("AI Go"), kCode);
+  EXPECT_THAT(opening.alerts, ElementsAre("TEST"));
+  EXPECT_EQ(plugin.host().acquiredSuites(), 105U);
 }
 
 TEST_F(ErrorReport, AnswersCantHappenForAnExceptionThatIsNoHostError) {

@@ -1,15 +1,15 @@
-#include <fstream>
 #include <gmock/gmock.h>
 #include <string>
 #include <vector>
 
 #include "tests/plugin/plugin_in_host.h"
+#include "tests/support/host/host_with_faults.h"
 
 namespace {
 
 using namespace plugintest;
+using test::HostWithFaults;
 using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::IsEmpty;
 
 constexpr hostapi::AIErr kCode = fourCC("TEST");
@@ -93,10 +93,19 @@ TEST(Startup, SubscribesToApplicationStartedUnderTheNameThatTheHostTells) {
 }
 
 TEST(Startup, KeepsItsOwnNameWhenTheHostDoesNotTellOne) {
-  PluginInHost plugin(failing("SP Plug-ins Suite", "GetPluginName", kCode));
-  EXPECT_TRUE(plugin->start().allAnsweredZero());
-  ASSERT_EQ(plugin.host().notifiers().size(), 1U);
-  EXPECT_EQ(plugin.host().notifiers()[0].name, "kvoexportfile App Started Notifier");
+  const std::vector<embedded::Options> hosts = {
+      failing("SP Plug-ins Suite", "GetPluginName", kCode),
+      failing("SP Plug-ins Suite", "GetPluginName", 0),  // gives null with it
+      HostWithFaults().withNullSlot("SP Plug-ins Suite", 22),
+      HostWithFaults().lacking("SP Plug-ins Suite"),
+  };
+  for (embedded::Options host : hosts) {
+    host.pluginName = "somebody";
+    PluginInHost plugin(host);
+    EXPECT_TRUE(plugin->start().allAnsweredZero());
+    ASSERT_EQ(plugin.host().notifiers().size(), 1U);
+    EXPECT_EQ(plugin.host().notifiers()[0].name, "kvoexportfile App Started Notifier");
+  }
 }
 
 TEST(Startup, CutsALongNameToItsField) {
@@ -183,16 +192,6 @@ TEST(Startup, WithoutAnySuiteAnswersThatOneIsMissing) {
   EXPECT_THAT(plugin->end().misuse, IsEmpty());
 }
 
-TEST(Startup, CallsNoFunctionThatATableLacks) {
-  for (const auto& [suite, slot] : std::vector<std::pair<std::string, std::size_t>>{
-           {"AI Notifier Suite", 0}, {"SP Access Suite", 0}, {"AI File Format Suite", 0}}) {
-    embedded::Options options;
-    options.nullSlots = {{suite, slot}};
-    PluginInHost plugin(options);
-    EXPECT_EQ(plugin->start().code("Startup"), fourCC("S!Fd")) << suite;
-  }
-}
-
 TEST(Shutdown, AnswersWithTheCodeOfAFailedReleaseOfTheModuleAndReleasesTheSuites) {
   PluginInHost plugin(failing("SP Access Suite", "ReleasePlugin", kCode));
   plugin->start();
@@ -202,11 +201,17 @@ TEST(Shutdown, AnswersWithTheCodeOfAFailedReleaseOfTheModuleAndReleasesTheSuites
   EXPECT_EQ(plugin->globals(), nullptr);
 }
 
-TEST(Shutdown, IgnoresASuiteThatCannotBeReleased) {
-  PluginInHost plugin(failing("SP Basic Suite", "ReleaseSuite", kCode, 5));
-  plugin->start();
-  EXPECT_EQ(plugin->send("SP Interface", "Shutdown"), 0);
-  EXPECT_EQ(plugin.host().acquiredSuites(), 1U);
+TEST(Shutdown, IgnoresASuiteThatCannotBeReleasedAndReleasesTheOthers) {
+  for (std::size_t position = 1; position <= 104; ++position) {
+    PluginInHost plugin(failing("SP Basic Suite", "ReleaseSuite", kCode, position));
+    plugin->start();
+    EXPECT_EQ(plugin->send("SP Interface", "Shutdown"), 0) << position;
+    EXPECT_THAT(plugin.host().alerts(), IsEmpty()) << position;
+    EXPECT_EQ(plugin.calls("SP Basic Suite", "ReleaseSuite"), 104U) << position;
+    EXPECT_EQ(plugin.host().acquiredSuites(), 1U) << position;
+    EXPECT_EQ(plugin.host().accessCount(), 0U) << position;
+    EXPECT_EQ(plugin->globals(), nullptr) << position;
+  }
 }
 
 }  // namespace

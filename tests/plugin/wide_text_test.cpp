@@ -2,6 +2,7 @@
 
 #include "hostapi/ai_unicode_string_suite.h"
 #include "plugin/error.h"
+#include "plugin/file_path.h"
 #include "plugin/suites.h"
 #include "plugin/unicode_string.h"
 #include "tests/plugin/plugin_in_host.h"
@@ -57,6 +58,17 @@ TEST_F(WideText, LeavesNothingBehindInTheHost) {
     EXPECT_EQ(plugin.host().liveStrings(), before + 2);
   }
   EXPECT_EQ(plugin.host().liveStrings(), before);
+}
+
+TEST_F(WideText, AsksTheHostForNothingWhereAStringOrAPathIsEmpty) {
+  const std::size_t before = plugin.host().journal().size();
+  {
+    const ai::UnicodeString text;
+    const ai::FilePath path;
+    EXPECT_EQ(text.body()->inside, nullptr);
+    EXPECT_EQ(path.body()->inside, nullptr);
+  }
+  EXPECT_EQ(plugin.host().journal().size(), before);
 }
 
 TEST(WideTextOfAFaultyHost, EndsOnlyAtTheIndexErrorAndThrowsAnyOther) {

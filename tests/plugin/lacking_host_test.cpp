@@ -1,0 +1,217 @@
+// Hosts that lack a suite or a function: nothing is called through null, and the answer is that of
+// the same call refused with 'S!Fd'.
+#include <gmock/gmock.h>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "tests/plugin/plugin_in_host.h"
+#include "tests/support/host/host_with_faults.h"
+
+namespace {
+
+using namespace plugintest;
+using test::HostWithFaults;
+using testing::IsEmpty;
+
+constexpr hostapi::AIErr kMissing = fourCC("S!Fd");
+constexpr hostapi::AIErr kCant = fourCC("CANT");
+constexpr hostapi::AIErr kNoName = fourCC("NAM?");
+constexpr hostapi::AIErr kParameter = fourCC("PARM");
+
+// A code of 0 and a missing suite show nothing, every other code itself.
+std::vector<std::string> alertsFor(hostapi::AIErr code) {
+  if (code == 0 || code == kMissing) return {};
+  return {hostapi::codeText(code)};
+}
+
+std::string withoutBlanks(std::string name) {
+  std::erase_if(name, [](char character) { return character == ' ' || character == '-'; });
+  return name;
+}
+
+// ---- suites ----
+
+struct Suite {
+  const char* name;
+  std::int32_t version;
+  hostapi::SPErr startup;
+  hostapi::SPErr go = 0;
+  std::size_t paths = 0;  // of a recording with one stroke
+  // What the suite's absence keeps the plug-in from giving back.
+  std::size_t stringsLeft = 0;
+};
+
+const Suite kSuites[] = {
+    {"SP Access Suite", 3, kMissing},
+    {"AI Notifier Suite", 3, kMissing},
+    {"AI File Format Suite", 12, kMissing},
+    {"SP Plug-ins Suite", 4, 0, 0, 1},
+    {"AI User Suite", 10, 0, 0, 1},
+    {"AI Runtime Suite", 11, 0, 0, 1},
+    {"AI File Path Suite", 3, 0, kMissing, 0},
+    {"AI Unicode String Suite", 7, 0, kMissing, 0, 1},
+    {"AI Document Suite", 13, 0, kMissing, 0},
+    {"AI Layer Suite", 12, 0, kMissing, 0},
+    {"AI Art Style Suite", 6, 0, kMissing, 0},
+    {"AI Path Style Suite", 12, 0, kNoName, 0},
+    {"AI Art Suite", 16, 0, kCant, 0},
+    {"AI Path Suite", 10, 0, kCant, 1},
+    {"AI TabletData Suite", 2, 0, kCant, 1},
+    {"AI Art Set Suite", 7, 0, kMissing, 1},
+};
+
+class MissingSuite : public testing::TestWithParam<Suite> {
+ protected:
+  void expectAnswers(const embedded::Options& options) {
+    const Suite& suite = GetParam();
+    PluginInHost plugin(options);
+    const embedded::StepReport start = plugin->start();
+    EXPECT_EQ(start.code("Startup"), suite.startup);
+    EXPECT_EQ(start.alerts, alertsFor(suite.startup));
+    if (suite.startup == 0) {
+      EXPECT_EQ(plugin.host().acquiredSuites(), 103U);
+      expectOpening(plugin.open(oneStroke()));
+    } else {
+      EXPECT_EQ(plugin->globals(), nullptr);
+      EXPECT_EQ(plugin.host().acquiredSuites(), 0U);
+    }
+    EXPECT_THAT(plugin->end().misuse, IsEmpty());
+    EXPECT_EQ(plugin.host().acquiredSuites(), 0U);
+    EXPECT_EQ(plugin.host().liveStrings(), suite.stringsLeft);
+    EXPECT_EQ(plugin.host().livePaths(), 0U);
+  }
+
+ private:
+  void expectOpening(const embedded::Opening& opening) {
+    EXPECT_EQ(opening.code("AI Go"), GetParam().go);
+    EXPECT_EQ(opening.alerts, alertsFor(GetParam().go));
+    EXPECT_EQ(art::countPaths(opening.document), GetParam().paths);
+    EXPECT_THAT(opening.misuse, IsEmpty());
+  }
+};
+
+TEST_P(MissingSuite, IsAnsweredByTheTable) {
+  expectAnswers(HostWithFaults().lacking(GetParam().name));
+}
+
+TEST_P(MissingSuite, IsAlsoOneOfAnOlderOrANewerVersion) {
+  expectAnswers(HostWithFaults().offering(GetParam().name, GetParam().version - 1));
+  expectAnswers(HostWithFaults().offering(GetParam().name, GetParam().version + 1));
+}
+
+INSTANTIATE_TEST_SUITE_P(, MissingSuite, testing::ValuesIn(kSuites),
+                         [](const auto& suite) { return withoutBlanks(suite.param.name); });
+
+// ---- functions ----
+
+struct Slot {
+  const char* suite;
+  std::size_t number;
+  const char* function;
+  hostapi::SPErr go;  // of a recording with two layers
+};
+
+const Slot kSlots[] = {
+    {"SP Plug-ins Suite", 22, "GetPluginName", 0},
+    {"AI Runtime Suite", 11, "GetAppMajorVersion", 0},
+    {"AI Runtime Suite", 12, "GetAppMinorVersion", 0},
+    {"AI File Path Suite", 20, "GetFullPath", kMissing},
+    {"AI File Path Suite", 2, "Copy", kMissing},
+    {"AI File Path Suite", 19, "GetFileExtension", kMissing},
+    {"AI File Path Suite", 15, "Set", kMissing},
+    {"AI File Path Suite", 1, "DeleteFilePath", 0},
+    {"AI Unicode String Suite", 0, "Initialize", kMissing},
+    {"AI Unicode String Suite", 1, "InitializeUTF16", kMissing},
+    {"AI Unicode String Suite", 4, "Append", kMissing},
+    {"AI Unicode String Suite", 8, "GetChar", kMissing},
+    {"AI Unicode String Suite", 10, "Compare", 0},
+    {"AI Unicode String Suite", 3, "Destroy", 0},
+    {"AI Path Style Suite", 4, "ImportStyles", kNoName},
+    {"AI Art Style Suite", 17, "GetArtStyleByNameFromDocument", kMissing},
+    {"AI Art Style Suite", 12, "AddNamedStyle", 0},
+    {"AI Art Style Suite", 6, "SetArtStyle", kMissing},
+    {"AI Document Suite", 40, "GetAIVersion", 0},
+    {"AI Document Suite", 10, "GetDocumentSetup", kMissing},
+    {"AI Document Suite", 3, "SetDocumentRulerOrigin", kMissing},
+    {"AI Document Suite", 11, "SetDocumentSetup", kMissing},
+    {"AI Layer Suite", 0, "CountLayers", 0},
+    {"AI Layer Suite", 4, "GetFirstLayer", kParameter},
+    {"AI Layer Suite", 3, "SetCurrentLayer", 0},
+    {"AI Layer Suite", 17, "SetLayerEditable", kMissing},
+    {"AI Layer Suite", 6, "InsertLayer", kMissing},
+    {"AI Layer Suite", 1, "GetNthLayer", 0},
+    {"AI Layer Suite", 25, "LayerHasArt", 0},
+    {"AI Art Suite", 4, "GetFirstArtOfLayer", 0},
+    {"AI Art Suite", 0, "NewArt", kCant},
+    {"AI Path Suite", 1, "SetPathSegmentCount", kCant},
+    {"AI Path Suite", 3, "SetPathSegments", kCant},
+    {"AI Path Suite", 7, "SetPathClosed", kCant},
+    {"AI TabletData Suite", 1, "SetTabletData", kCant},
+    {"AI Art Set Suite", 0, "NewArtSet", kParameter},
+    {"AI Art Set Suite", 7, "LayerArtSet", 0},
+    {"AI Art Set Suite", 2, "CountArtSet", kMissing},
+    {"AI Art Set Suite", 3, "IndexArtSet", kParameter},
+};
+
+class MissingFunction : public testing::TestWithParam<Slot> {};
+
+TEST_P(MissingFunction, IsAnsweredByTheTable) {
+  PluginInHost plugin(HostWithFaults().withNullSlot(GetParam().suite, GetParam().number));
+  EXPECT_TRUE(plugin->start().allAnsweredZero());
+  const embedded::Opening opening = plugin.open(twoLayers(1));
+  EXPECT_EQ(opening.code("AI Go"), GetParam().go);
+  EXPECT_EQ(opening.alerts, alertsFor(GetParam().go));
+  if (GetParam().go == 0) {
+    EXPECT_EQ(art::countPaths(opening.document), 2U);
+  }
+  EXPECT_THAT(opening.misuse, IsEmpty());
+  EXPECT_EQ(plugin.calls(GetParam().suite, GetParam().function), 0U);
+  const embedded::StepReport end = plugin->end();
+  EXPECT_TRUE(end.allAnsweredZero());
+  EXPECT_THAT(end.misuse, IsEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(, MissingFunction, testing::ValuesIn(kSlots),
+                         [](const auto& slot) { return std::string(slot.param.function); });
+
+TEST(MissingStartFunction, EndsTheStartWithoutAnAlertAndGivesEverythingBack) {
+  for (const char* suite : {"AI Notifier Suite", "SP Access Suite", "AI File Format Suite"}) {
+    PluginInHost plugin(HostWithFaults().withNullSlot(suite, 0));
+    const embedded::StepReport start = plugin->start();
+    EXPECT_EQ(start.code("Startup"), kMissing) << suite;
+    EXPECT_THAT(start.alerts, IsEmpty()) << suite;
+    EXPECT_EQ(plugin->globals(), nullptr) << suite;
+    EXPECT_EQ(plugin.host().acquiredSuites() + plugin.host().accessCount(), 0U) << suite;
+  }
+}
+
+TEST(MissingVersionFunction, CountsAsVersionZero) {
+  for (const auto& [slot, line] : {std::pair{11U, "AI Major version 0 , Minor version 2\n"},
+                                   std::pair{12U, "AI Major version 16 , Minor version 0\n"}}) {
+    PluginInHost plugin(HostWithFaults().ofVersion(16, 2).withNullSlot("AI Runtime Suite", slot));
+    EXPECT_EQ(plugin->start().output.standardOutput, line);
+  }
+}
+
+TEST(MissingReleaseOfTheModule, IsTheAnswerToTheShutdownWhichGivesTheSuitesBack) {
+  PluginInHost plugin(HostWithFaults().withNullSlot("SP Access Suite", 1));
+  EXPECT_TRUE(plugin->start().allAnsweredZero());
+  EXPECT_EQ(plugin->send("SP Interface", "Shutdown"), kMissing);
+  EXPECT_THAT(plugin.host().alerts(), IsEmpty());
+  EXPECT_EQ(plugin->globals(), nullptr);
+  EXPECT_EQ(plugin.host().acquiredSuites(), 0U);
+}
+
+TEST(MissingAlert, ShowsNothingAndKeepsTheAnswer) {
+  PluginInHost plugin(HostWithFaults()
+                          .withNullSlot("AI User Suite", 43)
+                          .answering("AI Document Suite", "SetDocumentSetup", 0, fourCC("TEST")));
+  plugin->start();
+  const embedded::Opening opening = plugin.open(oneStroke());
+  EXPECT_EQ(opening.code("AI Go"), fourCC("TEST"));
+  EXPECT_THAT(opening.alerts, IsEmpty());
+  EXPECT_EQ(plugin.host().liveStrings(), 0U);
+}
+
+}  // namespace
