@@ -62,9 +62,10 @@ int raw(double value) {
 
 // Strokes that wind in small loops, all over the sheet, each point with pressure and time as a pen
 // at work delivers them.
-std::FILE* makeRecording(int points, int pointsOfStroke) {
-  std::FILE* file = std::tmpfile();
-  if (file == nullptr) std::abort();
+platform::File makeRecording(int points, int pointsOfStroke) {
+  platform::File owner(std::tmpfile());
+  if (!owner) std::abort();
+  std::FILE* const file = owner.get();
   put(file, {1, 6, 0, 2, 0, 0});
   for (int i = 0; i < points; ++i) {
     const int stroke = i / pointsOfStroke;
@@ -77,24 +78,21 @@ std::FILE* makeRecording(int points, int pointsOfStroke) {
     put(file, {194, 6, 17, i >> 16 & 0x7F, i >> 8 & 0x7F, i & 0x7F});
   }
   std::fflush(file);
-  return file;
+  return owner;
 }
 
 // The parser closes the file it is given, so each round opens the recording again by its number.
 class Recording {
  public:
   Recording(int points, int pointsOfStroke) : file_(makeRecording(points, pointsOfStroke)) {}
-  ~Recording() { std::fclose(file_); }
-  Recording(const Recording&) = delete;
-  Recording& operator=(const Recording&) = delete;
 
-  std::FILE* open() const {
-    const std::string path = "/proc/self/fd/" + std::to_string(fileno(file_));
-    return std::fopen(path.c_str(), "rb");
+  platform::File open() const {
+    const std::string path = "/proc/self/fd/" + std::to_string(fileno(file_.get()));
+    return platform::File(std::fopen(path.c_str(), "rb"));
   }
 
  private:
-  std::FILE* file_;
+  platform::File file_;
 };
 
 Point floorPoint(const std::array<int, 18>& bytes) {
@@ -140,10 +138,9 @@ void floorOfParsing(benchmark::State& state) {
   const auto pointsOfStroke = static_cast<int>(state.range(1));
   const Recording recording(points, pointsOfStroke);
   for (auto _ : state) {
-    std::FILE* file = recording.open();
+    const platform::File file = recording.open();
     const Orvo::SharedRef<PnxDocument> document(new PnxDocument());
-    readFloor(file, *document, points, pointsOfStroke);
-    std::fclose(file);
+    readFloor(file.get(), *document, points, pointsOfStroke);
   }
 }
 

@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cstdio>
-#include <memory>
 #include <optional>
 
 #include "platform/file.h"
@@ -16,13 +15,11 @@ extern const std::span<const unsigned char> builtInLibraryFile;
 
 namespace {
 
-using File = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
-
 // Reading stops above what any library has.
 constexpr std::size_t kMostBytes = std::size_t{16} << 20;
 
-File openLibrary(const std::string& path) {
-  return {platform::openFile(platform::nativePathToWide(path).c_str(), "rb"), &std::fclose};
+platform::File openLibrary(const std::string& path) {
+  return platform::openFile(platform::nativePathToWide(path).c_str(), "rb");
 }
 
 }  // namespace
@@ -45,7 +42,7 @@ bool libraryFileExists(const std::string& path) {
 }
 
 NativeLibrary readLibraryFile(const std::string& path) {
-  const File file = openLibrary(path);
+  const platform::File file = openLibrary(path);
   if (!file) return {{}, "it cannot be opened"};
   std::vector<unsigned char> bytes;
   std::array<unsigned char, 65536> buffer;

@@ -11,6 +11,7 @@
 #include "inkml/document_serializer.h"
 #include "inkml/file_check.h"
 #include "inkml/ink_reading.h"
+#include "platform/file.h"
 
 namespace {
 
@@ -41,8 +42,8 @@ struct Input {
     return 0;
   }
 
-  std::FILE* open() {
-    return fopencookie(this, "rb", {&Input::read, nullptr, &Input::seek, nullptr});
+  platform::File open() {
+    return platform::File(fopencookie(this, "rb", {&Input::read, nullptr, &Input::seek, nullptr}));
   }
 };
 
@@ -65,10 +66,9 @@ void checkScan(std::span<const std::uint8_t> bytes, bool utf8) {
   const Orvo::FileCheck found = Orvo::checkBytes(std::string(bytes.begin(), bytes.end()), encoding);
   if (found.refusal != Orvo::FileRefusal::none) return;
   Input input{bytes};
-  std::FILE* file = input.open();
   TiXmlDocument xml;
-  const bool loaded = xml.LoadFile(file, utf8 ? TIXML_ENCODING_UTF8 : TIXML_ENCODING_UNKNOWN);
-  std::fclose(file);
+  const bool loaded =
+      xml.LoadFile(input.open().get(), utf8 ? TIXML_ENCODING_UTF8 : TIXML_ENCODING_UNKNOWN);
   check(depthOf(xml) <= found.scan.depth);
   check(!loaded || depthOf(xml) == found.scan.depth);
   check(!loaded || found.scan.end != Orvo::ScanEnd::failure);
@@ -94,9 +94,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   checkScan(bytes, true);
   checkScan(bytes, false);
   Input input{bytes};
-  std::FILE* file = input.open();
-  Orvo::InkReading reading = Orvo::readInk(file);
-  std::fclose(file);
+  Orvo::InkReading reading = Orvo::readInk(input.open().get());
   check(reading.document->complete.value == (reading.report.failure == InkFailure::none));
   if (reading.report.failure == InkFailure::none) checkWriting(reading);
   return 0;

@@ -9,6 +9,7 @@
 
 #include "log/logger.h"
 #include "penfile/pnx_parser.h"
+#include "platform/file.h"
 
 namespace {
 
@@ -63,7 +64,8 @@ void checkDocument(const Orvo::PnxDocument& document) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   Orvo::Logger::silence();
   Input input{{data, size}};
-  Orvo::PnxParser parser(fopencookie(&input, "rb", {&Input::read, nullptr, &Input::seek, nullptr}));
+  Orvo::PnxParser parser(
+      platform::File(fopencookie(&input, "rb", {&Input::read, nullptr, &Input::seek, nullptr})));
   Orvo::EndlessSkipGuard guard(parser);
   const bool whole = parser.parse();
   check(whole == parser.document->complete.value);

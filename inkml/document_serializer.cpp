@@ -46,14 +46,12 @@ class DocumentSerializer::CurrentLayer {
 bool DocumentSerializer::write(const wchar_t* path, IXmlSerializable& definitions) {
   TiXmlDocument xml;
   if (!buildTree(xml, definitions)) return false;
-  std::FILE* file = platform::openFile(path, "w");
-  if (file == nullptr) return false;
-  xml.SaveFile(file);
+  const platform::File file = platform::openFile(path, "w");
+  if (!file) return false;
+  xml.SaveFile(file.get());
   // What the buffer still holds is an error of the stream only when it is written.
-  std::fflush(file);
-  const bool good = std::ferror(file) == 0;
-  std::fclose(file);
-  return good;
+  std::fflush(file.get());
+  return std::ferror(file.get()) == 0;
 }
 
 bool DocumentSerializer::write(const char* path, IXmlSerializable& definitions) {
@@ -62,23 +60,19 @@ bool DocumentSerializer::write(const char* path, IXmlSerializable& definitions) 
 }
 
 bool DocumentSerializer::read(const wchar_t* path, IXmlSerializable& definitions) {
-  std::FILE* file = platform::openFile(path, "rb");
-  if (file == nullptr) return false;
+  const platform::File file = platform::openFile(path, "rb");
+  if (!file || isRefused(file.get(), XmlEncoding::utf8)) return false;
   TiXmlDocument xml;
-  const bool good = !isRefused(file, XmlEncoding::utf8) &&
-                    xml.LoadFile(file, TIXML_ENCODING_UTF8) && read(xml, definitions);
-  std::fclose(file);
-  return good;
+  return xml.LoadFile(file.get(), TIXML_ENCODING_UTF8) && read(xml, definitions);
 }
 
 bool DocumentSerializer::read(const char* path, IXmlSerializable& definitions) {
   if (aborted) return false;
-  std::FILE* file = std::fopen(path, "rb");
-  if (file == nullptr) return false;
-  const bool refused = isRefused(file, XmlEncoding::declared);
-  std::fclose(file);
+  platform::File file(std::fopen(path, "rb"));
+  if (!file || isRefused(file.get(), XmlEncoding::declared)) return false;
+  file.reset();  // The library opens it by its name.
   TiXmlDocument xml(path);
-  return !refused && xml.LoadFile() && read(xml, definitions);
+  return xml.LoadFile() && read(xml, definitions);
 }
 
 bool DocumentSerializer::read(TiXmlDocument& xml, IXmlSerializable& definitions) {

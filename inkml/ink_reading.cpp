@@ -65,15 +65,13 @@ void readFile(std::FILE* file, InkReading& reading) {
 }  // namespace
 
 InkReading readInk(const wchar_t* path) {
-  std::FILE* file = platform::openFile(path, "rb");
-  if (file == nullptr) {
+  const platform::File file = platform::openFile(path, "rb");
+  if (!file) {
     InkReading reading = nothingRead();
     reading.report.failure = InkFailure::cannotOpen;
     return reading;
   }
-  InkReading reading = readInk(file);
-  std::fclose(file);
-  return reading;
+  return readInk(file.get());
 }
 
 InkReading readInk(std::FILE* file) {

@@ -3,7 +3,6 @@
 #include <array>
 #include <cstdio>
 #include <ctime>
-#include <memory>
 #include <mutex>
 
 #include "platform/clock.h"
@@ -12,11 +11,6 @@
 
 namespace Orvo {
 namespace {
-
-struct CloseFile {
-  void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using OpenFile = std::unique_ptr<std::FILE, CloseFile>;
 
 std::string formatLine(const char* className, const char* methodName, const char* message,
                        LogLevel level) {
@@ -62,9 +56,9 @@ void Logger::silence(bool silent) {
 }
 
 void Logger::append(const std::string& line) {
-  OpenFile file;  // Closed after the lock is given back.
+  platform::File file;  // Closed after the lock is given back.
   const std::lock_guard guard(lock_);
-  file.reset(platform::openFile(fileName_.c_str(), truncateNextOpen_ ? "w" : "a"));
+  file = platform::openFile(fileName_.c_str(), truncateNextOpen_ ? "w" : "a");
   truncateNextOpen_ = false;
   if (!file) return;
   std::fputs(line.c_str(), file.get());

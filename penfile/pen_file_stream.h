@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <utility>
 
 #include "platform/file.h"
 
@@ -19,10 +20,9 @@ class PenFileStream {
   explicit PenFileStream(const wchar_t* path);
 
   /// Takes over an open file that stands at its start; null is a file that could not be opened.
-  explicit PenFileStream(std::FILE* file)
-      : file_(file), state_(file != nullptr ? State::good : State::closed) {}
+  explicit PenFileStream(platform::File file)
+      : file_(std::move(file)), state_(file_ ? State::good : State::closed) {}
 
-  ~PenFileStream();
   PenFileStream(const PenFileStream&) = delete;
   PenFileStream& operator=(const PenFileStream&) = delete;
 
@@ -38,7 +38,7 @@ class PenFileStream {
     std::array<unsigned char, size> bytes{};
     if (!isReadable()) return bytes;
     for (unsigned char& byte : bytes) {
-      const int next = platform::readByte(file_);
+      const int next = platform::readByte(file_.get());
       if (next == EOF) {
         comeShort();
         break;
@@ -67,7 +67,7 @@ class PenFileStream {
 
   void comeShort();
 
-  std::FILE* file_;
+  platform::File file_;
   State state_;
 };
 

@@ -2,8 +2,8 @@
 
 #include <atomic>
 #include <cstdint>
-#include <cstdio>
 #include <string>
+#include <utility>
 
 #include "penfile/packets.h"
 #include "penfile/parse_report.h"
@@ -11,6 +11,7 @@
 #include "penfile/pnx_document.h"
 #include "penfile/shared_ref.h"
 #include "penfile/skip_watcher.h"
+#include "platform/file.h"
 
 namespace Orvo {
 
@@ -26,7 +27,7 @@ class PnxParser {
   explicit PnxParser(const wchar_t* path) : stream(path) {}
 
   /// Takes over an open file; null is one that could not be opened.
-  explicit PnxParser(std::FILE* file) : stream(file) {}
+  explicit PnxParser(platform::File file) : stream(std::move(file)) {}
 
   /// Reads the file into the document. True, and the document is complete, when the whole file was
   /// read or `finished` was set. A failure leaves what was read so far in the document.

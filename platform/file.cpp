@@ -12,8 +12,8 @@ namespace platform {
 
 #ifdef _WIN32
 
-std::FILE* openFile(const wchar_t* path, const char* mode) {
-  return _wfopen(path, nativePathToWide(mode).c_str());
+File openFile(const wchar_t* path, const char* mode) {
+  return File(_wfopen(path, nativePathToWide(mode).c_str()));
 }
 
 bool seekTo(std::FILE* file, std::int64_t offset) {
@@ -30,8 +30,8 @@ std::int64_t tell(std::FILE* file) {
 
 #else
 
-std::FILE* openFile(const wchar_t* path, const char* mode) {
-  return std::fopen(wideToNativePath(path).c_str(), mode);
+File openFile(const wchar_t* path, const char* mode) {
+  return File(std::fopen(wideToNativePath(path).c_str(), mode));
 }
 
 bool seekTo(std::FILE* file, std::int64_t offset) {

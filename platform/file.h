@@ -2,12 +2,20 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <memory>
 
 namespace platform {
 
+struct CloseFile {
+  void operator()(std::FILE* file) const { std::fclose(file); }
+};
+
+/// An open file of the C library, closed when its owner goes; null is none.
+using File = std::unique_ptr<std::FILE, CloseFile>;
+
 /// Opens the file at the wide, zero-terminated `path`. `mode` is what `fopen` takes, such as "rb".
 /// Other processes may read and write the file meanwhile. Null when it cannot be opened.
-std::FILE* openFile(const wchar_t* path, const char* mode);
+File openFile(const wchar_t* path, const char* mode);
 
 /// One byte (0 to 255), or `EOF` at the end or on an error, through the C library's buffer without
 /// its lock: about ten times cheaper than `fread` of one byte. One thread a file.

@@ -34,7 +34,7 @@ int depthOf(const std::string& text) {
 }
 
 TEST(CheckedFile, IsLeftAtItsStart) {
-  const inktest::File file = openText("<ink/>");
+  const platform::File file = openText("<ink/>");
   std::fseek(file.get(), 3, SEEK_SET);
   const FileCheck found = checkFile(file.get(), XmlEncoding::utf8);
   EXPECT_EQ(found.refusal, FileRefusal::none);
@@ -52,7 +52,7 @@ TEST(CheckedFile, MayBeEmpty) {
 #ifdef __linux__
 TEST(CheckedFile, IsRefusedWhenItIsAFolder) {
   const pentest::TemporaryFolder folder;
-  const inktest::File file(platform::openFile(folder.path().wstring().c_str(), "rb"));
+  const platform::File file = platform::openFile(folder.path().wstring().c_str(), "rb");
   ASSERT_NE(file, nullptr);
   EXPECT_EQ(checkFile(file.get(), XmlEncoding::utf8).refusal, FileRefusal::unreadable);
 }
@@ -70,7 +70,7 @@ TEST(CheckedFile, IsRefusedFromTwoGibibytesOn) {
   const std::filesystem::path path = folder / "large.kvo";
   std::fclose(std::fopen(path.string().c_str(), "wb"));
   std::filesystem::resize_file(path, 0x80000000U);
-  const inktest::File file(std::fopen(path.string().c_str(), "rb"));
+  const platform::File file(std::fopen(path.string().c_str(), "rb"));
   const FileCheck found = checkFile(file.get(), XmlEncoding::utf8);
   EXPECT_EQ(found.refusal, FileRefusal::tooLarge);
   EXPECT_EQ(found.size, 0x80000000);
@@ -304,7 +304,7 @@ TEST(Scan, FollowsTheLibraryInTheEncodingOfTheFile) {
     const std::string soup = markupSoup(random);
     const FileCheck found = checkBytes(soup, XmlEncoding::declared);
     if (found.refusal != FileRefusal::none) continue;
-    const inktest::File file = openText(soup);
+    const platform::File file = openText(soup);
     TiXmlDocument xml;
     const bool loaded = xml.LoadFile(file.get(), TIXML_ENCODING_UNKNOWN);
     expectScanFollows(soup, found, loaded, xml);

@@ -85,9 +85,7 @@ TEST(LocalAppDataFolder, IsThatOfTheAccountWithoutHome) {
 TEST(File, AnyNameOpens) {
   const pentest::TemporaryFolder folder;
   const std::string name = (folder / "odd \xFF\xC3\xA9").string();
-  std::FILE* file = platform::openFile(nativePathToWide(name).c_str(), "wb");
-  ASSERT_NE(file, nullptr);
-  std::fclose(file);
+  EXPECT_TRUE(platform::openFile(nativePathToWide(name).c_str(), "wb"));
   EXPECT_TRUE(std::filesystem::exists(name));
 }
 
@@ -105,16 +103,17 @@ TEST(DebugOutput, GoesToStandardErrorAsItStands) {
 TEST(File, ReadsByteByByteAndFindsItsWay) {
   const pentest::TemporaryFolder folder;
   const std::filesystem::path path = folder / "three";
-  std::FILE* out = platform::openFile(path.wstring().c_str(), "wb");
-  ASSERT_NE(out, nullptr);
+  platform::File out = platform::openFile(path.wstring().c_str(), "wb");
+  ASSERT_TRUE(out);
   std::fputs(
       "\xFF"
       "bc",
-      out);
-  std::fclose(out);
+      out.get());
+  out.reset();
 
-  std::FILE* in = platform::openFile(path.wstring().c_str(), "rb");
-  ASSERT_NE(in, nullptr);
+  const platform::File owner = platform::openFile(path.wstring().c_str(), "rb");
+  ASSERT_TRUE(owner);
+  std::FILE* in = owner.get();
   EXPECT_EQ(platform::readByte(in), 0xFF);
   EXPECT_EQ(platform::tell(in), 1);
   EXPECT_TRUE(platform::seekToEnd(in));
@@ -125,7 +124,6 @@ TEST(File, ReadsByteByByteAndFindsItsWay) {
   EXPECT_TRUE(platform::seekTo(in, 5'000'000'000));
   EXPECT_EQ(platform::tell(in), 5'000'000'000);
   EXPECT_EQ(platform::readByte(in), EOF);
-  std::fclose(in);
 }
 
 TEST(File, OneThatIsMissingDoesNotOpen) {

@@ -104,7 +104,7 @@ TEST(PacketLength, ThatIsMissingFailsEveryPacket) {
 }
 
 TEST(Packets, OfAClosedStreamFail) {
-  PenFileStream closed(static_cast<std::FILE*>(nullptr));
+  PenFileStream closed{platform::File()};
   EXPECT_FALSE(Orvo::FileDescriptor().readFromStream(closed));
   EXPECT_FALSE(Orvo::Status().readFromStream(closed));
 }

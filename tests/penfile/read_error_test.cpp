@@ -33,7 +33,9 @@ struct Device {
     return 1;
   }
 
-  std::FILE* open() { return fopencookie(this, "rb", {&Device::read, nullptr, nullptr, nullptr}); }
+  platform::File open() {
+    return platform::File(fopencookie(this, "rb", {&Device::read, nullptr, nullptr, nullptr}));
+  }
 };
 
 PenFileBuilder recording() {

@@ -13,7 +13,7 @@ using Orvo::PenFileStream;
 using pentest::Bytes;
 using testing::ElementsAre;
 
-std::FILE* threeBytes() {
+platform::File threeBytes() {
   return pentest::openBytes(Bytes{1, 2, 3});
 }
 

@@ -2,23 +2,18 @@
 
 #include <cstdio>
 #include <gtest/gtest.h>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <tinyxml.h>
 
+#include "platform/file.h"
 #include "tests/support/pen/temporary_file.h"
 
 namespace inktest {
 
-struct CloseFile {
-  void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using File = std::unique_ptr<std::FILE, CloseFile>;
-
 /// An open file, at its start, that holds the text; it vanishes when it is closed.
-inline File openText(std::string_view text) {
-  File file(pentest::temporaryFile());
+inline platform::File openText(std::string_view text) {
+  platform::File file = pentest::temporaryFile();
   std::fwrite(text.data(), 1, text.size(), file.get());
   std::rewind(file.get());
   return file;
@@ -40,7 +35,7 @@ inline bool load(std::string_view text, TiXmlDocument& xml) {
 
 /// A node as the library writes it to a file.
 inline std::string printed(const TiXmlNode& node) {
-  const File file(pentest::temporaryFile());
+  const platform::File file = pentest::temporaryFile();
   node.Print(file.get(), 0);
   return contentOf(file.get());
 }

@@ -3,16 +3,17 @@
 #include <cstdio>
 #include <span>
 
+#include "platform/file.h"
 #include "tests/support/pen/temporary_file.h"
 
 namespace pentest {
 
 /// An open file, at its start, that holds the bytes; it vanishes when it is closed.
-inline std::FILE* openBytes(std::span<const unsigned char> bytes) {
-  std::FILE* file = temporaryFile();
-  if (file == nullptr) return nullptr;
-  if (!bytes.empty()) std::fwrite(bytes.data(), 1, bytes.size(), file);
-  std::rewind(file);
+inline platform::File openBytes(std::span<const unsigned char> bytes) {
+  platform::File file = temporaryFile();
+  if (!file) return file;
+  if (!bytes.empty()) std::fwrite(bytes.data(), 1, bytes.size(), file.get());
+  std::rewind(file.get());
   return file;
 }
 
