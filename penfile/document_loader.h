@@ -14,9 +14,10 @@ inline constexpr std::uint32_t kInkML = 1;
 extern std::uint32_t fileKind;
 
 /// Reads the file at `path` (wide, zero-terminated) by the file kind. Points at nothing when the
-/// file is not whole, cannot be read, or the kind is not known. The log has the reasons for a pen
-/// recording; for an ink document nothing is logged, but the point count of each stroke of one that
-/// opens goes to standard output (see `dumpPointCounts`).
+/// file is not whole, cannot be read, or the kind is not known. For a pen recording the log has the
+/// reasons that are logged: none for a missing file, nor, behind the descriptor, for a wrong length
+/// or a tag that the file ends at. For an ink document nothing is logged, but the point count of
+/// each stroke of one that opens goes to standard output (see `dumpPointCounts`).
 SharedRef<Document> loadDocument(const wchar_t* path);
 
 }  // namespace Orvo

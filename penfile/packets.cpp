@@ -30,18 +30,21 @@ std::uint32_t widenedBits(unsigned char byte) {
 
 bool BasePacket::readLength(PenFileStream& stream) const {
   unsigned char code = 0;
-  return stream.readByte(code) && decodeLength(code) == expectedLength.value;
+  return stream.readLengthCode(code) && decodeLength(code) == expectedLength.value;
 }
 
 bool FileDescriptor::readFromStream(PenFileStream& stream) {
   if (!stream.isReadable()) return false;
-  if (readByte(stream) != tag.value) {
+  unsigned char first = 0;
+  stream.readTag(first);
+  if (first != tag.value) {
     logMessage("FileDescriptor", "readFromStream", "bad packet tag: 1 expected for file descriptor",
                LogLevel::severe);
     return false;
   }
   if (!readLength(stream)) return false;
   const auto payload = stream.read<4>();
+  if (stream.failed()) return false;
   descriptorByte0 = payload[0];
   coordinateFormat = payload[1];
   if (coordinateFormat != 2) {
@@ -80,12 +83,12 @@ bool CoordinatePoint::readFromStream(PenFileStream& stream) {
 
 bool PressureData::readFromStream(PenFileStream& stream) {
   if (!readLength(stream)) return false;
-  const auto [algorithm, ignored, high, low] = stream.read<4>();
+  const auto [pressureAlgorithm, ignored, high, low] = stream.read<4>();
   if (stream.failed()) return false;
   const std::int16_t raw = signed16(high, low);
-  if (algorithm == 1 || algorithm == 5) {
+  if (pressureAlgorithm == 1 || pressureAlgorithm == 5) {
     pressure = static_cast<std::uint16_t>(raw) / 4;
-  } else if (algorithm == 6) {
+  } else if (pressureAlgorithm == 6) {
     pressure = raw;
   } else {
     logMessage("PressureData", "readFromStream", "invalid pressure algorithm type",

@@ -11,16 +11,17 @@
 ///
 ///     offset  size        field
 ///     0       1           tag: selects the packet
-///     1       1           length code: the length of the whole packet, tag and length code
-///     included 2       length - 2  payload
+///     1       1           length code: bytes of the whole packet, these two included
+///     2       length - 2  payload
 ///
 /// Offsets in the tables below count from the first payload byte. A packet of any other tag is
-/// skipped by its length code.
+/// skipped by its length code. With the code 0 it is two bytes long. A length of 1 lands on the
+/// packet's own length code, which is then read as the next tag, and a length of 0 (the codes 0x40,
+/// 0x80 and 0xC0) on its own tag, again and again.
 namespace Orvo {
 
 /// The first byte of a packet.
 enum class PacketTag : unsigned char {
-  unreadable = 0,
   fileDescriptor = 1,
   physicalParams = 17,
   fileDateTime = 49,
@@ -129,9 +130,8 @@ class CoordinatePoint final : public BasePacket {
 ///
 ///     0  1  pressureAlgorithm: 1, 5 or 6
 ///     1  1  ignored
-///     2  2  unsigned raw: with 1 and 5 the pressure is raw / 4 (0 to 16383); with 6 it is raw
-///     taken
-///           as signed (-32768 to 32767)
+///     2  2  raw, unsigned: with 1 and 5 the pressure is raw / 4 (0 to 16383);
+///           with 6 raw is taken as signed (-32768 to 32767)
 class PressureData final : public BasePacket {
  public:
   PressureData() : BasePacket(PacketTag::pressureData, 6) {}
@@ -173,8 +173,10 @@ class TimestampData final : public BasePacket {
 
 /// Tag 241, 3 bytes: what the pen does.
 ///
-///     0  1  bit 7: a new layer starts; bit 0: the pen is down when set, up when clear; the other
-///           bits are ignored
+///     0  1  bit 7: a new layer starts; bit 0: the pen is down when set, up when clear;
+///           the other bits are ignored
+///
+/// Bit 7 wins: bit 0 beside it is ignored, and the pen stays up or down as it was.
 class Status final : public BasePacket {
  public:
   Status() : BasePacket(PacketTag::status, 3) {}

@@ -25,26 +25,24 @@ ParseFailure packetFailure(const PacketPlace& packet) {
 
 }  // namespace
 
-void explainFailure(PenFileStream& stream, std::int64_t offset, ParseReport& report) {
+void explainFailure(const PenFileStream& stream, std::int64_t offset, ParseReport& report) {
   report.failedPacket.offset = offset;
   if (!stream.isOpen()) {
     report.failure = ParseFailure::cannotOpen;
     return;
   }
-  const bool cut = stream.atEnd();
-  stream.seek(offset);
-  const bool hasTag = stream.readByte(report.failedPacket.tag);
   if (stream.failed()) {
     report.failure = ParseFailure::readError;
     return;
   }
-  if (!hasTag) {
+  const PacketHead& head = stream.head();
+  if (!head.tag) {
     report.failure = ParseFailure::emptyFile;
     return;
   }
-  if (cut) report.cutPacket = offset;
-  unsigned char code = 0;
-  if (stream.readByte(code)) report.failedPacket.lengthCode = code;
+  if (stream.atEnd()) report.cutPacket = offset;
+  report.failedPacket.tag = *head.tag;
+  report.failedPacket.lengthCode = head.lengthCode;
   report.failure =
       offset == 0 ? descriptorFailure(report.failedPacket) : packetFailure(report.failedPacket);
 }

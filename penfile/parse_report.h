@@ -25,7 +25,8 @@ enum class ParseFailure {
 struct PacketPlace {
   std::int64_t offset = 0;
   unsigned char tag = 0;
-  std::optional<unsigned char> lengthCode;  ///< Nothing when the file ends right after the tag.
+  /// Nothing when the file ends right after the tag, or when the tag alone was wrong.
+  std::optional<unsigned char> lengthCode;
 };
 
 /// How the reading of one pen recording went: for people who ask why a file does not open, or what
@@ -42,8 +43,8 @@ struct ParseReport {
   std::optional<std::int64_t> endlessPacket;  ///< A packet of length 0, where reading stood still.
 };
 
-/// Says why the packet at `offset` could not be read, by looking at its bytes once more. The stream
-/// is of no use for parsing afterwards.
-void explainFailure(PenFileStream& stream, std::int64_t offset, ParseReport& report);
+/// Says why the packet at `offset`, the last one of which the stream has read something, could not
+/// be read.
+void explainFailure(const PenFileStream& stream, std::int64_t offset, ParseReport& report);
 
 }  // namespace Orvo

@@ -4,11 +4,18 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <optional>
 #include <utility>
 
 #include "platform/file.h"
 
 namespace Orvo {
+
+/// The two bytes that begin a packet, as far as they were read.
+struct PacketHead {
+  std::optional<unsigned char> tag;
+  std::optional<unsigned char> lengthCode;
+};
 
 /// A pen recording opened for reading its bytes in order, through the C library's buffer.
 ///
@@ -54,6 +61,24 @@ class PenFileStream {
     return isReadable();
   }
 
+  /// Reads one byte as the tag that begins a packet.
+  bool readTag(unsigned char& tag) {
+    const bool there = readByte(tag);
+    head_ = {};
+    if (there) head_.tag = tag;
+    return there;
+  }
+
+  /// Reads one byte as the length code of that packet.
+  bool readLengthCode(unsigned char& code) {
+    const bool there = readByte(code);
+    if (there) head_.lengthCode = code;
+    return there;
+  }
+
+  /// How the packet begins that is being read. Kept since a pipe has no way back to it.
+  const PacketHead& head() const { return head_; }
+
   /// Moves to `position` bytes from the start; beyond the end is allowed. Forgets the end if it was
   /// met. A file that cannot be positioned counts as failed.
   void seek(std::int64_t position);
@@ -69,6 +94,7 @@ class PenFileStream {
 
   platform::File file_;
   State state_;
+  PacketHead head_;
 };
 
 }  // namespace Orvo

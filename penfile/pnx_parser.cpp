@@ -28,7 +28,7 @@ bool PnxParser::readPackets() {
   while (stream.isReadable()) {
     packetOffset_ = nextOffset_;
     unsigned char tag = 0;
-    const bool hasTag = stream.readByte(tag);
+    const bool hasTag = stream.readTag(tag);
     if (!readPacket(tag)) return fail();
     if (finished) return complete();
     if (stream.atEnd()) noteEnd(hasTag);
@@ -168,7 +168,7 @@ void PnxParser::forgetPressureAndTilt() {
 void PnxParser::skipUnknown() {
   if (!stream.isReadable()) return;
   unsigned char code = 0;
-  stream.readByte(code);
+  stream.readLengthCode(code);
   const unsigned length = decodeLength(code);
   noteUnknown(code, length);
   nextOffset_ += code == 0 ? 2 : length;
@@ -201,13 +201,14 @@ void PnxParser::noteUnknown(unsigned char code, unsigned length) {
 }
 
 // The end was met after the tag of a packet, and so inside it, or where the next tag should be. A
-// skip may have gone beyond the end.
+// skip may have gone beyond the end; where the size is not known, there are no skips.
 void PnxParser::noteEnd(bool afterTag) {
   if (afterTag) {
     report_.cutPacket = packetOffset_;
-  } else if (packetOffset_ > stream.measure()) {
-    report_.cutPacket = lastUnknown_;
+    return;
   }
+  const std::int64_t size = stream.measure();
+  if (size >= 0 && packetOffset_ > size) report_.cutPacket = lastUnknown_;
 }
 
 }  // namespace Orvo

@@ -19,8 +19,12 @@ namespace Orvo {
 ///
 /// The pen's current pressure, tilt and time go into every point. Pressure and tilt are also
 /// written back into the last point so far when it is the only one of its stroke; time is written
-/// back into the last point wherever it is. A status that starts a layer, or puts the pen down
-/// after it was up, makes the next point start a new stroke, and sets pressure and tilt to 0.
+/// back into the last point wherever it is.
+///
+/// A status that starts a layer, or puts the pen down after it was up, sets pressure and tilt to 0
+/// and makes the next point open a new layer or a new stroke; the pen going up ends no stroke. The
+/// first point opens a layer and a stroke, also before any status. A point with y below 0 (y grows
+/// downwards) is dropped: what was to be opened is left to the next point that is kept.
 class PnxParser {
  public:
   /// Opens the file; one that cannot be opened makes `parse` fail.
@@ -30,7 +34,8 @@ class PnxParser {
   explicit PnxParser(platform::File file) : stream(std::move(file)) {}
 
   /// Reads the file into the document. True, and the document is complete, when the whole file was
-  /// read or `finished` was set. A failure leaves what was read so far in the document.
+  /// read or `finished` was set. With `finished` set beforehand: true, but nothing is read and the
+  /// document is not complete. A failure leaves what was read so far in the document.
   bool parse();
 
   /// Tells `watcher`, which must outlive `parse`, of every skipped packet. A packet of length 0 is

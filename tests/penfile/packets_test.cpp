@@ -118,6 +118,18 @@ TEST_F(FileDescriptorPacket, KeepsItsFourBytes) {
   EXPECT_EQ(read.packet.descriptorByte3, 0xCC);
 }
 
+TEST_F(FileDescriptorPacket, OfAStreamThatIsClosedOrAtItsEndIsRefusedSilently) {
+  EXPECT_THAT(log_.linesOfWork([] {
+    PenFileStream closed{platform::File()};
+    EXPECT_FALSE(Orvo::FileDescriptor().readFromStream(closed));
+    PenFileStream ended(pentest::openBytes(Bytes{}));
+    unsigned char none = 0;
+    EXPECT_FALSE(ended.readByte(none));
+    EXPECT_FALSE(Orvo::FileDescriptor().readFromStream(ended));
+  }),
+              IsEmpty());
+}
+
 TEST_F(FileDescriptorPacket, OfAnotherTagIsRefusedAndLogged) {
   EXPECT_THAT(log_.linesOfWork([] {
     EXPECT_FALSE(ReadDescriptor({2, 6, 0, 2, 0, 0}).result);

@@ -54,7 +54,7 @@ TEST_F(ParseReportOf, AnEmptyFileSaysSo) {
 }
 
 TEST_F(ParseReportOf, AnotherFirstTagIsNamed) {
-  expectFailure({'<', '?', 'x'}, ParseFailure::badFirstTag, 0, '<', '?');
+  expectFailure({'<', '?', 'x'}, ParseFailure::badFirstTag, 0, '<', std::nullopt);
 }
 
 TEST_F(ParseReportOf, AWrongDescriptorLengthIsNamed) {
@@ -68,7 +68,7 @@ TEST_F(ParseReportOf, AnotherCoordinateFormatIsNamed) {
 
 TEST_F(ParseReportOf, ASecondDescriptorIsNamedWithItsPlace) {
   expectFailure(recording().coordinate(1, 1).descriptor().data(), ParseFailure::secondDescriptor,
-                12, 1, 6);
+                12, 1, std::nullopt);
   expectFailure(recording().bytes({1}).data(), ParseFailure::secondDescriptor, 6, 1, std::nullopt);
 }
 

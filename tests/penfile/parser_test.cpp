@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <thread>
 
 #include "tests/penfile/parsing.h"
 #include "tests/support/pen/log_capture.h"
@@ -371,6 +372,13 @@ TEST(Parser, DoesNothingWhenFinishedBeforehand) {
   parser.finished = true;
   EXPECT_TRUE(parser.parse());
   EXPECT_FALSE(parser.document->complete.value);
+}
+
+TEST(Parser, IsEndedByAnotherThreadWhereAPacketOfLengthZeroHoldsIt) {
+  Orvo::PnxParser parser(pentest::openBytes(recording().unknown(200, 0x40).data()));
+  std::thread other([&] { parser.finished = true; });
+  EXPECT_TRUE(parser.parse());
+  other.join();
 }
 
 TEST(Parser, CompletesAfterThePacketDuringWhichItIsFinished) {

@@ -1,13 +1,12 @@
 // A device that fails, and a folder in place of a file.
 
-#include <cerrno>
-#include <cstdio>
-#include <cstring>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <memory>
 
+#include "log/logger.h"
 #include "penfile/document_loader.h"
 #include "tests/penfile/parsing.h"
+#include "tests/support/pen/failing_device.h"
 #include "tests/support/pen/log_capture.h"
 
 namespace {
@@ -15,62 +14,126 @@ namespace {
 using Orvo::ParseFailure;
 using Orvo::PnxParser;
 using pentest::Bytes;
+using pentest::FailingDevice;
 using pentest::PenFileBuilder;
-
-// Hands out its bytes one by one; the read behind the last one fails.
-struct Device {
-  Bytes bytes;
-  std::size_t position = 0;
-
-  static ssize_t read(void* cookie, char* buffer, std::size_t size) {
-    auto* device = static_cast<Device*>(cookie);
-    if (device->position >= device->bytes.size()) {
-      errno = EIO;
-      return -1;
-    }
-    if (size == 0) return 0;
-    *buffer = static_cast<char>(device->bytes[device->position++]);
-    return 1;
-  }
-
-  platform::File open() {
-    return platform::File(fopencookie(this, "rb", {&Device::read, nullptr, nullptr, nullptr}));
-  }
-};
+using testing::ElementsAre;
+using testing::IsEmpty;
 
 PenFileBuilder recording() {
-  return PenFileBuilder().descriptor().coordinate(1, 1).pressure(6, 5).time(17, 0, 0, 1).status(1);
+  return PenFileBuilder()
+      .descriptor()
+      .coordinate(1, 1)
+      .pressure(6, 5)
+      .unknown(200, 5, {1, 2, 3})
+      .time(17, 0, 0, 1)
+      .status(1);
 }
+
+constexpr const char* badTag =
+    "SEVERE bad packet tag: 1 expected for file descriptor\tFileDescriptor::readFromStream()";
+constexpr const char* invalidDescriptor = "SEVERE invalid file descriptor\tPnxParser::parse()";
 
 TEST(ReadError, WhereverItStrikesIsAFailureAndNeverTheEnd) {
   const pentest::LogCapture log;
-  const Bytes whole = recording().data();
-  for (std::size_t length = 0; length <= whole.size(); ++length) {
-    Device device{Bytes(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length))};
-    PnxParser parser(device.open());
-    bool result = true;
-    const auto lines = log.linesOfWork([&] { result = parser.parse(); });
-    EXPECT_FALSE(result) << length;
-    EXPECT_FALSE(parser.document->complete.value) << length;
-    EXPECT_EQ(parser.report().failure, ParseFailure::readError) << length;
-    // No packet is blamed for what the device did, once the descriptor's format is read.
-    EXPECT_EQ(lines.empty(), length >= 4) << length;
+  for (const bool canBePositioned : {true, false}) {
+    const Bytes whole = recording().data();
+    for (std::size_t offset = 0; offset <= whole.size(); ++offset) {
+      SCOPED_TRACE(offset);
+      FailingDevice device{whole, offset, canBePositioned};
+      PnxParser parser(device.open());
+      bool result = true;
+      const auto lines = log.linesOfWork([&] { result = parser.parse(); });
+      EXPECT_FALSE(result);
+      EXPECT_FALSE(parser.document->complete.value);
+      EXPECT_EQ(parser.report().failure, ParseFailure::readError);
+      EXPECT_FALSE(parser.report().cutPacket.has_value());
+      // A byte that could not be read is no tag 1; what the descriptor says is not held against it.
+      if (offset == 0) {
+        EXPECT_THAT(lines, ElementsAre(badTag, invalidDescriptor));
+      } else if (offset < 6) {
+        EXPECT_THAT(lines, ElementsAre(invalidDescriptor));
+      } else {
+        EXPECT_THAT(lines, IsEmpty());
+      }
+    }
   }
 }
 
+TEST(ReadError, FailsEveryPacketThatItStrikes) {
+  Orvo::Logger::silence();
+  Orvo::FileDescriptor descriptor;
+  Orvo::PhysicalParams physical;
+  Orvo::FileDateTime dateTime;
+  Orvo::CoordinatePoint point;
+  Orvo::PressureData pressure;
+  Orvo::TiltData tilt;
+  Orvo::TimestampData time;
+  Orvo::Status status;
+  struct Packet {
+    Orvo::BasePacket& record;
+    Bytes bytes;
+    std::size_t readBefore = 1;  // The tag.
+  };
+  const Packet packets[] = {
+      {descriptor, PenFileBuilder().descriptor().data(), 0},
+      {physical, PenFileBuilder().physical({1, 2, 3, 4, 5, 6, 7}).data()},
+      {dateTime, PenFileBuilder().dateTime({1, 2, 3, 4, 5, 6, 7}).data()},
+      {point, PenFileBuilder().coordinate(1, 2).data()},
+      {pressure, PenFileBuilder().pressure(1, 2).data()},
+      {tilt, PenFileBuilder().tilt(1, 2).data()},
+      {time, PenFileBuilder().time(17, 1, 2, 3).data()},
+      {status, PenFileBuilder().status(1).data()},
+  };
+  for (const Packet& packet : packets) {
+    for (std::size_t offset = packet.readBefore; offset <= packet.bytes.size(); ++offset) {
+      FailingDevice device{packet.bytes, offset};
+      Orvo::PenFileStream stream(device.open());
+      unsigned char tag = 0;
+      if (packet.readBefore == 1) stream.readTag(tag);
+      EXPECT_EQ(packet.record.readFromStream(stream), offset == packet.bytes.size())
+          << "tag " << int{packet.bytes[0]} << ", failing at " << offset;
+    }
+  }
+  Orvo::Logger::silence(false);
+}
+
+TEST(ReadError, IsNotForgottenByMoving) {
+  FailingDevice device{Bytes{1, 2, 3}, 1};
+  Orvo::PenFileStream stream(device.open());
+  unsigned char byte = 0;
+  EXPECT_TRUE(stream.readByte(byte));
+  EXPECT_FALSE(stream.readByte(byte));
+  EXPECT_TRUE(stream.failed());
+  stream.seek(0);
+  EXPECT_TRUE(stream.failed());
+  EXPECT_FALSE(stream.readByte(byte));
+}
+
 TEST(ReadError, IsReportedAtThePacketItStrikes) {
-  Device device{PenFileBuilder().descriptor().coordinate(1, 1).bytes({97, 6, 0}).data()};
+  FailingDevice device{PenFileBuilder().descriptor().coordinate(1, 1).bytes({97, 6, 0}).data()};
   PnxParser parser(device.open());
   EXPECT_FALSE(parser.parse());
   EXPECT_EQ(parser.report().failedPacket.offset, 12);
   EXPECT_EQ(parser.document->back().back().size(), 1U);
 }
 
-TEST(ReadError, OfADeviceThatCannotSkipIsAFailure) {
-  Device device{PenFileBuilder().descriptor().unknown(200, 5, {1, 2, 3}).coordinate(1, 1).data()};
+TEST(ReadError, IsWhatSkippingGivesWhereThereIsNoPositioning) {
+  const Bytes bytes =
+      PenFileBuilder().descriptor().unknown(200, 5, {1, 2, 3}).coordinate(1, 1).data();
+  FailingDevice device{bytes, bytes.size(), false};
   PnxParser parser(device.open());
   EXPECT_FALSE(parser.parse());
   EXPECT_EQ(parser.report().failure, ParseFailure::readError);
+  EXPECT_EQ(parser.report().failedPacket.offset, 6);
+}
+
+TEST(Parser, CompletesBehindTheDescriptorDuringWhichItIsFinished) {
+  FailingDevice device{recording().data()};
+  PnxParser parser(device.open());
+  device.onRead = [&] { parser.finished = true; };
+  EXPECT_TRUE(parser.parse());
+  EXPECT_TRUE(parser.document->complete.value);
+  EXPECT_EQ(parser.document->size(), 0U);
 }
 
 TEST(ReadError, IsWhatAFolderGives) {
