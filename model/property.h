@@ -10,6 +10,9 @@ class Property {
  public:
   Property() = default;
   Property(T initial) : value(std::move(initial)) {}
+
+  /// Assigns over the zero of T, so that T's own assignment decides what is copied: for `Point`
+  /// that is field by field.
   Property(const Property& other) { value = other.value; }
 
   /// Writes only when the two compare unequal: an equal value is never rewritten, so assigning 0.0

@@ -38,7 +38,8 @@ inline bool Rotator<Point>::visit(Point& element) {
   return true;
 }
 
-/// Moves each element; never stops the walk.
+/// Moves each element; never stops the walk. A coordinate whose sum is equal is not rewritten, so
+/// an offset of 0 leaves -0.0 as it is.
 template <typename T>
 class Shifter final : public RegionVisitor<T> {
  public:
@@ -55,8 +56,8 @@ class Shifter final : public RegionVisitor<T> {
 
 template <>
 inline bool Shifter<Point>::visit(Point& element) {
-  element.x.value += dx;
-  element.y.value += dy;
+  element.x = element.x.value + dx;
+  element.y = element.y.value + dy;
   return true;
 }
 

@@ -204,6 +204,13 @@ TEST(WrittenBrush, NeverShowsAntialiased) {
 }
 
 // A brush "b" with these properties, read as part of definitions.
+TEST(BrushReference, IsEqualToTheSameBrushOnly) {
+  Brush one;
+  Brush twin;
+  EXPECT_FALSE(Orvo::Property<Brush*>(&one) == Orvo::Property<Brush*>(&twin));
+  EXPECT_TRUE(Orvo::Property<Brush*>(&one) == Orvo::Property<Brush*>(&one));
+}
+
 Brush readBrush(const std::string& properties) {
   InkMLDefinitions definitions;
   const XmlTree tree("<ink><definitions><brush id='b'><annotationXML>" + properties +

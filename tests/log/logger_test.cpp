@@ -1,11 +1,13 @@
 #include "log/logger.h"
 
 #include <cstdint>
+#include <cstdlib>
 #include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <optional>
 #include <regex>
 #include <string>
 #include <thread>
@@ -79,6 +81,19 @@ TEST(LogTime, IsWrittenInBracketsInLocalTime) {
   EXPECT_EQ(Orvo::formatLogTime(std::mktime(&noonish)), "[2012.05.31 14:07:09]");
 }
 
+#ifndef _WIN32
+TEST(LogTime, FollowsTheTimeZoneOfTheProcess) {
+  const char* before = std::getenv("TZ");
+  const std::optional<std::string> zone =
+      before ? std::optional<std::string>(before) : std::nullopt;
+  ::setenv("TZ", "XYZ-5:30", 1);
+  ::tzset();
+  EXPECT_EQ(Orvo::formatLogTime(0), "[1970.01.01 05:30:00]");
+  zone ? ::setenv("TZ", zone->c_str(), 1) : ::unsetenv("TZ");
+  ::tzset();
+}
+#endif
+
 TEST_F(Log, ALineHasTimeThreadLevelMessageAndPlace) {
   const std::string written = debuggerOutputOf("invalid file descriptor", LogLevel::severe);
   EXPECT_THAT(written,
@@ -101,8 +116,15 @@ TEST_F(Log, LevelsFinerThanWarningLeaveNothingAnywhere) {
 }
 
 TEST_F(Log, ALevelBelowZeroIsWrittenWithAnEmptyWord) {
-  EXPECT_THAT(debuggerOutputOf("odd", static_cast<LogLevel>(-1)),
+  const std::string written = debuggerOutputOf("odd", static_cast<LogLevel>(-1));
+  EXPECT_THAT(written,
               FitsPattern("\\[[^\\]]*\\] \\[[0-9]+\\]  odd\tSomeClass::someMethod\\(\\)\n"));
+  EXPECT_EQ(readText(file()), pentest::asInTextFile(written));
+}
+
+TEST_F(Log, ALevelBehindTheTableLeavesNothingAnywhere) {
+  EXPECT_EQ(debuggerOutputOf("unheard", static_cast<LogLevel>(6)), "");
+  EXPECT_FALSE(std::filesystem::exists(file()));
 }
 
 TEST_F(Log, TheFirstLineIsAppendedToWhatTheFileHolds) {

@@ -1,46 +1,12 @@
-#include <atomic>
 #include <cstddef>
-#include <cstdlib>
 #include <gtest/gtest.h>
-#include <new>
 
 #include "model/document.h"
+#include "tests/support/memory/live_bytes.h"
 
 namespace {
 
-// Every block is preceded by its size, in as many bytes as keep it aligned.
-constexpr std::size_t prefix = alignof(std::max_align_t);
-std::atomic<std::size_t> liveBytes = 0;
-
-void* allocate(std::size_t size) {
-  auto* block = static_cast<std::byte*>(std::malloc(size + prefix));
-  if (block == nullptr) throw std::bad_alloc();
-  *reinterpret_cast<std::size_t*>(block) = size;
-  liveBytes += size;
-  return block + prefix;
-}
-
-void release(void* memory) noexcept {
-  if (memory == nullptr) return;
-  std::byte* block = static_cast<std::byte*>(memory) - prefix;
-  liveBytes -= *reinterpret_cast<std::size_t*>(block);
-  std::free(block);
-}
-
-}  // namespace
-
-void* operator new(std::size_t size) {
-  return allocate(size);
-}
-void operator delete(void* memory) noexcept {
-  release(memory);
-}
-void operator delete(void* memory, std::size_t) noexcept {
-  release(memory);
-}
-
-namespace {
-
+using memorytest::liveBytes;
 using Orvo::Document;
 using Orvo::Layer;
 using Orvo::Point;
@@ -64,10 +30,10 @@ void fill(Document& document, std::size_t pointsOfStroke) {
 }
 
 double bytesForEachPoint(std::size_t pointsOfStroke) {
-  const std::size_t before = liveBytes;
+  const std::size_t before = liveBytes();
   Document document;
   fill(document, pointsOfStroke);
-  return static_cast<double>(liveBytes - before) / static_cast<double>(pointCount);
+  return static_cast<double>(liveBytes() - before) / static_cast<double>(pointCount);
 }
 
 TEST(DocumentMemory, IsAtMost130BytesForEachPointOfLongStrokes) {
@@ -90,19 +56,19 @@ TEST(DocumentMemory, FallsWithTheLengthOfStrokesWithoutBadCounts) {
 
 TEST(DocumentMemory, OfACopyIsNoLargerThanThatOfTheOriginal) {
   Document document;
-  const std::size_t start = liveBytes;
+  const std::size_t start = liveBytes();
   fill(document, 17);
-  const std::size_t original = liveBytes - start;
-  const std::size_t before = liveBytes;
+  const std::size_t original = liveBytes() - start;
+  const std::size_t before = liveBytes();
   const Document copy(document);
-  EXPECT_LE(liveBytes - before, original);
+  EXPECT_LE(liveBytes() - before, original);
   EXPECT_EQ(copy.back().size(), document.back().size());
 }
 
 TEST(DocumentMemory, IsGivenBackWhole) {
-  const std::size_t before = liveBytes;
+  const std::size_t before = liveBytes();
   bytesForEachPoint(17);
-  EXPECT_EQ(liveBytes, before);
+  EXPECT_EQ(liveBytes(), before);
 }
 
 }  // namespace

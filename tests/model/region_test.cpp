@@ -201,6 +201,29 @@ TEST(Layer, SkipsACornerOfItsFirstStrokeThatComparesEqual) {
   expectBox(layer, 0, 0, 2, 2);
 }
 
+TEST(Layer, SkipsBothCornersOfAFirstStrokeOfOnePointThatCompareEqual) {
+  Layer layer;
+  layer.append(strokeOf({makePoint({0, 0, 0, 6, 7, 8, 9})}));
+  EXPECT_EQ(values(layer.bounds().minCorner.value), (Values{0, 0, 0, 0, 0, 0, 0}));
+  EXPECT_EQ(values(layer.bounds().maxCorner.value), (Values{0, 0, 0, 0, 0, 0, 0}));
+}
+
+TEST(Layer, TakesANotANumberOfAStrokeWithAMinimumThatMovesInTheOtherDirection) {
+  // The minimum is the child's where the child's is not greater, and a NaN is never greater.
+  Layer inX;
+  inX.append(strokeOf({Point(1, 5)}));
+  inX.append(strokeOf({Point(nan, 2)}));
+  EXPECT_TRUE(std::isnan(inX.bounds().minCorner.value.x.value));
+  EXPECT_EQ(inX.bounds().minCorner.value.y.value, 2);
+  EXPECT_EQ(values(inX.bounds().maxCorner.value), values(Point(1, 5)));
+  Layer inY;
+  inY.append(strokeOf({Point(1, 5)}));
+  inY.append(strokeOf({Point(0, nan)}));
+  EXPECT_EQ(inY.bounds().minCorner.value.x.value, 0);
+  EXPECT_TRUE(std::isnan(inY.bounds().minCorner.value.y.value));
+  EXPECT_EQ(values(inY.bounds().maxCorner.value), values(Point(1, 5)));
+}
+
 TEST(Layer, WidensByTheBoxOfEachFurtherStroke) {
   Layer layer;
   layer.append(strokeOf({makePoint({3, 4, 0, 6, 7, 8, 9}), Point(5, 6)}));

@@ -135,6 +135,19 @@ TEST(Rotation, ByZeroLeavesEveryBitAsItWas) {
   EXPECT_EQ(values(layer.back().bounds().maxCorner.value), seven);
 }
 
+TEST(Rotation, ByZeroLeavesEveryBitAlsoToAVisitorAloneAndToABoxAlone) {
+  const Values noFloats{1.0 / 3.0, 16777217.0, 3, 4, 5, 6, 7};
+  Stroke stroke;
+  stroke.append(makePoint(noFloats));
+  Orvo::Rotator<Point> rotator(0.0F);
+  EXPECT_TRUE(stroke.accept(rotator));
+  EXPECT_EQ(values(stroke.back()), noFloats);
+  Orvo::BoundingBox box = stroke.bounds();
+  rotateBox(box, 0.0F);
+  EXPECT_EQ(values(box.minCorner.value), noFloats);
+  EXPECT_EQ(values(box.maxCorner.value), noFloats);
+}
+
 TEST(Rotation, ThereAndBackReturnsToFloatAccuracy) {
   Stroke stroke;
   stroke.append(Point(123.4, 56.7));
@@ -154,6 +167,21 @@ TEST(Rotation, TheBoxEnclosesTheOldBoxTurned) {
   expectNear(box.maxCorner.value, 0, 2);
   const Point& min = box.minCorner.value;
   EXPECT_EQ(values(min), (Values{min.x.value, min.y.value, 0, 0, 0, 0, 0}));
+}
+
+TEST(Rotation, ACornerThatStaysInPlaceLosesItsOtherFieldsToo) {
+  // The turned point lies above and right of the origin, or below and left of it.
+  const Point origin = makePoint({0, 0, 0, 100, 1, 2, 3});
+  Stroke right;
+  right.append(origin);
+  right.append(Point(1, 0));
+  right.rotate(0.5F);
+  EXPECT_EQ(values(right.bounds().minCorner.value), (Values{0, 0, 0, 0, 0, 0, 0}));
+  Stroke left;
+  left.append(origin);
+  left.append(Point(-1, 0));
+  left.rotate(0.5F);
+  EXPECT_EQ(values(left.bounds().maxCorner.value), (Values{0, 0, 0, 0, 0, 0, 0}));
 }
 
 TEST(Rotation, TheBoxIsNotMadeAnewFromThePoints) {
@@ -202,11 +230,31 @@ TEST(Shift, ByNothingChangesNothing) {
   EXPECT_EQ(values(stroke.bounds().maxCorner.value), (Values{0.1, 0.2, 3, 4, 5, 6, 7}));
 }
 
-TEST(Shift, ByNothingStillGoesThroughEveryElement) {
+TEST(Shift, ByNothingKeepsTheSignOfEveryZero) {
   Stroke stroke;
-  stroke.append(Point(-0.0, 1));
+  stroke.append(Point(-0.0, -0.0));
   stroke.shift(0.0, 0.0);
-  EXPECT_FALSE(std::signbit(stroke.back().x.value));
+  EXPECT_TRUE(std::signbit(stroke.back().x.value));
+  EXPECT_TRUE(std::signbit(stroke.back().y.value));
+}
+
+TEST(Shift, ByNothingStillGoesThroughEveryElement) {
+  struct Counting : Orvo::Region<Point> {
+    void prepend(const Point&) override {}
+    void extendBounds(const Point&) override {}
+    void shift(double, double) override { ++shifts; }
+    int shifts = 0;
+  };
+  struct Sheet final : Orvo::Region<Counting> {
+    void prepend(const Counting&) override {}
+    void extendBounds(const Counting&) override {}
+  };
+  Sheet sheet;
+  sheet.append(Counting());
+  sheet.append(Counting());
+  sheet.shift(0.0, 0.0);
+  for (const Counting& element : sheet)
+    EXPECT_EQ(element.shifts, 1);
 }
 
 TEST(Shift, OfADocumentReachesEveryPointAndEveryBoxOnce) {

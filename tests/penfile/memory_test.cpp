@@ -1,0 +1,39 @@
+#include <gtest/gtest.h>
+#include <optional>
+#include <type_traits>
+
+#include "penfile/document_loader.h"
+#include "penfile/pnx_document.h"
+#include "tests/support/memory/live_bytes.h"
+#include "tests/support/pen/pen_file_builder.h"
+#include "tests/support/pen/temporary_folder.h"
+
+namespace {
+
+using memorytest::liveBytes;
+using Orvo::Document;
+using Orvo::loadDocument;
+using Orvo::SharedRef;
+
+static_assert(std::has_virtual_destructor_v<Orvo::PnxDocument>);
+
+TEST(LoadedDocument, IsDeletedOnceWithTheLastCopyOfItsReference) {
+  const pentest::TemporaryFolder folder;
+  const std::filesystem::path file = folder / "recording.pnx";
+  pentest::PenFileBuilder().descriptor().coordinate(1, 1).coordinate(2, 2).write(file);
+  const std::wstring path = file.wstring();
+
+  const std::size_t start = liveBytes();
+  std::optional<SharedRef<Document>> first(loadDocument(path.c_str()));
+  ASSERT_TRUE(*first);
+  const std::size_t loaded = liveBytes();
+  EXPECT_GT(loaded, start);
+  std::optional<SharedRef<Document>> second(*first);
+  EXPECT_EQ(liveBytes(), loaded);
+  first.reset();
+  EXPECT_EQ(liveBytes(), loaded);
+  second.reset();
+  EXPECT_EQ(liveBytes(), start);
+}
+
+}  // namespace
