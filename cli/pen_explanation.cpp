@@ -28,23 +28,32 @@ std::string atByte(std::int64_t offset) {
 }
 
 struct PacketName {
-  unsigned char tag;
   const char* name;
   unsigned length;
+  unsigned char tag;
 };
 
-constexpr PacketName kPackets[] = {
-    {1, "file descriptor", 6}, {17, "physical parameters", 9},
-    {49, "date and time", 9},  {97, "coordinate", 6},
-    {100, "pressure", 6},      {101, "tilt", 6},
-    {194, "time stamp", 6},    {241, "status", 3},
-};
+template <class Packet>
+PacketName named(const char* name) {
+  const Packet packet;
+  return {name, packet.expectedLength.value, packet.tag.value};
+}
 
 PacketName packetOf(unsigned char tag) {
-  for (const PacketName& packet : kPackets) {
+  const PacketName packets[] = {
+      named<Orvo::FileDescriptor>("file descriptor"),
+      named<Orvo::PhysicalParams>("physical parameters"),
+      named<Orvo::FileDateTime>("date and time"),
+      named<Orvo::CoordinatePoint>("coordinate"),
+      named<Orvo::PressureData>("pressure"),
+      named<Orvo::TiltData>("tilt"),
+      named<Orvo::TimestampData>("time stamp"),
+      named<Orvo::Status>("status"),
+  };
+  for (const PacketName& packet : packets) {
     if (packet.tag == tag) return packet;
   }
-  return {tag, "unknown", 0};
+  return {"unknown", 0, tag};
 }
 
 std::string explainReadError(const fs::path& file, std::int64_t offset) {
@@ -60,7 +69,7 @@ std::string explainFirstTag(const fs::path& file, const ParseReport& report) {
   std::ifstream stream(file, std::ios::binary);
   stream.read(start.data(), start.size());
   const std::string_view text(start.data(), static_cast<std::size_t>(stream.gcount()));
-  const std::string sentence =
+  std::string sentence =
       format("this is no pen recording: it begins with 0x%02X where 0x01 is expected (byte 0)",
              unsigned{report.failedPacket.tag});
   if (text.find("<?xml") != text.npos || text.find("<ink") != text.npos) {
