@@ -6,16 +6,16 @@ namespace Orvo {
 namespace {
 
 unsigned char readByte(PenFileStream& stream) {
-  return stream.read<1>()[0];
-}
-
-std::int16_t signed16(unsigned char high, unsigned char low) {
-  return static_cast<std::int16_t>(high << 8 | low);
+  return static_cast<unsigned char>(stream.readNumber<1>());
 }
 
 std::int16_t readSigned16(PenFileStream& stream) {
-  const auto [high, low] = stream.read<2>();
-  return signed16(high, low);
+  return static_cast<std::int16_t>(stream.readNumber<2>());
+}
+
+// The byte at `index` of four that were read as one number.
+unsigned char byteOf(std::uint32_t payload, unsigned index) {
+  return static_cast<unsigned char>(payload >> (24U - 8U * index));
 }
 
 std::int32_t widenSigned(unsigned char byte) {
@@ -27,11 +27,6 @@ std::uint32_t widenedBits(unsigned char byte) {
 }
 
 }  // namespace
-
-bool BasePacket::readLength(PenFileStream& stream) const {
-  unsigned char code = 0;
-  return stream.readLengthCode(code) && decodeLength(code) == expectedLength.value;
-}
 
 bool FileDescriptor::readFromStream(PenFileStream& stream) {
   if (!stream.isReadable()) return false;
@@ -83,9 +78,10 @@ bool CoordinatePoint::readFromStream(PenFileStream& stream) {
 
 bool PressureData::readFromStream(PenFileStream& stream) {
   if (!readLength(stream)) return false;
-  const auto [pressureAlgorithm, ignored, high, low] = stream.read<4>();
+  const std::uint32_t payload = stream.readNumber<4>();
   if (stream.failed()) return false;
-  const std::int16_t raw = signed16(high, low);
+  const unsigned char pressureAlgorithm = byteOf(payload, 0);
+  const auto raw = static_cast<std::int16_t>(payload);
   if (pressureAlgorithm == 1 || pressureAlgorithm == 5) {
     pressure = static_cast<std::uint16_t>(raw) / 4;
   } else if (pressureAlgorithm == 6) {
@@ -100,9 +96,9 @@ bool PressureData::readFromStream(PenFileStream& stream) {
 
 bool TiltData::readFromStream(PenFileStream& stream) {
   if (!readLength(stream)) return false;
-  const auto payload = stream.read<4>();
-  tiltX = widenSigned(payload[0]);
-  tiltY = widenSigned(payload[1]);
+  const std::uint32_t payload = stream.readNumber<4>();
+  tiltX = widenSigned(byteOf(payload, 0));
+  tiltY = widenSigned(byteOf(payload, 1));
   return !stream.failed();
 }
 
@@ -110,9 +106,11 @@ bool TimestampData::readFromStream(PenFileStream& stream) {
   constexpr unsigned char penTime = 17;
   timestamp = 0;
   if (!readLength(stream)) return false;
-  const auto [kind, high, middle, low] = stream.read<4>();
-  if (kind == penTime) {
-    timestamp = ((widenedBits(high) << 8U | widenedBits(middle)) << 8U) | widenedBits(low);
+  const std::uint32_t payload = stream.readNumber<4>();
+  if (byteOf(payload, 0) == penTime) {
+    const std::uint32_t high = widenedBits(byteOf(payload, 1));
+    const std::uint32_t middle = widenedBits(byteOf(payload, 2));
+    timestamp = ((high << 8U | middle) << 8U) | widenedBits(byteOf(payload, 3));
   }
   return !stream.failed();
 }

@@ -60,7 +60,10 @@ class BasePacket {
   ~BasePacket() = default;
 
   /// Reads the length code; true when it means the fixed length.
-  bool readLength(PenFileStream& stream) const;
+  bool readLength(PenFileStream& stream) const {
+    unsigned char code = 0;
+    return stream.readLengthCode(code) && decodeLength(code) == expectedLength.value;
+  }
 };
 
 /// Tag 1, 6 bytes: opens the file.

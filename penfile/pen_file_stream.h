@@ -43,21 +43,26 @@ class PenFileStream {
   template <std::size_t size>
   std::array<unsigned char, size> read() {
     std::array<unsigned char, size> bytes{};
-    if (!isReadable()) return bytes;
-    for (unsigned char& byte : bytes) {
-      const int next = platform::readByte(file_.get());
-      if (next == EOF) {
-        comeShort();
-        break;
-      }
-      byte = static_cast<unsigned char>(next);
-    }
+    for (unsigned char& byte : bytes)
+      byte = next();
     return bytes;
+  }
+
+  /// Reads `size` bytes as one big-endian number; what the file does not have is zero. Processors
+  /// wait where bytes that were stored one by one are loaded together, as from an array.
+  template <std::size_t size>
+  std::uint32_t readNumber() {
+    if constexpr (size == 1) {
+      return next();
+    } else {
+      const std::uint32_t front = readNumber<size - 1>();
+      return front << 8U | next();
+    }
   }
 
   /// Reads one byte; false, and the byte zero, when there is none.
   bool readByte(unsigned char& byte) {
-    byte = read<1>()[0];
+    byte = next();
     return isReadable();
   }
 
@@ -89,6 +94,14 @@ class PenFileStream {
 
  private:
   enum class State { good, closed, atEnd, failed };
+
+  unsigned char next() {
+    if (!isReadable()) return 0;
+    const int byte = platform::readByte(file_.get());
+    if (byte != EOF) return static_cast<unsigned char>(byte);
+    comeShort();
+    return 0;
+  }
 
   void comeShort();
 
