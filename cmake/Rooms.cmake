@@ -24,6 +24,8 @@ add_compile_options(-ffp-contract=off -Wall -Wextra -Wpedantic -Wshadow -Wconver
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   # A unique symbol that escapes from a module keeps it in memory for ever.
   add_compile_options(-fno-gnu-unique)
+  # Lets the compiler cache see into precompiled headers.
+  add_compile_options(-fpch-preprocess)
 endif()
 if(PENWICK_SANITIZE)
   add_compile_options(-fsanitize=${PENWICK_SANITIZE} -fno-omit-frame-pointer
