@@ -5,6 +5,7 @@ other tests."""
 import json
 import pathlib
 import shutil
+import subprocess
 import tempfile
 import unittest
 
@@ -38,6 +39,20 @@ class Case(unittest.TestCase):
         art = self.folder / "native.json"
         self.succeed(wine.native("open", recording, "-o", art, "--force", cwd=self.folder))
         return art.read_bytes()
+
+
+class Runner(unittest.TestCase):
+    def test_a_program_that_fails_under_wine_fails_here(self):
+        self.assertEqual(wine.wine("cmd", "/c", "exit 7").returncode, 7)
+
+    def test_ctest_starts_the_tests_in_python_without_wine(self):
+        shown = subprocess.run(["ctest", "--show-only=json-v1"], cwd=wine.BUILD, check=True,
+                               capture_output=True).stdout
+        commands = [test["command"] for test in json.loads(shown)["tests"]]
+        ours = [command for command in commands if "unittest" in command]
+        self.assertEqual(len(ours), 3)
+        for command in ours:
+            self.assertNotIn(str(wine.RUNNER), command)
 
 
 class WholePath(Case):
@@ -178,6 +193,12 @@ class Log(Case):
 
 
 class Library(Case):
+    def setUp(self):
+        super().setUp()
+        self.own = wine.local_app_data() / "Penwick"
+        shutil.rmtree(self.own, ignore_errors=True)
+        self.addCleanup(shutil.rmtree, self.own, ignore_errors=True)
+
     def test_without_any_library_the_command_says_where_to_put_it(self):
         done = wine.penwick("open", wine.ROOT / "samples/signature.pnx", "-o", "a.json",
                             "--no-built-in-library", cwd=self.folder)
@@ -186,11 +207,8 @@ class Library(Case):
         self.assertIn(b"brush_pressure.ai", done.stderr)
 
     def test_the_one_in_the_users_folder_is_read(self):
-        place = wine.local_app_data() / "Penwick"
-        self.assertFalse(place.exists())
-        place.mkdir()
-        self.addCleanup(shutil.rmtree, place)
-        shutil.copy(wine.ROOT / "packaging/brush_pressure.ai", place / "brush_pressure.ai")
+        self.own.mkdir()
+        shutil.copy(wine.ROOT / "packaging/brush_pressure.ai", self.own / "brush_pressure.ai")
         sample = wine.ROOT / "samples/signature.pnx"
         self.succeed(wine.penwick("open", sample, "-o", "a.json", "--no-built-in-library",
                                   cwd=self.folder))

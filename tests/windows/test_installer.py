@@ -150,12 +150,14 @@ class Installer(unittest.TestCase):
         shutil.copy(next(pathlib.Path(wine.BUILD).rglob("waiting_program.exe")), program)
 
         def while_it_runs(work):
-            with subprocess.Popen([wine.RUNNER, program], stdin=subprocess.PIPE,
-                                  stdout=subprocess.PIPE) as running:
-                self.assertEqual(running.stdout.readline().strip(), b"running")
+            sign = program.parent / "running"
+            with subprocess.Popen([wine.RUNNER, program, wine.windows_path(sign)],
+                                  stdin=subprocess.PIPE) as running:
+                self.assertTrue(until(sign.exists))
                 work()
                 running.stdin.close()
-                running.wait(60)
+                self.assertEqual(running.wait(60), 0)
+            sign.unlink()
 
         while_it_runs(lambda: self.silently(SETUP))
         self.assertFalse((DEFAULT / "Penwick").exists())
