@@ -36,9 +36,9 @@ enum class UnicodeStringLayout { slots38, slots36 };
 /// Document set-up at 10 and 11 with the version number at 40, or at 13 and 14 with the targeting
 /// at 40.
 enum class DocumentLayout { newer, older };
-/// The file-format message as it is, or with a file specification of 300 bytes before the option,
+/// The file-format message as it is, or with a file record of 300 bytes before the option,
 /// which begins with a drive letter and ':' or with two backslashes.
-enum class MessageLayout { plain, driveSpecification, networkSpecification };
+enum class MessageLayout { plain, driveRecord, networkRecord };
 /// What the look-up of a style that is not there answers: 'NAM?', or 0; the style is null in both.
 enum class MissingStyle { nameNotFound, nullStyle };
 

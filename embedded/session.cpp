@@ -42,17 +42,17 @@ std::string absolutePath(const std::string& native) {
 #endif
 }
 
-// The old file specification: a path in the system's spelling, cut to its 300 bytes.
-void fillSpecification(char (&specification)[300], MessageLayout layout, const std::string& file) {
+// The old file record: a path in the system's spelling, cut to its 300 bytes.
+void fillFileRecord(char (&record)[300], MessageLayout layout, const std::string& file) {
   std::string text = file;
   std::ranges::replace(text, '/', '\\');
   const bool hasDrive = text.size() > 1 && text[1] == ':';
-  if (layout == MessageLayout::networkSpecification) {
+  if (layout == MessageLayout::networkRecord) {
     text = "\\\\host\\" + text.substr(hasDrive ? 2 : 0);
   } else if (!hasDrive) {
     text = "C:" + text;
   }
-  text.copy(specification, sizeof specification - 1);
+  text.copy(record, sizeof record - 1);
 }
 
 MessageBlock fileFormatBlock(MessageLayout layout, AIFileFormatHandle format, std::int32_t option,
@@ -65,9 +65,9 @@ MessageBlock fileFormatBlock(MessageLayout layout, AIFileFormatHandle format, st
     message.filePath = path;
     block.put(message);
   } else {
-    AIFileFormatMessageWithSpecification message{};
+    AIFileFormatMessageWithFileRecord message{};
     message.fileFormat = format;
-    fillSpecification(message.specification, layout, file);
+    fillFileRecord(message.fileRecord, layout, file);
     message.option = option;
     message.filePath = path;
     block.put(message);

@@ -66,24 +66,24 @@ static_assert(sizeof(AIFileFormatMessage) == 88 &&
               offsetof(AIFileFormatMessage, operationOptions) == 72 &&
               offsetof(AIFileFormatMessage, rangeHandle) == 80);
 
-/// The same record as release 13 had it, with a file specification of 300 bytes in its middle.
+/// The same record as release 13 had it, with a file record of 300 bytes in its middle.
 /// Which of the two a host uses shows in the bytes at 40 and 41: a letter and ':' or two
-/// backslashes there are the beginning of a file specification, anything else is a small option
+/// backslashes there are the beginning of a file record, anything else is a small option
 /// number.
-struct AIFileFormatMessageWithSpecification {
+struct AIFileFormatMessageWithFileRecord {
   SPMessageData d;
   AIFileFormatHandle fileFormat;
-  char specification[300];
+  char fileRecord[300];
   std::int32_t option;
   void* extendedData;
   void* actionParm;
   FilePathBody filePath;
 };
-static_assert(offsetof(AIFileFormatMessageWithSpecification, specification) == 40 &&
-              offsetof(AIFileFormatMessageWithSpecification, option) == 340 &&
-              offsetof(AIFileFormatMessageWithSpecification, extendedData) == 344 &&
-              offsetof(AIFileFormatMessageWithSpecification, actionParm) == 352 &&
-              offsetof(AIFileFormatMessageWithSpecification, filePath) == 360);
+static_assert(offsetof(AIFileFormatMessageWithFileRecord, fileRecord) == 40 &&
+              offsetof(AIFileFormatMessageWithFileRecord, option) == 340 &&
+              offsetof(AIFileFormatMessageWithFileRecord, extendedData) == 344 &&
+              offsetof(AIFileFormatMessageWithFileRecord, actionParm) == 352 &&
+              offsetof(AIFileFormatMessageWithFileRecord, filePath) == 360);
 
 // ---- callers and selectors ----
 

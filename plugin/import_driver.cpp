@@ -25,17 +25,16 @@ struct OpenRequest {
   const FilePathBody& file;
 };
 
-// A file specification begins with a drive letter and ':' or with two backslashes.
-bool hasSpecification(const void* record) {
-  const char* bytes =
-      static_cast<const AIFileFormatMessageWithSpecification*>(record)->specification;
+// A file record begins with a drive letter and ':' or with two backslashes.
+bool hasFileRecord(const void* record) {
+  const char* bytes = static_cast<const AIFileFormatMessageWithFileRecord*>(record)->fileRecord;
   const bool letter = (bytes[0] >= 'A' && bytes[0] <= 'Z') || (bytes[0] >= 'a' && bytes[0] <= 'z');
   return (letter && bytes[1] == ':') || (bytes[0] == '\\' && bytes[1] == '\\');
 }
 
 OpenRequest readRequest(const void* record) {
-  if (hasSpecification(record)) {
-    const auto& message = *static_cast<const AIFileFormatMessageWithSpecification*>(record);
+  if (hasFileRecord(record)) {
+    const auto& message = *static_cast<const AIFileFormatMessageWithFileRecord*>(record);
     return {message.option, message.filePath};
   }
   const auto& message = *static_cast<const AIFileFormatMessage*>(record);

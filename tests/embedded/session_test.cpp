@@ -249,25 +249,25 @@ TEST_F(SessionTest, AFileOfAnotherFormatIsNotAskedFurther) {
   EXPECT_EQ(opening.problem, "");
 }
 
-TEST_F(SessionTest, CarriesAFileSpecificationWhereTheMessageHasOne) {
-  AIFileFormatMessageWithSpecification received{};
+TEST_F(SessionTest, CarriesAFileRecordWhereTheMessageHasOne) {
+  AIFileFormatMessageWithFileRecord received{};
   actAtGo([&](SPMessageData& data) {
     std::memcpy(static_cast<void*>(&received), &data, sizeof received);
     return kNoErr;
   });
-  run(HostWithFaults().withMessageLayout(embedded::MessageLayout::driveSpecification)).start();
+  run(HostWithFaults().withMessageLayout(embedded::MessageLayout::driveRecord)).start();
   session->open("/a/b.pnx");
-  EXPECT_TRUE(std::isalpha(static_cast<unsigned char>(received.specification[0])));
-  EXPECT_EQ(received.specification[1], ':');
-  EXPECT_EQ(received.specification[299], '\0');
+  EXPECT_TRUE(std::isalpha(static_cast<unsigned char>(received.fileRecord[0])));
+  EXPECT_EQ(received.fileRecord[1], ':');
+  EXPECT_EQ(received.fileRecord[299], '\0');
   EXPECT_EQ(received.option, 1);
   EXPECT_NE(received.filePath.inside, nullptr);
   session.reset();
 
-  run(HostWithFaults().withMessageLayout(embedded::MessageLayout::networkSpecification)).start();
+  run(HostWithFaults().withMessageLayout(embedded::MessageLayout::networkRecord)).start();
   session->open("/" + std::string(400, 'a') + ".pnx");
-  EXPECT_EQ(std::string(received.specification, 2), "\\\\");
-  EXPECT_EQ(received.specification[299], '\0');
+  EXPECT_EQ(std::string(received.fileRecord, 2), "\\\\");
+  EXPECT_EQ(received.fileRecord[299], '\0');
   EXPECT_EQ(received.option, 1);
 }
 

@@ -26,6 +26,19 @@ Stroke strokeOf(std::initializer_list<Point> points) {
   return stroke;
 }
 
+Layer layerOf(std::initializer_list<Stroke> strokes) {
+  Layer layer;
+  for (const Stroke& stroke : strokes)
+    layer.append(stroke);
+  return layer;
+}
+
+template <typename T>
+void expectCorners(const Region<T>& region, const Values& min, const Values& max) {
+  EXPECT_EQ(values(region.bounds().minCorner.value), min);
+  EXPECT_EQ(values(region.bounds().maxCorner.value), max);
+}
+
 template <typename T>
 void expectBox(const Region<T>& region, double left, double bottom, double right, double top) {
   const Point& min = region.bounds().minCorner.value;
@@ -39,43 +52,37 @@ void expectBox(const Region<T>& region, double left, double bottom, double right
 TEST(Stroke, StartsEmptyWithAZeroBox) {
   const Stroke stroke;
   EXPECT_EQ(stroke.size(), 0U);
-  EXPECT_EQ(values(stroke.bounds().minCorner.value), (Values{0, 0, 0, 0, 0, 0, 0}));
-  EXPECT_EQ(values(stroke.bounds().maxCorner.value), (Values{0, 0, 0, 0, 0, 0, 0}));
+  expectCorners(stroke, {0, 0, 0, 0, 0, 0, 0}, {0, 0, 0, 0, 0, 0, 0});
 }
 
 TEST(Stroke, TheFirstPointBecomesBothCornersWithAllItsFields) {
   const Values first{3, 4, 5, 100, -2, 2, 77};
   const Stroke stroke = strokeOf({makePoint(first)});
-  EXPECT_EQ(values(stroke.bounds().minCorner.value), first);
-  EXPECT_EQ(values(stroke.bounds().maxCorner.value), first);
+  expectCorners(stroke, first, first);
 }
 
 TEST(Stroke, TheFirstPointBecomesBothCornersAlsoAtTheOrigin) {
   const Values first{0, 0, 0, 100, -2, 2, 77};
   const Stroke stroke = strokeOf({makePoint(first)});
-  EXPECT_EQ(values(stroke.bounds().minCorner.value), first);
-  EXPECT_EQ(values(stroke.bounds().maxCorner.value), first);
+  expectCorners(stroke, first, first);
 }
 
 TEST(Stroke, ACornerThatMovesLosesItsOtherFields) {
   const Stroke stroke =
       strokeOf({makePoint({3, 4, 5, 100, -2, 2, 77}), makePoint({1, 9, 6, 50, 1, 1, 78})});
-  EXPECT_EQ(values(stroke.bounds().minCorner.value), (Values{1, 4, 0, 0, 0, 0, 0}));
-  EXPECT_EQ(values(stroke.bounds().maxCorner.value), (Values{3, 9, 0, 0, 0, 0, 0}));
+  expectCorners(stroke, {1, 4, 0, 0, 0, 0, 0}, {3, 9, 0, 0, 0, 0, 0});
 }
 
 TEST(Stroke, ACornerThatDoesNotMoveKeepsItsOtherFields) {
   const Stroke stroke = strokeOf({makePoint({3, 4, 5, 100, -2, 2, 77}), Point(5, 6)});
-  EXPECT_EQ(values(stroke.bounds().minCorner.value), (Values{3, 4, 5, 100, -2, 2, 77}));
-  EXPECT_EQ(values(stroke.bounds().maxCorner.value), (Values{5, 6, 0, 0, 0, 0, 0}));
+  expectCorners(stroke, {3, 4, 5, 100, -2, 2, 77}, {5, 6, 0, 0, 0, 0, 0});
 }
 
 TEST(Stroke, APointInsideTheBoxLeavesBothCornersUntouched) {
   const Values low{0, 0, 1, 2, 3, 4, 5};
   Stroke stroke = strokeOf({makePoint(low), Point(10, 10)});
   stroke.append(makePoint({5, 5, 9, 9, 9, 9, 9}));
-  EXPECT_EQ(values(stroke.bounds().minCorner.value), low);
-  EXPECT_EQ(values(stroke.bounds().maxCorner.value), (Values{10, 10, 0, 0, 0, 0, 0}));
+  expectCorners(stroke, low, {10, 10, 0, 0, 0, 0, 0});
 }
 
 TEST(Stroke, ANotANumberMovesNoCorner) {
@@ -170,8 +177,7 @@ TEST(Region, AtAssignsFieldByField) {
 }
 
 TEST(Region, AtHandsOutAWholeStrokeOfALayer) {
-  Layer layer;
-  layer.append(strokeOf({Point(1, 2), Point(3, 4)}));
+  Layer layer = layerOf({strokeOf({Point(1, 2), Point(3, 4)})});
   Stroke out = strokeOf({Point(8, 8)});
   ASSERT_TRUE(layer.at(0, out));
   EXPECT_EQ(out.size(), 2U);
@@ -188,61 +194,47 @@ TEST(Region, StoresCopies) {
 }
 
 TEST(Layer, TakesTheBoxOfItsFirstStroke) {
-  Layer layer;
-  layer.append(strokeOf({makePoint({3, 4, 5, 6, 7, 8, 9})}));
-  EXPECT_EQ(values(layer.bounds().minCorner.value), (Values{3, 4, 5, 6, 7, 8, 9}));
-  EXPECT_EQ(values(layer.bounds().maxCorner.value), (Values{3, 4, 5, 6, 7, 8, 9}));
+  Layer layer = layerOf({strokeOf({makePoint({3, 4, 5, 6, 7, 8, 9})})});
+  expectCorners(layer, {3, 4, 5, 6, 7, 8, 9}, {3, 4, 5, 6, 7, 8, 9});
 }
 
 TEST(Layer, SkipsACornerOfItsFirstStrokeThatComparesEqual) {
-  Layer layer;
-  layer.append(strokeOf({makePoint({0, 0, 0, 6, 7, 8, 9}), Point(2, 2)}));
+  Layer layer = layerOf({strokeOf({makePoint({0, 0, 0, 6, 7, 8, 9}), Point(2, 2)})});
   EXPECT_EQ(values(layer.bounds().minCorner.value), (Values{0, 0, 0, 0, 0, 0, 0}));
   expectBox(layer, 0, 0, 2, 2);
 }
 
 TEST(Layer, SkipsBothCornersOfAFirstStrokeOfOnePointThatCompareEqual) {
-  Layer layer;
-  layer.append(strokeOf({makePoint({0, 0, 0, 6, 7, 8, 9})}));
-  EXPECT_EQ(values(layer.bounds().minCorner.value), (Values{0, 0, 0, 0, 0, 0, 0}));
-  EXPECT_EQ(values(layer.bounds().maxCorner.value), (Values{0, 0, 0, 0, 0, 0, 0}));
+  Layer layer = layerOf({strokeOf({makePoint({0, 0, 0, 6, 7, 8, 9})})});
+  expectCorners(layer, {0, 0, 0, 0, 0, 0, 0}, {0, 0, 0, 0, 0, 0, 0});
 }
 
 TEST(Layer, TakesANotANumberOfAStrokeWithAMinimumThatMovesInTheOtherDirection) {
   // The minimum is the child's where the child's is not greater, and a NaN is never greater.
-  Layer inX;
-  inX.append(strokeOf({Point(1, 5)}));
-  inX.append(strokeOf({Point(nan, 2)}));
+  Layer inX = layerOf({strokeOf({Point(1, 5)}), strokeOf({Point(nan, 2)})});
   EXPECT_TRUE(std::isnan(inX.bounds().minCorner.value.x.value));
   EXPECT_EQ(inX.bounds().minCorner.value.y.value, 2);
   EXPECT_EQ(values(inX.bounds().maxCorner.value), values(Point(1, 5)));
-  Layer inY;
-  inY.append(strokeOf({Point(1, 5)}));
-  inY.append(strokeOf({Point(0, nan)}));
+  Layer inY = layerOf({strokeOf({Point(1, 5)}), strokeOf({Point(0, nan)})});
   EXPECT_EQ(inY.bounds().minCorner.value.x.value, 0);
   EXPECT_TRUE(std::isnan(inY.bounds().minCorner.value.y.value));
   EXPECT_EQ(values(inY.bounds().maxCorner.value), values(Point(1, 5)));
 }
 
 TEST(Layer, WidensByTheBoxOfEachFurtherStroke) {
-  Layer layer;
-  layer.append(strokeOf({makePoint({3, 4, 0, 6, 7, 8, 9}), Point(5, 6)}));
-  layer.append(strokeOf({Point(1, 5), Point(4, 9)}));
-  EXPECT_EQ(values(layer.bounds().minCorner.value), (Values{1, 4, 0, 0, 0, 0, 0}));
-  EXPECT_EQ(values(layer.bounds().maxCorner.value), (Values{5, 9, 0, 0, 0, 0, 0}));
+  Layer layer = layerOf({strokeOf({makePoint({3, 4, 0, 6, 7, 8, 9}), Point(5, 6)}),
+                         strokeOf({Point(1, 5), Point(4, 9)})});
+  expectCorners(layer, {1, 4, 0, 0, 0, 0, 0}, {5, 9, 0, 0, 0, 0, 0});
 }
 
 TEST(Layer, KeepsTheFieldsOfACornerThatDoesNotMove) {
-  Layer layer;
-  layer.append(strokeOf({makePoint({3, 4, 5, 6, 7, 8, 9})}));
-  layer.append(strokeOf({Point(4, 5)}));
+  Layer layer = layerOf({strokeOf({makePoint({3, 4, 5, 6, 7, 8, 9})}), strokeOf({Point(4, 5)})});
   EXPECT_EQ(values(layer.bounds().minCorner.value), (Values{3, 4, 5, 6, 7, 8, 9}));
   expectBox(layer, 3, 4, 4, 5);
 }
 
 TEST(Layer, PrependsAStroke) {
-  Layer layer;
-  layer.append(strokeOf({Point(3, 4)}));
+  Layer layer = layerOf({strokeOf({Point(3, 4)})});
   layer.prepend(strokeOf({Point(1, 2)}));
   EXPECT_EQ(layer.begin()->back().x.value, 1);
   EXPECT_EQ(layer.back().back().x.value, 3);
@@ -250,10 +242,8 @@ TEST(Layer, PrependsAStroke) {
 }
 
 TEST(Document, WidensByTheBoxOfEachLayer) {
-  Layer low;
-  low.append(strokeOf({Point(1, 1), Point(2, 2)}));
-  Layer high;
-  high.append(strokeOf({Point(5, -3)}));
+  Layer low = layerOf({strokeOf({Point(1, 1), Point(2, 2)})});
+  Layer high = layerOf({strokeOf({Point(5, -3)})});
   Document document;
   document.append(low);
   expectBox(document, 1, 1, 2, 2);

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "log/logger.h"
 #include "tests/penfile/parsing.h"
 #include "tests/support/pen/temporary_folder.h"
 
@@ -13,24 +12,12 @@ using Orvo::ParseReport;
 using pentest::Bytes;
 using pentest::Parsed;
 using pentest::PenFileBuilder;
+using pentest::recording;
 
-PenFileBuilder recording() {
-  return PenFileBuilder().descriptor();
-}
+class ParseReportOf : public pentest::SilentTest {};
 
-class ParseReportOf : public testing::Test {
- protected:
-  void SetUp() override { Orvo::Logger::silence(); }
-  void TearDown() override { Orvo::Logger::silence(false); }
-};
-
-void expectFailure(const Bytes& bytes, ParseFailure failure, std::int64_t offset, int tag,
-                   std::optional<unsigned char> lengthCode) {
-  const ParseReport report = Parsed(bytes).report();
-  EXPECT_EQ(report.failure, failure);
-  EXPECT_EQ(report.failedPacket.offset, offset);
-  EXPECT_EQ(report.failedPacket.tag, tag);
-  EXPECT_EQ(report.failedPacket.lengthCode, lengthCode);
+void expectFailure(const Bytes& bytes, const pentest::Failing& expected) {
+  pentest::expectFailure(Parsed(bytes).report(), expected);
 }
 
 TEST_F(ParseReportOf, AWholeFileNamesNoFailure) {
@@ -54,44 +41,45 @@ TEST_F(ParseReportOf, AnEmptyFileSaysSo) {
 }
 
 TEST_F(ParseReportOf, AnotherFirstTagIsNamed) {
-  expectFailure({'<', '?', 'x'}, ParseFailure::badFirstTag, 0, '<', std::nullopt);
+  expectFailure({'<', '?', 'x'}, {ParseFailure::badFirstTag, 0, '<', std::nullopt});
 }
 
 TEST_F(ParseReportOf, AWrongDescriptorLengthIsNamed) {
-  expectFailure({1, 7, 0, 2, 0, 0}, ParseFailure::badDescriptorLength, 0, 1, 7);
-  expectFailure({1}, ParseFailure::badDescriptorLength, 0, 1, std::nullopt);
+  expectFailure({1, 7, 0, 2, 0, 0}, {ParseFailure::badDescriptorLength, 0, 1, 7});
+  expectFailure({1}, {ParseFailure::badDescriptorLength, 0, 1, std::nullopt});
 }
 
 TEST_F(ParseReportOf, AnotherCoordinateFormatIsNamed) {
-  expectFailure({1, 6, 0, 3, 0, 0}, ParseFailure::badCoordinateFormat, 0, 1, 6);
+  expectFailure({1, 6, 0, 3, 0, 0}, {ParseFailure::badCoordinateFormat, 0, 1, 6});
 }
 
 TEST_F(ParseReportOf, ASecondDescriptorIsNamedWithItsPlace) {
-  expectFailure(recording().coordinate(1, 1).descriptor().data(), ParseFailure::secondDescriptor,
-                12, 1, std::nullopt);
-  expectFailure(recording().bytes({1}).data(), ParseFailure::secondDescriptor, 6, 1, std::nullopt);
+  expectFailure(recording().coordinate(1, 1).descriptor().data(),
+                {ParseFailure::secondDescriptor, 12, 1, std::nullopt});
+  expectFailure(recording().bytes({1}).data(),
+                {ParseFailure::secondDescriptor, 6, 1, std::nullopt});
 }
 
 TEST_F(ParseReportOf, AWrongLengthIsNamedWithTagAndCode) {
-  expectFailure(recording().bytes({194, 0x46}).data(), ParseFailure::wrongLength, 6, 194, 0x46);
-  expectFailure(recording().bytes({100, 7, 9, 9}).data(), ParseFailure::wrongLength, 6, 100, 7);
+  expectFailure(recording().bytes({194, 0x46}).data(), {ParseFailure::wrongLength, 6, 194, 0x46});
+  expectFailure(recording().bytes({100, 7, 9, 9}).data(), {ParseFailure::wrongLength, 6, 100, 7});
 }
 
 TEST_F(ParseReportOf, AKnownTagAsTheLastByteHasNoCodeAndIsCut) {
   const Bytes bytes = recording().bytes({97}).data();
-  expectFailure(bytes, ParseFailure::wrongLength, 6, 97, std::nullopt);
+  expectFailure(bytes, {ParseFailure::wrongLength, 6, 97, std::nullopt});
   EXPECT_EQ(Parsed(bytes).report().cutPacket, 6);
 }
 
 TEST_F(ParseReportOf, ABadPressureAlgorithmIsNamed) {
   const Bytes bytes = recording().status(1).pressure(7, 1).coordinate(1, 1).data();
-  expectFailure(bytes, ParseFailure::badPressureAlgorithm, 9, 100, 6);
+  expectFailure(bytes, {ParseFailure::badPressureAlgorithm, 9, 100, 6});
   EXPECT_FALSE(Parsed(bytes).report().cutPacket.has_value());
 }
 
 TEST_F(ParseReportOf, ACutPressurePacketIsABadAlgorithmAndCut) {
   const Bytes bytes = recording().bytes({100, 6}).data();
-  expectFailure(bytes, ParseFailure::badPressureAlgorithm, 6, 100, 6);
+  expectFailure(bytes, {ParseFailure::badPressureAlgorithm, 6, 100, 6});
   EXPECT_EQ(Parsed(bytes).report().cutPacket, 6);
 }
 

@@ -11,16 +11,13 @@ using Orvo::Point;
 using pentest::Bytes;
 using pentest::Parsed;
 using pentest::PenFileBuilder;
+using pentest::recording;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
 constexpr unsigned down = 0x01;
 constexpr unsigned up = 0x00;
 constexpr unsigned newLayer = 0x80;
-
-PenFileBuilder recording() {
-  return PenFileBuilder().descriptor();
-}
 
 class ParserLog : public testing::Test {
  protected:

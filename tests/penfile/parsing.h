@@ -1,11 +1,42 @@
 #pragma once
 
+#include <gtest/gtest.h>
+#include <optional>
+
+#include "log/logger.h"
 #include "penfile/pnx_parser.h"
 #include "tests/penfile/listing.h"
 #include "tests/support/pen/open_bytes.h"
 #include "tests/support/pen/pen_file_builder.h"
 
 namespace pentest {
+
+/// A recording with nothing but its file descriptor, which takes 6 bytes.
+inline PenFileBuilder recording() {
+  return PenFileBuilder().descriptor();
+}
+
+/// A test in which nothing is logged.
+class SilentTest : public testing::Test {
+ protected:
+  void SetUp() override { Orvo::Logger::silence(); }
+  void TearDown() override { Orvo::Logger::silence(false); }
+};
+
+/// What ends the reading of a recording, and the packet in which it does.
+struct Failing {
+  Orvo::ParseFailure failure;
+  std::int64_t offset;
+  int tag;
+  std::optional<unsigned char> lengthCode;
+};
+
+inline void expectFailure(const Orvo::ParseReport& report, const Failing& expected) {
+  EXPECT_EQ(report.failure, expected.failure);
+  EXPECT_EQ(report.failedPacket.offset, expected.offset);
+  EXPECT_EQ(report.failedPacket.tag, expected.tag);
+  EXPECT_EQ(report.failedPacket.lengthCode, expected.lengthCode);
+}
 
 /// Ends a parser at the second skip to one place, so that endless recordings cost nothing.
 class Impatient final : public Orvo::SkipWatcher {

@@ -134,11 +134,7 @@ Bytes packetSoup(unsigned seed) {
   return bytes;
 }
 
-class Sweep : public testing::Test {
- protected:
-  void SetUp() override { Orvo::Logger::silence(); }
-  void TearDown() override { Orvo::Logger::silence(false); }
-};
+class Sweep : public pentest::SilentTest {};
 
 void expectEveryCutAsReckoned(const Bytes& whole) {
   const pentest::LogCapture log;

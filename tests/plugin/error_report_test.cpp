@@ -143,48 +143,43 @@ embedded::Options refusingAlso(const char* suite, const char* function, std::siz
       .answering(suite, function, call, fourCC("ELSE"));
 }
 
-// Start-up asks for 104 suites; the alert's is the next one.
-TEST_F(ErrorReport, IsNotShownAndKeepsTheAnswerWhereItsSuiteIsRefused) {
-  PluginInHost plugin(refusingAlso("SP Basic Suite", "AcquireSuite", 105));
+// What an opening that ends with the code shows, and what it keeps.
+struct End {
+  std::vector<std::string> alerts;
+  std::size_t suites = 104;  // Start-up asks for so many.
+  std::size_t strings = 0;
+};
+
+void expectEnd(const embedded::Options& options, const End& expected) {
+  PluginInHost plugin(options);
   plugin->start();
   const embedded::Opening opening = plugin.open(oneStroke());
   EXPECT_EQ(opening.code("AI Go"), kCode);
-  EXPECT_THAT(opening.alerts, IsEmpty());
-  EXPECT_EQ(plugin.host().acquiredSuites(), 104U);
-  EXPECT_EQ(plugin.host().liveStrings(), 0U);
+  EXPECT_EQ(opening.alerts, expected.alerts);
+  EXPECT_EQ(plugin.host().acquiredSuites(), expected.suites);
+  EXPECT_EQ(plugin.host().liveStrings(), expected.strings);
+}
+
+// The suite of the alert is the first after those of the start-up.
+TEST_F(ErrorReport, IsNotShownAndKeepsTheAnswerWhereItsSuiteIsRefused) {
+  expectEnd(refusingAlso("SP Basic Suite", "AcquireSuite", 105), {});
 }
 
 // The opening makes four strings from text before: "pnx", the library's file, the names of the
 // library's style and of the drawing's.
 TEST_F(ErrorReport, IsNotShownAndKeepsTheAnswerWhereItsTextCannotBeMade) {
-  PluginInHost plugin(refusingAlso("AI Unicode String Suite", "Initialize", 5));
-  plugin->start();
-  const embedded::Opening opening = plugin.open(oneStroke());
-  EXPECT_EQ(opening.code("AI Go"), kCode);
-  EXPECT_THAT(opening.alerts, IsEmpty());
-  EXPECT_EQ(plugin.host().acquiredSuites(), 104U);
-  EXPECT_EQ(plugin.host().liveStrings(), 0U);
+  expectEnd(refusingAlso("AI Unicode String Suite", "Initialize", 5), {});
 }
 
 // Before the alert's text the opening destroys the strings above, the full path, the extension and
 // the library's folder.
 TEST_F(ErrorReport, IsShownAndKeepsTheAnswerWhereItsTextCannotBeDestroyed) {
-  PluginInHost plugin(refusingAlso("AI Unicode String Suite", "Destroy", 8));
-  plugin->start();
-  const embedded::Opening opening = plugin.open(oneStroke());
-  EXPECT_EQ(opening.code("AI Go"), kCode);
-  EXPECT_THAT(opening.alerts, ElementsAre("TEST"));
-  EXPECT_EQ(plugin.host().acquiredSuites(), 104U);
-  EXPECT_EQ(plugin.host().liveStrings(), 1U);
+  expectEnd(refusingAlso("AI Unicode String Suite", "Destroy", 8),
+            {.alerts = {"TEST"}, .strings = 1});
 }
 
 TEST_F(ErrorReport, IsShownAndKeepsTheAnswerWhereItsSuiteCannotBeReleased) {
-  PluginInHost plugin(refusingAlso("SP Basic Suite", "ReleaseSuite", 1));
-  plugin->start();
-  const embedded::Opening opening = plugin.open(oneStroke());
-  EXPECT_EQ(opening.code("AI Go"), kCode);
-  EXPECT_THAT(opening.alerts, ElementsAre("TEST"));
-  EXPECT_EQ(plugin.host().acquiredSuites(), 105U);
+  expectEnd(refusingAlso("SP Basic Suite", "ReleaseSuite", 1), {.alerts = {"TEST"}, .suites = 105});
 }
 
 TEST_F(ErrorReport, AnswersCantHappenForAnExceptionThatIsNoHostError) {

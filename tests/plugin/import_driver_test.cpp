@@ -125,10 +125,9 @@ TEST_F(ImportDriver, OpensFilesWhoseNamesWindowsCouldNotHave) {
 }
 #endif
 
-TEST(MessageLayout, IsRecognisedFromTheFileSpecification) {
-  for (const auto layout :
-       {embedded::MessageLayout::plain, embedded::MessageLayout::driveSpecification,
-        embedded::MessageLayout::networkSpecification}) {
+TEST(MessageLayout, IsRecognisedFromTheFileRecord) {
+  for (const auto layout : {embedded::MessageLayout::plain, embedded::MessageLayout::driveRecord,
+                            embedded::MessageLayout::networkRecord}) {
     embedded::Options options;
     options.messageLayout = layout;
     PluginInHost plugin(options);
@@ -145,8 +144,8 @@ TEST(MessageLayout, IsRecognisedFromADriveLetterOfEitherCase) {
   oneStroke().write(plugin.path("a.pnx"));
   for (const std::string_view drive : {"A:", "C:", "Z:", "a:", "c:", "z:"}) {
     plugin->host().newDocument();
-    hostapi::AIFileFormatMessageWithSpecification message{};
-    drive.copy(message.specification, drive.size());
+    hostapi::AIFileFormatMessageWithFileRecord message{};
+    drive.copy(message.fileRecord, drive.size());
     message.option = hostapi::kFileFormatRead;
     message.filePath = plugin->host().makeFilePath(plugin.path("a.pnx"));
     EXPECT_EQ(plugin->send("AI File Format", "AI Go", &message), 0) << drive;
@@ -228,23 +227,23 @@ TEST(StyleLibrary, OfTheFileBeforeIsNotUsedWhereTheImportFails) {
   EXPECT_EQ(plugin.open(oneStroke()).code("AI Go"), fourCC("NAM?"));
 }
 
-TEST(StyleLibrary, StyleOfTheFileBeforeIsNotUsedWhereTheLookUpGivesNone) {
-  PluginInHost plugin(failing(kArtStyle, "GetArtStyleByNameFromDocument", 0, 2));
-  plugin->start();
-  EXPECT_TRUE(pathAt(plugin.open(oneStroke()).document, 0, 0).style);
-  const embedded::Opening second = plugin.open(oneStroke());
-  EXPECT_EQ(second.code("AI Go"), 0);
-  EXPECT_EQ(pathAt(second.document, 0, 0).style, std::nullopt);
-}
-
-TEST(StyleLibrary, StyleOfTheDrawingBeforeIsNotUsedWhereTheNewOneCannotBeNamed) {
-  PluginInHost plugin(failing(kArtStyle, "AddNamedStyle", fourCC("TEST"), 2));
+// Opens a drawing whose path gets its style, and then one whose path must not.
+void expectNoStyleInTheSecondDrawing(const embedded::Options& options) {
+  PluginInHost plugin(options);
   plugin->start();
   EXPECT_TRUE(pathAt(plugin.open(oneStroke()).document, 0, 0).style);
   const embedded::Opening second = plugin.open(oneStroke());
   EXPECT_EQ(second.code("AI Go"), 0);
   EXPECT_THAT(second.misuse, IsEmpty());
   EXPECT_EQ(pathAt(second.document, 0, 0).style, std::nullopt);
+}
+
+TEST(StyleLibrary, StyleOfTheFileBeforeIsNotUsedWhereTheLookUpGivesNone) {
+  expectNoStyleInTheSecondDrawing(failing(kArtStyle, "GetArtStyleByNameFromDocument", 0, 2));
+}
+
+TEST(StyleLibrary, StyleOfTheDrawingBeforeIsNotUsedWhereTheNewOneCannotBeNamed) {
+  expectNoStyleInTheSecondDrawing(failing(kArtStyle, "AddNamedStyle", fourCC("TEST"), 2));
 }
 
 // Every step that is tested, in its order, for an extension that is the last to be compared with.

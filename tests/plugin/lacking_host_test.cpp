@@ -61,6 +61,13 @@ const Suite kSuites[] = {
     {"AI Art Set Suite", 7, 0, kMissing, 1},
 };
 
+void expectAnswer(const embedded::Opening& opening, hostapi::SPErr go, std::size_t paths) {
+  EXPECT_EQ(opening.code("AI Go"), go);
+  EXPECT_EQ(opening.alerts, alertsFor(go));
+  EXPECT_EQ(art::countPaths(opening.document), paths);
+  EXPECT_THAT(opening.misuse, IsEmpty());
+}
+
 class MissingSuite : public testing::TestWithParam<Suite> {
  protected:
   void expectAnswers(const embedded::Options& options) {
@@ -71,7 +78,7 @@ class MissingSuite : public testing::TestWithParam<Suite> {
     EXPECT_EQ(start.alerts, alertsFor(suite.startup));
     if (suite.startup == 0) {
       EXPECT_EQ(plugin.host().acquiredSuites(), 103U);
-      expectOpening(plugin.open(oneStroke()));
+      expectAnswer(plugin.open(oneStroke()), suite.go, suite.paths);
     } else {
       EXPECT_EQ(plugin->globals(), nullptr);
       EXPECT_EQ(plugin.host().acquiredSuites(), 0U);
@@ -80,14 +87,6 @@ class MissingSuite : public testing::TestWithParam<Suite> {
     EXPECT_EQ(plugin.host().acquiredSuites(), 0U);
     EXPECT_EQ(plugin.host().liveStrings(), suite.stringsLeft);
     EXPECT_EQ(plugin.host().livePaths(), 0U);
-  }
-
- private:
-  void expectOpening(const embedded::Opening& opening) {
-    EXPECT_EQ(opening.code("AI Go"), GetParam().go);
-    EXPECT_EQ(opening.alerts, alertsFor(GetParam().go));
-    EXPECT_EQ(art::countPaths(opening.document), GetParam().paths);
-    EXPECT_THAT(opening.misuse, IsEmpty());
   }
 };
 

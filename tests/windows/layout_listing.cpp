@@ -105,11 +105,11 @@ int main() {
   AT(AIFileFormatMessage, filePath);
   AT(AIFileFormatMessage, operationOptions);
   AT(AIFileFormatMessage, rangeHandle);
-  AT(AIFileFormatMessageWithSpecification, specification);
-  AT(AIFileFormatMessageWithSpecification, option);
-  AT(AIFileFormatMessageWithSpecification, extendedData);
-  AT(AIFileFormatMessageWithSpecification, actionParm);
-  AT(AIFileFormatMessageWithSpecification, filePath);
+  AT(AIFileFormatMessageWithFileRecord, fileRecord);
+  AT(AIFileFormatMessageWithFileRecord, option);
+  AT(AIFileFormatMessageWithFileRecord, extendedData);
+  AT(AIFileFormatMessageWithFileRecord, actionParm);
+  AT(AIFileFormatMessageWithFileRecord, filePath);
 
   SIZE(SPBasicSuite);
   AT(SPBasicSuite, AcquireSuite);

@@ -111,15 +111,15 @@ TEST_F(ModuleFile, DrawsTheSameInEveryLayoutThatTheHostMayHave) {
   setUp.documentLayout = embedded::DocumentLayout::older;
   EXPECT_EQ(artIn(setUp), usual);
   Options drive;
-  drive.messageLayout = embedded::MessageLayout::driveSpecification;
+  drive.messageLayout = embedded::MessageLayout::driveRecord;
   EXPECT_EQ(artIn(drive), usual);
   Options network;
-  network.messageLayout = embedded::MessageLayout::networkSpecification;
+  network.messageLayout = embedded::MessageLayout::networkRecord;
   EXPECT_EQ(artIn(network), usual);
   Options all;
   all.unicodeStringLayout = embedded::UnicodeStringLayout::slots36;
   all.documentLayout = embedded::DocumentLayout::older;
-  all.messageLayout = embedded::MessageLayout::driveSpecification;
+  all.messageLayout = embedded::MessageLayout::driveRecord;
   EXPECT_EQ(artIn(all), usual);
 }
 
