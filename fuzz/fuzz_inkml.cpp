@@ -3,53 +3,19 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <span>
 #include <string>
 
+#include "fuzz/input.h"
 #include "inkml/document_serializer.h"
 #include "inkml/file_check.h"
 #include "inkml/ink_reading.h"
-#include "platform/file.h"
 
 namespace {
 
+using fuzz::check;
+using fuzz::Input;
 using Orvo::InkFailure;
-
-// The fuzzer's bytes as a file.
-struct Input {
-  std::span<const std::uint8_t> bytes;
-  std::size_t position = 0;
-
-  static ssize_t read(void* cookie, char* buffer, std::size_t size) {
-    auto* input = static_cast<Input*>(cookie);
-    const std::size_t start = std::min(input->position, input->bytes.size());
-    const std::size_t count = std::min(size, input->bytes.size() - start);
-    std::copy_n(input->bytes.begin() + static_cast<std::ptrdiff_t>(start), count, buffer);
-    input->position += count;
-    return static_cast<ssize_t>(count);
-  }
-
-  static int seek(void* cookie, off64_t* offset, int origin) {
-    auto* input = static_cast<Input*>(cookie);
-    const auto size = static_cast<off64_t>(input->bytes.size());
-    const auto here = static_cast<off64_t>(input->position);
-    const off64_t base = origin == SEEK_SET ? 0 : origin == SEEK_CUR ? here : size;
-    if (base + *offset < 0) return -1;
-    *offset += base;
-    input->position = static_cast<std::size_t>(*offset);
-    return 0;
-  }
-
-  platform::File open() {
-    return platform::File(fopencookie(this, "rb", {&Input::read, nullptr, &Input::seek, nullptr}));
-  }
-};
-
-void check(bool holds) {
-  if (!holds) std::abort();
-}
 
 int depthOf(const TiXmlNode& node) {
   int deepest = 0;
@@ -65,7 +31,7 @@ void checkScan(std::span<const std::uint8_t> bytes, bool utf8) {
   const Orvo::XmlEncoding encoding = utf8 ? Orvo::XmlEncoding::utf8 : Orvo::XmlEncoding::declared;
   const Orvo::FileCheck found = Orvo::checkBytes(std::string(bytes.begin(), bytes.end()), encoding);
   if (found.refusal != Orvo::FileRefusal::none) return;
-  Input input{bytes};
+  Input input(bytes);
   TiXmlDocument xml;
   const bool loaded =
       xml.LoadFile(input.open().get(), utf8 ? TIXML_ENCODING_UTF8 : TIXML_ENCODING_UNKNOWN);
@@ -93,7 +59,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::span<const std::uint8_t> bytes(data, size);
   checkScan(bytes, true);
   checkScan(bytes, false);
-  Input input{bytes};
+  Input input(bytes);
   Orvo::InkReading reading = Orvo::readInk(input.open().get());
   check(reading.document->complete.value == (reading.report.failure == InkFailure::none));
   if (reading.report.failure == InkFailure::none) checkWriting(reading);

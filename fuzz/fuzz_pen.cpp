@@ -1,47 +1,17 @@
 // Any bytes as a pen recording: the parser must come to an end, and a document that is complete
 // must hold together.
 
-#include <algorithm>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <span>
 
+#include "fuzz/input.h"
 #include "log/logger.h"
 #include "penfile/pnx_parser.h"
-#include "platform/file.h"
 
 namespace {
 
-// The fuzzer's bytes as a file that can be positioned beyond its end, as real files can.
-struct Input {
-  std::span<const std::uint8_t> bytes;
-  std::size_t position = 0;
-
-  static ssize_t read(void* cookie, char* buffer, std::size_t size) {
-    auto* input = static_cast<Input*>(cookie);
-    const std::size_t start = std::min(input->position, input->bytes.size());
-    const std::size_t count = std::min(size, input->bytes.size() - start);
-    std::copy_n(input->bytes.begin() + static_cast<std::ptrdiff_t>(start), count, buffer);
-    input->position += count;
-    return static_cast<ssize_t>(count);
-  }
-
-  static int seek(void* cookie, off64_t* offset, int origin) {
-    auto* input = static_cast<Input*>(cookie);
-    const auto size = static_cast<off64_t>(input->bytes.size());
-    const auto here = static_cast<off64_t>(input->position);
-    const off64_t base = origin == SEEK_SET ? 0 : origin == SEEK_CUR ? here : size;
-    if (base + *offset < 0) return -1;
-    *offset += base;
-    input->position = static_cast<std::size_t>(*offset);
-    return 0;
-  }
-};
-
-void check(bool holds) {
-  if (!holds) std::abort();
-}
+using fuzz::check;
+using fuzz::Input;
 
 void checkDocument(const Orvo::PnxDocument& document) {
   for (const Orvo::Layer& layer : document) {
@@ -63,9 +33,8 @@ void checkDocument(const Orvo::PnxDocument& document) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   Orvo::Logger::silence();
-  Input input{{data, size}};
-  Orvo::PnxParser parser(
-      platform::File(fopencookie(&input, "rb", {&Input::read, nullptr, &Input::seek, nullptr})));
+  Input input({data, size});
+  Orvo::PnxParser parser(input.open());
   Orvo::EndlessSkipGuard guard(parser);
   const bool whole = parser.parse();
   check(whole == parser.document->complete.value);

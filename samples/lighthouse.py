@@ -288,4 +288,4 @@ def record():
         if number:
             pen.new_layer()
         layer(pen)
-    return pen
+    return pen.data

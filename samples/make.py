@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Draws the sample recordings: python3 samples/make.py [FOLDER]
+"""Draws the samples: python3 samples/make.py [FOLDER]
 
 Without a folder they go beside this script.  The bytes are the same on every
 machine, so the files kept here can be checked against the script.
@@ -8,6 +8,8 @@ machine, so the files kept here can be checked against the script.
 import os
 import sys
 
+import harbour
+import ink_pages
 import lighthouse
 import pages
 
@@ -18,6 +20,10 @@ SAMPLES = {
     "hatching.pnx": pages.hatching,
     "tilted-sketch.pnx": pages.tilted_sketch,
     "spiral.pnx": pages.spiral,
+    "harbour.kvo": harbour.record,
+    "melody.kvo": ink_pages.melody,
+    "teapot.inkml": ink_pages.teapot,
+    "other-program.inkml": ink_pages.other_program,
 }
 
 
@@ -29,7 +35,7 @@ def main(arguments):
     os.makedirs(folder, exist_ok=True)
     for name, draw in SAMPLES.items():
         with open(os.path.join(folder, name), "wb") as file:
-            file.write(draw().data)
+            file.write(draw())
     return 0
 
 

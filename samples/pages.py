@@ -33,7 +33,7 @@ def signature():
     for points, speed in pulls:
         pen.stroke(points, speed=speed * 2.55, pressure=560 if speed > 400 else 760, tremor=0.8,
                    weight=lambda point, part: 0.75 + 0.25 * sine(9.0 * part + 1.0))
-    return pen
+    return pen.data
 
 
 TEXT = ["The Keeper's Notes", "",
@@ -66,7 +66,7 @@ def handwriting():
         x = 820 + 90 * k
         pen.stroke(curve([(x, y + 10), (x + 22, y - 14), (x + 46, y + 4), (x + 66, y + 18), (x + 88, y + 8)]),
                    speed=620, pressure=400)
-    return pen
+    return pen.data
 
 
 # -- hatching ----------------------------------------------------------------
@@ -178,7 +178,7 @@ def hatching():
     for a, b in (((90, 1640), (340, 1636)), ((1780, 1640), (2010, 1644)), ((280, 1638), (420, 1637)), ((1390, 1637), (1560, 1638))):
         for part in visible(line(a, b, 0.01), solids + [block]):
             pen.stroke(part, speed=1200, pressure=560)
-    return pen
+    return pen.data
 
 
 # -- tilt --------------------------------------------------------------------
@@ -268,7 +268,7 @@ def tilted_sketch():
         long = 150 - (y - 2690) * 0.5
         pen.stroke(curve([(x, y), (x + long * 0.5, y - 5 + 8 * pen.chance()), (x + long, y + 3)]),
                    speed=820, pressure=330 - (y - 2690) * 1.4)
-    return pen
+    return pen.data
 
 
 # -- one line ----------------------------------------------------------------
@@ -301,7 +301,7 @@ def spiral():
     # The hand starts in the middle and goes round and round at one speed.
     pen.stroke(points, speed=length_of(points) / 20000 * 133.0, pressure=1000, tremor=0.0, even=True,
                weight=tone, least=20000)
-    return pen
+    return pen.data
 
 
 def length_of(points):

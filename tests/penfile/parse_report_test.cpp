@@ -11,7 +11,6 @@ using Orvo::ParseFailure;
 using Orvo::ParseReport;
 using pentest::Bytes;
 using pentest::Parsed;
-using pentest::PenFileBuilder;
 using pentest::recording;
 
 class ParseReportOf : public pentest::SilentTest {};
