@@ -150,6 +150,7 @@ std::optional<cli::FileKind> kindOf(const std::string& word) {
 
 std::vector<std::filesystem::path> pathsOf(const std::vector<std::string>& words) {
   std::vector<std::filesystem::path> paths;
+  paths.reserve(words.size());
   for (const std::string& word : words)
     paths.push_back(cli::pathOf(word));
   return paths;

@@ -153,7 +153,7 @@ void kvoexportfileplugin::fillSegments(const Orvo::Stroke& stroke, const PageMap
   profiles.resize(count);
 
   std::size_t i = 0;
-  const Orvo::Point* lastButOne = nullptr;
+  std::uint32_t lastPressure = 0;
   for (const Orvo::Point& point : stroke) {
     const AIRealPoint anchor = map(point);
     if (i > 0) segments[i - 1].out = anchor;
@@ -161,13 +161,13 @@ void kvoexportfileplugin::fillSegments(const Orvo::Stroke& stroke, const PageMap
     segments[i] = {.p = anchor, .in = i > 0 ? segments[i - 1].p : anchor, .out = {}, .corner = 0};
     profiles[i] = {.offset = static_cast<float>(i) / steps,
                    .value = static_cast<float>(point.pressure.value * kPressureScale)};
-    lastButOne = &point;
+    lastPressure = point.pressure.value;
     ++i;
   }
 
   const AIRealPoint anchor = segments[i - 1].p;
   segments[i] = {.p = anchor, .in = anchor, .out = anchor, .corner = 0};
-  profiles[i] = {.offset = 1.0F, .value = static_cast<float>(lastButOne->pressure.value >> 10)};
+  profiles[i] = {.offset = 1.0F, .value = static_cast<float>(lastPressure >> 10)};
 }
 
 // Every object of every layer gets the style, also what was there before. The answer is the code of

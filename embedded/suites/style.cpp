@@ -122,7 +122,7 @@ AIErr import(Call& call, const std::u32string& path, AIDocumentHandle* document)
     if (!call.host.options.builtInLibrary) return kCantImportErr;
     library = builtInLibrary();
   }
-  *document = call.host.documents.makeLibrary(std::move(library.styles))->handle;
+  *document = call.host.documents.makeLibrary(library.styles)->handle;
   return kNoErr;
 }
 
