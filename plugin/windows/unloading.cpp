@@ -1,4 +1,5 @@
 // Gives back what the C++ run time, which is part of the module, keeps for itself.
+#include "plugin/windows/thread_data.h"
 
 namespace __gnu_cxx {
 // The run time's own: frees the memory that it holds ready for exceptions when memory runs out.
@@ -8,7 +9,10 @@ void __freeres();
 namespace {
 
 struct Unloading {
-  ~Unloading() { __gnu_cxx::__freeres(); }
+  ~Unloading() {
+    __gnu_cxx::__freeres();
+    releaseThreadData();
+  }
 };
 
 // Made before every other object of the module, so that it is the last to go.
