@@ -41,6 +41,10 @@ enum class DocumentLayout { newer, older };
 enum class MessageLayout { plain, driveRecord, networkRecord };
 /// What the look-up of a style that is not there answers: 'NAM?', or 0; the style is null in both.
 enum class MissingStyle { nameNotFound, nullStyle };
+/// The width of the counts and indices of the Art Set suite.
+enum class ArtSetNumbers { bits32, bits64 };
+/// Whether the layer's own group is among what LayerArtSet finds in it, as the first.
+enum class LayerGroup { leftOut, counted };
 
 struct Options {
   std::set<std::string> lackingSuites;  ///< 'S!Fd' for these
@@ -53,6 +57,8 @@ struct Options {
   DocumentLayout documentLayout = DocumentLayout::newer;
   MessageLayout messageLayout = MessageLayout::plain;
   MissingStyle missingStyle = MissingStyle::nameNotFound;
+  ArtSetNumbers artSetNumbers = ArtSetNumbers::bits32;
+  LayerGroup layerGroup = LayerGroup::leftOut;
 
   std::int32_t appMajorVersion = 16;
   std::int32_t appMinorVersion = 0;

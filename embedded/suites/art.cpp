@@ -134,6 +134,10 @@ AIErr newArtSet(AIArtSet* set) {
 }
 
 // The count has 32 bits in this host.
+bool hasWideNumbers(const Call& call) {
+  return call.host.options.artSetNumbers == ArtSetNumbers::bits64;
+}
+
 AIErr countArtSet(AIArtSet set, std::uint64_t* count) {
   return answer(
       kCountArtSet,
@@ -144,25 +148,26 @@ AIErr countArtSet(AIArtSet set, std::uint64_t* count) {
       [&](Call& call) {
         const ArtSetNode* node = call.host.documents.find(set);
         if (node == nullptr) return call.badHandle("set", set);
-        const auto members = static_cast<std::int32_t>(node->members.size());
-        std::memcpy(count, &members, sizeof members);
+        const std::uint64_t members = node->members.size();
+        std::memcpy(count, &members, hasWideNumbers(call) ? 8 : 4);
         return kNoErr;
       });
 }
 
-// No more than 32 bits of the index are read.
+// Of the index no more is read than the host has.
 AIErr indexArtSet(AIArtSet set, std::uint64_t index, AIArtHandle* art) {
-  const auto place = static_cast<std::uint32_t>(index);
+  const auto low = static_cast<std::uint32_t>(index);
   return answer(
       kIndexArtSet,
       [&](Call& call) {
         call.inHandle("set", set);
-        call.in("index", place);
+        call.in("index", low);
         call.outHandle("art", art);
       },
       [&](Call& call) {
         const ArtSetNode* node = call.host.documents.find(set);
         if (node == nullptr) return call.badHandle("set", set);
+        const std::uint64_t place = hasWideNumbers(call) ? index : low;
         if (place >= node->members.size()) return kBadParameterErr;
         *art = node->members[place]->handle;
         return kNoErr;
@@ -182,6 +187,9 @@ AIErr layerArtSet(AILayerHandle layer, AIArtSet set) {
         ArtSetNode* members = call.host.documents.find(set);
         if (members == nullptr) return call.badHandle("set", set);
         members->members = objectsOf(*node);
+        if (call.host.options.layerGroup == LayerGroup::counted) {
+          members->members.insert(members->members.begin(), node->group);
+        }
         return kNoErr;
       });
 }

@@ -7,17 +7,19 @@
 #include "hostapi/ai_layer_suite.h"
 #include "hostapi/ai_path_suite.h"
 #include "hostapi/codes.h"
+#include "tests/support/host/host_with_faults.h"
 #include "tests/support/host/suites.h"
 
 namespace {
 
 using namespace hostapi;
+using test::HostWithFaults;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
 class ArtSuites : public testing::Test {
  protected:
-  ArtSuites() { host.newDocument(); }
+  explicit ArtSuites(const embedded::Options& options = {}) : host(options) { host.newDocument(); }
 
   AILayerHandle topLayer() {
     AILayerHandle layer = nullptr;
@@ -57,6 +59,13 @@ class ArtSuites : public testing::Test {
     for (const art::Object& object : document.layers.back().art)
       counts.push_back(std::get<art::Path>(object.value).segments.size());
     return counts;
+  }
+
+  AIArtSet setOfTopLayer() {
+    AIArtSet set = nullptr;
+    EXPECT_EQ(sets->NewArtSet(&set), 0);
+    EXPECT_EQ(sets->LayerArtSet(topLayer(), set), 0);
+    return set;
   }
 
   std::vector<AIArtHandle> membersOf(AIArtSet set) {
@@ -180,26 +189,20 @@ TEST_F(ArtSuites, ASetOfALayerHasEveryObjectButTheLayersOwnGroupTopmostFirstPare
   const AIArtHandle below = makePath(2, kPlaceInsideOnTop, group);
   const AIArtHandle above = makePath(3, kPlaceInsideOnTop, group);
   const AIArtHandle top = makePath(4, kPlaceAboveAll, nullptr);
-  AIArtSet set = nullptr;
-  ASSERT_EQ(sets->NewArtSet(&set), 0);
-  EXPECT_EQ(sets->LayerArtSet(topLayer(), set), 0);
+  const AIArtSet set = setOfTopLayer();
   EXPECT_THAT(membersOf(set), ElementsAre(top, group, above, below, bottom));
 }
 
 TEST_F(ArtSuites, ASetIsReplacedNotAddedTo) {
   makePath(1, kPlaceAboveAll, nullptr);
-  AIArtSet set = nullptr;
-  ASSERT_EQ(sets->NewArtSet(&set), 0);
-  EXPECT_EQ(sets->LayerArtSet(topLayer(), set), 0);
+  const AIArtSet set = setOfTopLayer();
   EXPECT_EQ(sets->LayerArtSet(topLayer(), set), 0);
   EXPECT_EQ(membersOf(set).size(), 1U);
 }
 
 TEST_F(ArtSuites, ACountIsWrittenInFourBytesAndAnIndexReadFromFour) {
   const AIArtHandle path = makePath(1, kPlaceAboveAll, nullptr);
-  AIArtSet set = nullptr;
-  ASSERT_EQ(sets->NewArtSet(&set), 0);
-  ASSERT_EQ(sets->LayerArtSet(topLayer(), set), 0);
+  const AIArtSet set = setOfTopLayer();
   std::uint64_t count = 0xAAAAAAAA00000000;
   EXPECT_EQ(sets->CountArtSet(set, &count), 0);
   EXPECT_EQ(count, 0xAAAAAAAA00000001);
@@ -207,6 +210,34 @@ TEST_F(ArtSuites, ACountIsWrittenInFourBytesAndAnIndexReadFromFour) {
   EXPECT_EQ(sets->IndexArtSet(set, 0xBBBBBBBB00000000, &member), 0);
   EXPECT_EQ(member, path);
   EXPECT_EQ(sets->IndexArtSet(set, 1, &member), fourCC("PARM"));
+}
+
+class WideArtSets : public ArtSuites {
+ protected:
+  WideArtSets() : ArtSuites(HostWithFaults().withArtSetNumbers(embedded::ArtSetNumbers::bits64)) {}
+};
+
+TEST_F(WideArtSets, CountInEightBytesAndReadEightOfAnIndex) {
+  const AIArtHandle path = makePath(1, kPlaceAboveAll, nullptr);
+  const AIArtSet set = setOfTopLayer();
+  std::uint64_t count = 0xAAAAAAAA00000000;
+  EXPECT_EQ(sets->CountArtSet(set, &count), 0);
+  EXPECT_EQ(count, 1U);
+  AIArtHandle member = nullptr;
+  EXPECT_EQ(sets->IndexArtSet(set, 0xBBBBBBBB00000000, &member), fourCC("PARM"));
+  EXPECT_EQ(sets->IndexArtSet(set, 0, &member), 0);
+  EXPECT_EQ(member, path);
+}
+
+class ArtSetsWithGroup : public ArtSuites {
+ protected:
+  ArtSetsWithGroup() : ArtSuites(HostWithFaults().withLayerGroup(embedded::LayerGroup::counted)) {}
+};
+
+TEST_F(ArtSetsWithGroup, HaveTheLayersOwnGroupFirst) {
+  const AIArtHandle path = makePath(1, kPlaceAboveAll, nullptr);
+  const AIArtSet set = setOfTopLayer();
+  EXPECT_THAT(membersOf(set), ElementsAre(groupOf(topLayer()), path));
 }
 
 TEST_F(ArtSuites, SetsThatAreNotDisposedAreNoMisuse) {

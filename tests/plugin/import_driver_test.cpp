@@ -197,6 +197,25 @@ TEST(UnicodeStringLayout, DoesNotMatter) {
   }
 }
 
+TEST(ArtSets, OfEitherWidthAndWithTheLayersGroupGiveEveryPathItsStyle) {
+  for (const auto& host : {HostWithFaults().withArtSetNumbers(embedded::ArtSetNumbers::bits64),
+                           HostWithFaults().withLayerGroup(embedded::LayerGroup::counted),
+                           HostWithFaults()
+                               .withArtSetNumbers(embedded::ArtSetNumbers::bits64)
+                               .withLayerGroup(embedded::LayerGroup::counted)}) {
+    PluginInHost plugin(host);
+    plugin->start();
+    const embedded::Opening opening = plugin.open(twoLayers(2));
+    EXPECT_EQ(opening.code("AI Go"), 0);
+    EXPECT_THAT(opening.misuse, IsEmpty());
+    for (const std::size_t layer : {0U, 1U}) {
+      for (const std::size_t stroke : {0U, 1U}) {
+        EXPECT_TRUE(pathAt(opening.document, layer, stroke).style);
+      }
+    }
+  }
+}
+
 HostWithFaults withoutAnyLibrary() {
   return HostWithFaults().withoutLibrary().withLibraryAt("/nowhere/brush_pressure.ai");
 }

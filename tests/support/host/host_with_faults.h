@@ -58,6 +58,16 @@ class HostWithFaults {
     return *this;
   }
 
+  HostWithFaults& withArtSetNumbers(embedded::ArtSetNumbers width) {
+    options_.artSetNumbers = width;
+    return *this;
+  }
+
+  HostWithFaults& withLayerGroup(embedded::LayerGroup group) {
+    options_.layerGroup = group;
+    return *this;
+  }
+
   HostWithFaults& answeringMissingStyles(embedded::MissingStyle answer) {
     options_.missingStyle = answer;
     return *this;
