@@ -100,7 +100,8 @@ void kvoexportfileplugin::setupPage() {
   ai::throwIfFailed(setupCalls.set(documentSetup));
 }
 
-// The one layer of a new document; the first ink layer goes there.
+// The one layer of a new document; the first ink layer goes there. Here and for a new layer the
+// host is asked for the number of layers, which nothing needs.
 AILayerHandle kvoexportfileplugin::firstHostLayer() {
   std::int32_t count = 0;
   AILayerHandle layer = nullptr;
@@ -145,7 +146,7 @@ void kvoexportfileplugin::buildStrokePath(const Orvo::Stroke& stroke, AILayerHan
 // A segment's control points are the anchors before and after it, so that each cubic piece runs
 // straight. The last segment is made from the last point but one: its anchor repeats the segment
 // before, its pressure is shifted as an integer, and the real last point only serves as a control
-// point. That is what the pen's files have always become, and stays.
+// point.
 void kvoexportfileplugin::fillSegments(const Orvo::Stroke& stroke, const PageMap& map) {
   const std::size_t count = stroke.size();
   const auto steps = static_cast<float>(count - 1);

@@ -45,7 +45,7 @@ bool is(const ai::UnicodeString& extension, const char* text) {
   return extension.compare(ai::UnicodeString(text)) == 0;
 }
 
-// Exact and case-sensitive. Another extension leaves the kind of the file before, on purpose. Each
+// Exact and case-sensitive. With another extension a file is read as the one before it was. Each
 // string to compare with is made when its turn comes, the first one before the extension is taken:
 // the first of these steps that fails gives the answer to the host.
 void chooseFileKind(const FilePathBody& file) {
@@ -78,6 +78,7 @@ SPErr kvoexportfileplugin::startupPlugin(SPInterfaceMessage* record) {
   ai::throwIfFailed(Plugin::startupPlugin(record));
   appMajorVersion = versionNumber(&AIRuntimeSuite::GetAppMajorVersion);
   appMinorVersion = versionNumber(&AIRuntimeSuite::GetAppMinorVersion);
+  // What is printed is asked for once more.
   const std::int32_t printedMinor = versionNumber(&AIRuntimeSuite::GetAppMinorVersion);
   std::printf("AI Major version %d , Minor version %d\n", appMajorVersion, printedMinor);
   registerFileFormat(record);

@@ -1,7 +1,7 @@
 ; The installer of the plug-in for the 64-bit host, per machine. Made by packaging/windows/pack with
 ;   VERSION  the project's version       VERSION_WORDS  the same as four numbers
 ;   FILES    the folder with the files   OUT            the installer to write
-; Exit codes of a silent run: 0 done, 2 a file could not be written, 3 the host runs.
+; Exit codes of a silent run: 0 done, 2 a file could not be written or removed, 3 the host runs.
 Target amd64-unicode
 ManifestDPIAware true
 ManifestSupportedOS all
@@ -10,6 +10,7 @@ SetCompressor /SOLID lzma
 
 !include MUI2.nsh
 !include LogicLib.nsh
+!include FileFunc.nsh
 
 !define PRODUCT "Penwick vector files"
 !define HOST "Adobe Illustrator CS6"
@@ -48,10 +49,13 @@ VIAddVersionKey LegalCopyright "MIT licence"
 !insertmacro MUI_UNPAGE_INSTFILES
 !insertmacro MUI_LANGUAGE English
 
-; Looks through the list of installed programs, in the registry view that is set, for the host.
-; $HostPlugins becomes its plug-ins folder, or stays empty.
+; The host's plug-ins folder, or empty where the host is not found.
 Var HostPlugins
+; The topmost folder that the installation makes, or empty where all are there.
+Var MadeFolder
 
+; Looks through the list of installed programs, in the registry view that is set. An entry names the
+; 64-bit host's folder, or the one that both the 32-bit and the 64-bit host lie in.
 Function searchUninstallKeys
   StrCpy $0 0
   ${Do}
@@ -64,11 +68,13 @@ Function searchUninstallKeys
     StrLen $3 "${HOST}"
     StrCpy $2 $2 $3
     ReadRegStr $4 HKLM "${UNINSTALL_KEYS}\$1" "InstallLocation"
+    ${GetFileName} "$4" $5
     ${If} $2 == "${HOST}"
     ${AndIf} $4 != ""
       ${If} ${FileExists} "$4\${HOST_FOLDER}\Plug-ins\*.*"
         StrCpy $HostPlugins "$4\${HOST_FOLDER}\Plug-ins"
-      ${ElseIf} ${FileExists} "$4\Plug-ins\*.*"
+      ${ElseIf} $5 == "${HOST_FOLDER}"
+      ${AndIf} ${FileExists} "$4\Plug-ins\*.*"
         StrCpy $HostPlugins "$4\Plug-ins"
       ${EndIf}
     ${EndIf}
@@ -76,22 +82,50 @@ Function searchUninstallKeys
 FunctionEnd
 
 Function .onInit
-  ; A folder given with /D= stands as it is.
-  ${If} $INSTDIR == "$PROGRAMFILES64\Adobe\${HOST_FOLDER}\Plug-ins\Penwick"
-    SetRegView 64
+  SetRegView 32
+  Call searchUninstallKeys
+  SetRegView 64
+  ${If} $HostPlugins == ""
     Call searchUninstallKeys
-    ${If} $HostPlugins == ""
-      SetRegView 32
-      Call searchUninstallKeys
-      SetRegView 64
-    ${EndIf}
-    ${If} $HostPlugins != ""
+  ${EndIf}
+  ; A folder given with /D= comes first, then the one where the plug-in is already.
+  ${If} $INSTDIR == "$PROGRAMFILES64\Adobe\${HOST_FOLDER}\Plug-ins\Penwick"
+    ReadRegStr $0 HKLM "${UNINSTALL_KEY}" "InstallLocation"
+    ${If} $0 != ""
+    ${AndIf} ${FileExists} "$0\kvoexportfile.aip"
+      StrCpy $INSTDIR "$0"
+    ${ElseIf} $HostPlugins != ""
       StrCpy $INSTDIR "$HostPlugins\Penwick"
     ${EndIf}
+  ${EndIf}
+  Call intoOwnFolder
+FunctionEnd
+
+; In a folder that holds other things the plug-in gets one of its own.
+Function intoOwnFolder
+  StrCpy $0 $INSTDIR "" -1
+  ${If} $0 == "\"
+    StrCpy $INSTDIR $INSTDIR -1
+  ${EndIf}
+  ${If} ${FileExists} "$INSTDIR\kvoexportfile.aip"
+    Return
+  ${EndIf}
+  FindFirst $0 $1 "$INSTDIR\*.*"
+  ${Do}
+    ${If} $1 != "."
+    ${AndIf} $1 != ".."
+      ${Break}
+    ${EndIf}
+    FindNext $0 $1
+  ${Loop}
+  FindClose $0
+  ${If} $1 != ""
+    StrCpy $INSTDIR "$INSTDIR\Penwick"
   ${EndIf}
 FunctionEnd
 
 Function doubtFolder
+  Call intoOwnFolder
   ${IfNot} ${FileExists} "$INSTDIR\..\*.*"
     MessageBox MB_YESNO|MB_ICONQUESTION "This folder does not exist yet. Illustrator finds plug-ins only in its own Plug-ins folder and in folders inside it.$\r$\n$\r$\nGo on with$\r$\n$INSTDIR ?" IDYES goOn
     Abort
@@ -114,17 +148,30 @@ Function ${un}testInUse
   ${EndIf}
 FunctionEnd
 
+; The host lies in one of the folders above the plug-in, where it is usually, or where it is listed.
 Function ${un}waitForHost
   ${Do}
     StrCpy $1 "no"
-    StrCpy $0 "$INSTDIR\..\..\${PROGRAM}"
+    StrCpy $3 "$INSTDIR"
+    ${DoUntil} $3 == ""
+      StrCpy $0 "$3\${PROGRAM}"
+      Call ${un}testInUse
+      ${GetParent} "$3" $3
+    ${Loop}
+    StrCpy $0 "$PROGRAMFILES64\Adobe\${HOST_FOLDER}\${PROGRAM}"
     Call ${un}testInUse
+    ${If} $HostPlugins != ""
+      StrCpy $0 "$HostPlugins\..\${PROGRAM}"
+      Call ${un}testInUse
+    ${EndIf}
     StrCpy $0 "$INSTDIR\kvoexportfile.aip"
+    Call ${un}testInUse
+    StrCpy $0 "$INSTDIR\penwick.exe"
     Call ${un}testInUse
     ${If} $1 == "no"
       ${Break}
     ${EndIf}
-    MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "Illustrator is running. Please close it, then try again." /SD IDCANCEL IDRETRY again
+    MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "Illustrator or penwick.exe is running. Please close it, then try again." /SD IDCANCEL IDRETRY again
     SetErrorLevel 3
     Quit
     again:
@@ -134,10 +181,27 @@ FunctionEnd
 !insertmacro HostCheck ""
 !insertmacro HostCheck "un."
 
+; An update keeps what the first installation made.
+Function findMadeFolder
+  ReadRegStr $0 HKLM "${UNINSTALL_KEY}" "InstallLocation"
+  ${If} $0 == $INSTDIR
+    ReadRegStr $MadeFolder HKLM "${UNINSTALL_KEY}" "MadeFolder"
+  ${EndIf}
+  StrCpy $0 "$INSTDIR"
+  ${DoUntil} $0 == ""
+    ${If} ${FileExists} "$0\*.*"
+      ${Break}
+    ${EndIf}
+    StrCpy $MadeFolder "$0"
+    ${GetParent} "$0" $0
+  ${Loop}
+FunctionEnd
+
 Section
   SetRegView 64
   SetShellVarContext all
   Call waitForHost
+  Call findMadeFolder
 
   SetOutPath "$INSTDIR"
   SetOverwrite try
@@ -149,6 +213,7 @@ Section
   File "${FILES}/GUIDE.txt"
   File "${FILES}/LICENSE.txt"
   File "${FILES}/THIRD-PARTY.txt"
+  File "${FILES}/signature.pnx"
   ${If} ${Errors}
     SetErrorLevel 2
     MessageBox MB_OK|MB_ICONSTOP "The files could not be written to$\r$\n$INSTDIR" /SD IDOK
@@ -165,6 +230,7 @@ Section
   WriteRegStr HKLM "${UNINSTALL_KEY}" "DisplayVersion" "${VERSION}"
   WriteRegStr HKLM "${UNINSTALL_KEY}" "Publisher" "${PRODUCT}"
   WriteRegStr HKLM "${UNINSTALL_KEY}" "InstallLocation" "$INSTDIR"
+  WriteRegStr HKLM "${UNINSTALL_KEY}" "MadeFolder" "$MadeFolder"
   WriteRegStr HKLM "${UNINSTALL_KEY}" "UninstallString" '"$INSTDIR\uninstall.exe"'
   WriteRegStr HKLM "${UNINSTALL_KEY}" "QuietUninstallString" '"$INSTDIR\uninstall.exe" /S'
   WriteRegDWORD HKLM "${UNINSTALL_KEY}" "NoModify" 1
@@ -214,11 +280,21 @@ Function un.sameBytes
   FileClose $1
 FunctionEnd
 
-Section Uninstall
-  SetRegView 64
-  Call un.waitForHost
+; Removes the folder of the plug-in and those above it that the installation made, if they are empty.
+Function un.removeFolders
+  StrCpy $0 "$INSTDIR"
+  ${DoUntil} $MadeFolder == ""
+    RMDir "$0"
+    ${If} $0 == $MadeFolder
+    ${OrIf} ${FileExists} "$0\*.*"
+      ${Break}
+    ${EndIf}
+    ${GetParent} "$0" $0
+  ${Loop}
+FunctionEnd
 
-  ; The user's library goes only while it is still the one that was put there.
+; The user's library goes only while it is still the one that was put there.
+Function un.removeLibrary
   SetShellVarContext current
   InitPluginsDir
   File "/oname=$PLUGINSDIR\brush_pressure.ai" "${FILES}/brush_pressure.ai"
@@ -229,7 +305,13 @@ Section Uninstall
     Delete "$LOCALAPPDATA\Penwick\brush_pressure.ai"
     RMDir "$LOCALAPPDATA\Penwick"
   ${EndIf}
+FunctionEnd
 
+Section Uninstall
+  SetRegView 64
+  Call un.waitForHost
+
+  ClearErrors
   Delete "$INSTDIR\kvoexportfile.aip"
   Delete "$INSTDIR\penwick.exe"
   Delete "$INSTDIR\brush_pressure.ai"
@@ -237,9 +319,24 @@ Section Uninstall
   Delete "$INSTDIR\GUIDE.txt"
   Delete "$INSTDIR\LICENSE.txt"
   Delete "$INSTDIR\THIRD-PARTY.txt"
+  Delete "$INSTDIR\signature.pnx"
+  ${If} ${Errors}
+    SetErrorLevel 2
+    MessageBox MB_OK|MB_ICONSTOP "Not all files could be removed from$\r$\n$INSTDIR" /SD IDOK
+    Quit
+  ${EndIf}
   Delete "$INSTDIR\uninstall.exe"
   SetOutPath "$TEMP"
-  RMDir "$INSTDIR"
+
+  ; A copy that was put elsewhere before is removed by itself: the rest belongs to the last one.
+  ReadRegStr $0 HKLM "${UNINSTALL_KEY}" "InstallLocation"
+  ${If} $0 != $INSTDIR
+    RMDir "$INSTDIR"
+    Quit
+  ${EndIf}
+  ReadRegStr $MadeFolder HKLM "${UNINSTALL_KEY}" "MadeFolder"
+  Call un.removeFolders
+  Call un.removeLibrary
 
   SetShellVarContext all
   Delete "$SMPROGRAMS\${PRODUCT}\Guide.lnk"

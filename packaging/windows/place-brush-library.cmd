@@ -8,18 +8,18 @@ if not exist "%folder%" mkdir "%folder%"
 copy /b "%~dp0brush_pressure.ai" "%library%" >nul
 if not exist "%library%" goto failed
 echo The brush library is in place:
-echo %library%
+echo "%library%"
 set result=0
 goto done
 :kept
 echo There is a brush library already, it was left as it is:
-echo %library%
+echo "%library%"
 set result=0
 goto done
 :failed
 echo The brush library could not be put into
-echo %folder%
+echo "%folder%"
 set result=1
 :done
-if not "%1"=="/q" pause
+if not "%~1"=="/q" pause
 exit /b %result%

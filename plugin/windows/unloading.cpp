@@ -1,5 +1,5 @@
 // Gives back what the C++ run time, which is part of the module, keeps for itself.
-#include "plugin/windows/thread_data.h"
+#include "platform/windows/thread_data.h"
 
 namespace __gnu_cxx {
 // The run time's own: frees the memory that it holds ready for exceptions when memory runs out.

@@ -11,6 +11,7 @@
 #include "art/json.h"
 #include "embedded/session.h"
 #include "hostapi/codes.h"
+#include "tests/support/host/host_with_faults.h"
 #include "tests/support/pen/pen_file_builder.h"
 #include "tests/support/pen/temporary_folder.h"
 
@@ -18,6 +19,7 @@ namespace {
 
 using embedded::Options;
 using pentest::PenFileBuilder;
+using test::HostWithFaults;
 using testing::IsEmpty;
 
 std::size_t privateBytes() {
@@ -135,23 +137,28 @@ TEST_F(ModuleFile, KeepsNeitherMemoryNorThreadIndicesAfterAHundredRuns) {
 TEST_F(ModuleFile, DrawsTheSameInEveryLayoutThatTheHostMayHave) {
   const std::string usual = artIn({});
   EXPECT_THAT(usual, testing::HasSubstr("kvoaiexportset"));
-  Options strings;
-  strings.unicodeStringLayout = embedded::UnicodeStringLayout::slots36;
-  EXPECT_EQ(artIn(strings), usual);
-  Options setUp;
-  setUp.documentLayout = embedded::DocumentLayout::older;
-  EXPECT_EQ(artIn(setUp), usual);
-  Options drive;
-  drive.messageLayout = embedded::MessageLayout::driveRecord;
-  EXPECT_EQ(artIn(drive), usual);
-  Options network;
-  network.messageLayout = embedded::MessageLayout::networkRecord;
-  EXPECT_EQ(artIn(network), usual);
-  Options all;
-  all.unicodeStringLayout = embedded::UnicodeStringLayout::slots36;
-  all.documentLayout = embedded::DocumentLayout::older;
-  all.messageLayout = embedded::MessageLayout::driveRecord;
-  EXPECT_EQ(artIn(all), usual);
+  const auto strings = embedded::UnicodeStringLayout::slots36;
+  const auto setUp = embedded::DocumentLayout::older;
+  const auto drive = embedded::MessageLayout::driveRecord;
+  const auto network = embedded::MessageLayout::networkRecord;
+  const auto wide = embedded::ArtSetNumbers::bits64;
+  const auto group = embedded::LayerGroup::counted;
+  const HostWithFaults hosts[] = {
+      HostWithFaults().withUnicodeStringLayout(strings),
+      HostWithFaults().withDocumentLayout(setUp),
+      HostWithFaults().withMessageLayout(drive),
+      HostWithFaults().withMessageLayout(network),
+      HostWithFaults().withArtSetNumbers(wide),
+      HostWithFaults().withLayerGroup(group),
+      HostWithFaults()
+          .withUnicodeStringLayout(strings)
+          .withDocumentLayout(setUp)
+          .withMessageLayout(drive)
+          .withArtSetNumbers(wide)
+          .withLayerGroup(group),
+  };
+  for (const HostWithFaults& host : hosts)
+    EXPECT_EQ(artIn(host), usual) << "host " << &host - hosts;
 }
 
 TEST_F(ModuleFile, AnswersThatAStyleWasNotFoundAndDrawsNothing) {

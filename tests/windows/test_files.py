@@ -6,8 +6,30 @@ import zipfile
 
 import wine
 
-# What Windows 7 itself has.
+# What Windows 7 itself has. A system function that only later releases know would keep the module
+# from being loaded there without a word: those of the run time and of these programs, each looked up.
 SYSTEM_LIBRARIES = {"kernel32.dll", "msvcrt.dll", "shell32.dll"}
+SYSTEM_FUNCTIONS = set("""
+    AddVectoredExceptionHandler CloseHandle CreateEventA CreateFileW CreateHardLinkW
+    CreateSemaphoreA DeleteCriticalSection DeleteFileW DuplicateHandle EnterCriticalSection
+    FileTimeToSystemTime FindFirstVolumeW FindNextVolumeW FindVolumeClose FormatMessageA
+    FormatMessageW FreeLibrary GetConsoleOutputCP GetCurrentProcess GetCurrentProcessId
+    GetCurrentThread GetCurrentThreadId GetDiskFreeSpaceExW GetFileAttributesW
+    GetFileInformationByHandle GetFileSizeEx GetFileType GetFullPathNameW GetHandleInformation
+    GetLastError GetModuleFileNameW GetModuleHandleA GetModuleHandleW GetProcAddress
+    GetProcessAffinityMask GetProcessTimes GetStartupInfoA GetSystemTimeAdjustment
+    GetSystemTimeAsFileTime GetTempFileNameW GetTempPathW GetThreadContext GetThreadPriority
+    GetThreadTimes GetTickCount64 GetVolumeInformationW InitializeCriticalSection IsDBCSLeadByteEx
+    IsDebuggerPresent LeaveCriticalSection LoadLibraryExW LoadLibraryW LocalFree MoveFileExW
+    MultiByteToWideChar OpenProcess OutputDebugStringA OutputDebugStringW QueryPerformanceCounter
+    QueryPerformanceFrequency RaiseException ReleaseSemaphore RemoveDirectoryW
+    RemoveVectoredExceptionHandler ResetEvent ResumeThread RtlCaptureContext RtlLookupFunctionEntry
+    RtlUnwindEx RtlVirtualUnwind SetConsoleOutputCP SetEndOfFile SetEvent SetFilePointer
+    SetLastError SetProcessAffinityMask SetSystemTime SetThreadContext SetThreadPriority
+    SetUnhandledExceptionFilter Sleep SuspendThread SwitchToThread TlsAlloc TlsFree TlsGetValue
+    TlsSetValue TryEnterCriticalSection VirtualProtect VirtualQuery WaitForMultipleObjects
+    WaitForSingleObject WideCharToMultiByte __C_specific_handler
+    """.split())
 
 RESOURCE_SECTION = 2
 VERSION_RESOURCE = 16
@@ -67,11 +89,16 @@ class Image:
         return functions, [self.text(self.word(place + 4 * i)) for i in range(names)]
 
     def imports(self):
-        place, names = self.place(self.directory(1)), []
+        """{library: its functions}"""
+        place, found = self.place(self.directory(1)), {}
         while self.word(place + 12):
-            names.append(self.text(self.word(place + 12)).lower())
+            library = found.setdefault(self.text(self.word(place + 12)).lower(), set())
+            entry = self.place(self.word(place) or self.word(place + 16))
+            while (hint := self.word(entry)) != 0:
+                library.add(self.text(hint + 2))
+                entry += 8
             place += 20
-        return names
+        return found
 
     def resources(self):
         """{(type, id, language): bytes}"""
@@ -109,12 +136,16 @@ class TheModule(unittest.TestCase):
         self.assertEqual(self.image.magic, 0x20B)
         self.assertTrue(self.image.flags & 0x2000, "not a DLL")
         self.assertTrue(self.image.flags & 0x20, "cannot lie above 2 GB")
+        self.assertEqual(self.image.subsystem, 2, "asks for a console")
 
     def test_exports_plugin_main_and_nothing_else(self):
         self.assertEqual(self.image.exports(), (1, ["PluginMain"]))
 
     def test_imports_only_what_windows_7_has(self):
-        self.assertLessEqual(set(self.image.imports()), SYSTEM_LIBRARIES)
+        imports = self.image.imports()
+        self.assertLessEqual(imports.keys(), SYSTEM_LIBRARIES)
+        self.assertLessEqual(imports["kernel32.dll"], SYSTEM_FUNCTIONS)
+        self.assertLessEqual(imports["shell32.dll"], {"SHGetFolderPathW"})
 
     def test_may_be_placed_anywhere_and_runs_no_data(self):
         high, anywhere, no_data = 0x20, 0x40, 0x100
@@ -162,7 +193,10 @@ class TheCommand(unittest.TestCase):
         self.assertEqual(self.image.subsystem, 3)
 
     def test_imports_only_what_windows_7_has(self):
-        self.assertLessEqual(set(self.image.imports()), SYSTEM_LIBRARIES)
+        imports = self.image.imports()
+        self.assertLessEqual(imports.keys(), SYSTEM_LIBRARIES)
+        self.assertLessEqual(imports["kernel32.dll"], SYSTEM_FUNCTIONS)
+        self.assertLessEqual(imports["shell32.dll"], {"SHGetFolderPathW"})
 
     def test_asks_for_long_names(self):
         manifest = self.image.resources()[(24, 1, 1033)]
@@ -176,7 +210,7 @@ class TheArchive(unittest.TestCase):
             held = {name.removeprefix("penwick/"): archive.read(name) for name in archive.namelist()}
         self.assertEqual(set(held), {"kvoexportfile.aip", "penwick.exe", "brush_pressure.ai",
                                      "place-brush-library.cmd", "INSTALL.txt", "GUIDE.txt",
-                                     "LICENSE.txt", "THIRD-PARTY.txt"})
+                                     "LICENSE.txt", "THIRD-PARTY.txt", "signature.pnx"})
         self.assertEqual(held["kvoexportfile.aip"], wine.MODULE.read_bytes())
         self.assertEqual(held["penwick.exe"], wine.COMMAND.read_bytes())
         self.assertEqual(held["brush_pressure.ai"],

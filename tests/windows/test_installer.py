@@ -2,6 +2,7 @@
 
 Their exit codes are not counted on: an installer that does nothing can end with 0 too.
 """
+import contextlib
 import pathlib
 import shutil
 import subprocess
@@ -79,7 +80,7 @@ class Installer(unittest.TestCase):
         installed = {file.name: file.read_bytes() for file in folder.iterdir()}
         self.assertEqual(set(installed), {"kvoexportfile.aip", "penwick.exe", "brush_pressure.ai",
                                           "place-brush-library.cmd", "GUIDE.txt", "LICENSE.txt",
-                                          "THIRD-PARTY.txt", "uninstall.exe"})
+                                          "THIRD-PARTY.txt", "signature.pnx", "uninstall.exe"})
         self.assertEqual(installed["kvoexportfile.aip"], (wine.DIST / "kvoexportfile.aip").read_bytes())
         self.assertEqual(installed["penwick.exe"], (wine.DIST / "penwick.exe").read_bytes())
         self.assertEqual(installed["brush_pressure.ai"], LIBRARY.read_bytes())
@@ -87,6 +88,7 @@ class Installer(unittest.TestCase):
 
     def test_puts_everything_in_place_and_takes_all_of_it_away(self):
         folder = wine.DRIVE / "hosts" / HOST / "Plug-ins/Penwick"
+        folder.parent.parent.mkdir(parents=True)
         self.silently(SETUP, folder)
         self.assert_installed(folder)
         self.assertEqual((self.own / "brush_pressure.ai").read_bytes(), LIBRARY.read_bytes())
@@ -102,22 +104,89 @@ class Installer(unittest.TestCase):
         self.assertFalse(self.own.exists())
         self.assertFalse(self.menu.exists())
         self.assertFalse(has_key(OWN_KEY))
-        self.assertEqual(list(folder.parent.iterdir()), [])
+        self.assertEqual([file.name for file in (wine.DRIVE / "hosts").rglob("*")],
+                         [HOST, "art.json"])
+
+    def test_removes_every_folder_that_it_made_and_no_other(self):
+        self.silently(SETUP)
+        self.silently(SETUP)
+        self.assertTrue(self.uninstall(DEFAULT / "Penwick"))
+        self.assertFalse((wine.DRIVE / "Program Files/Adobe").exists())
+        DEFAULT.mkdir(parents=True)
+        self.silently(SETUP)
+        self.assertTrue(self.uninstall(DEFAULT / "Penwick"))
+        self.assertTrue(DEFAULT.exists())
+
+    def test_goes_into_a_folder_of_its_own_where_others_have_files(self):
+        shared = wine.DRIVE / "hosts/shared"
+        shared.mkdir(parents=True)
+        for name in ("LICENSE.txt", "uninstall.exe"):
+            (shared / name).write_bytes(b"another's")
+        self.silently(SETUP, shared)
+        self.assert_installed(shared / "Penwick")
+        self.assertTrue(self.uninstall(shared / "Penwick"))
+        self.assertEqual({file.name: file.read_bytes() for file in shared.iterdir()},
+                         {"LICENSE.txt": b"another's", "uninstall.exe": b"another's"})
+
+    def test_takes_a_given_folder_that_is_empty_as_it_is_and_leaves_it(self):
+        folder = wine.DRIVE / "hosts/given"
+        folder.mkdir(parents=True)
+        self.silently(SETUP, folder)
+        self.assert_installed(folder)
+        self.silently(folder / "uninstall.exe")
+        self.assertTrue(until(lambda: not self.menu.exists()))
+        self.assertEqual(list(folder.iterdir()), [])
+
+    def test_updates_the_plug_in_where_it_is(self):
+        folder = wine.DRIVE / "hosts/first/Penwick"
+        self.silently(SETUP, folder)
+        (folder / "kvoexportfile.aip").write_bytes(b"older")
+        self.silently(SETUP)
+        self.assert_installed(folder)
+        self.assertFalse(DEFAULT.exists())
+
+    def test_removing_a_copy_that_was_put_elsewhere_before_leaves_the_last_one_whole(self):
+        first, second = (wine.DRIVE / "hosts" / name / "Penwick" for name in ("first", "second"))
+        self.silently(SETUP, first)
+        self.silently(SETUP, second)
+        self.assertTrue(self.uninstall(first))
+        self.assert_installed(second)
+        self.assertTrue(has_key(OWN_KEY))
+        self.assertTrue((self.own / "brush_pressure.ai").exists())
+        self.assertTrue(self.uninstall(second))
+        self.assertFalse(has_key(OWN_KEY))
 
     def test_takes_the_default_folder_when_nothing_tells_another(self):
         self.silently(SETUP)
         self.assert_installed(DEFAULT / "Penwick")
 
+    @contextlib.contextmanager
+    def listed_host(self, place, view):
+        for name, value in (("DisplayName", "Adobe Illustrator CS6"),
+                            ("InstallLocation", wine.windows_path(place))):
+            wine.wine("reg", "add", HOST_KEY, "/v", name, "/d", value, "/f", view, check=True)
+        try:
+            yield
+        finally:
+            wine.wine("reg", "delete", HOST_KEY, "/f", view)
+
     def test_finds_the_host_by_its_entry_among_the_installed_programs(self):
         place = wine.DRIVE / "hosts/elsewhere"
         (place / HOST / "Plug-ins").mkdir(parents=True)
-        for name, value in (("DisplayName", "Adobe Illustrator CS6"),
-                            ("InstallLocation", wine.windows_path(place))):
-            wine.wine("reg", "add", HOST_KEY, "/v", name, "/d", value, "/f", "/reg:64", check=True)
-        self.addCleanup(wine.wine, "reg", "delete", HOST_KEY, "/f", "/reg:64")
-        self.silently(SETUP)
-        self.assert_installed(place / HOST / "Plug-ins/Penwick")
-        self.assertFalse(DEFAULT.exists())
+        for view, entry in (("/reg:64", place), ("/reg:32", place), ("/reg:64", place / HOST)):
+            with self.subTest(view=view, entry=entry.name), self.listed_host(entry, view):
+                self.silently(SETUP)
+                self.assert_installed(place / HOST / "Plug-ins/Penwick")
+                self.assertFalse(DEFAULT.exists())
+                self.assertTrue(self.uninstall(place / HOST / "Plug-ins/Penwick"))
+
+    def test_leaves_the_32_bit_host_alone(self):
+        place = wine.DRIVE / "hosts/Adobe Illustrator CS6"
+        (place / "Plug-ins").mkdir(parents=True)
+        with self.listed_host(place, "/reg:32"):
+            self.silently(SETUP)
+        self.assert_installed(DEFAULT / "Penwick")
+        self.assertEqual(list((place / "Plug-ins").iterdir()), [])
 
     def test_keeps_a_library_that_is_the_users_own(self):
         self.own.mkdir()
@@ -144,33 +213,48 @@ class Installer(unittest.TestCase):
         self.silently(SETUP)
         self.assert_installed(DEFAULT / "Penwick")
 
+    def while_it_runs(self, program, work):
+        """Does the work while another program, which stands in the given place, runs."""
+        program.parent.mkdir(parents=True, exist_ok=True)
+        kept = program.read_bytes() if program.exists() else None
+        shutil.copy(next(pathlib.Path(wine.BUILD).rglob("waiting_program.exe")), program)
+        sign = wine.DRIVE / "running"
+        self.addCleanup(sign.unlink, missing_ok=True)
+        with subprocess.Popen([wine.RUNNER, program, wine.windows_path(sign)],
+                              stdin=subprocess.PIPE) as running:
+            self.assertTrue(until(sign.exists))
+            work()
+            running.stdin.close()
+            self.assertEqual(running.wait(60), 0)
+        sign.unlink()
+        if kept is not None:
+            program.write_bytes(kept)
+
+    def try_to_remove(self):
+        folder = DEFAULT / "Penwick"
+        self.silently(folder / "uninstall.exe")
+        self.assertFalse(until(lambda: not (folder / "kvoexportfile.aip").exists(), 3))
+        self.assertTrue((folder / "uninstall.exe").exists())
+
     def test_installs_and_removes_nothing_while_the_host_runs(self):
         program = DEFAULT.parent / "Support Files/Contents/Windows/Illustrator.exe"
-        program.parent.mkdir(parents=True)
-        shutil.copy(next(pathlib.Path(wine.BUILD).rglob("waiting_program.exe")), program)
-
-        def while_it_runs(work):
-            sign = program.parent / "running"
-            with subprocess.Popen([wine.RUNNER, program, wine.windows_path(sign)],
-                                  stdin=subprocess.PIPE) as running:
-                self.assertTrue(until(sign.exists))
-                work()
-                running.stdin.close()
-                self.assertEqual(running.wait(60), 0)
-            sign.unlink()
-
-        while_it_runs(lambda: self.silently(SETUP))
+        self.while_it_runs(program, lambda: self.silently(SETUP))
         self.assertFalse((DEFAULT / "Penwick").exists())
         self.assertFalse(self.own.exists())
+        deeper = DEFAULT / "ours/deeper/Penwick"
+        self.while_it_runs(program, lambda: self.silently(SETUP, deeper))
+        self.assertFalse(deeper.exists())
         self.silently(SETUP)
         self.assert_installed(DEFAULT / "Penwick")
-
-        def try_to_remove():
-            self.silently(DEFAULT / "Penwick/uninstall.exe")
-            self.assertFalse(until(lambda: not (DEFAULT / "Penwick/kvoexportfile.aip").exists(), 5))
-
-        while_it_runs(try_to_remove)
+        self.while_it_runs(program, self.try_to_remove)
         self.assertTrue(self.uninstall(DEFAULT / "Penwick"))
+
+    def test_removes_nothing_while_one_of_its_files_is_in_use(self):
+        self.silently(SETUP)
+        for name in ("penwick.exe", "kvoexportfile.aip"):
+            with self.subTest(name):
+                self.while_it_runs(DEFAULT / "Penwick" / name, self.try_to_remove)
+        self.assert_installed(DEFAULT / "Penwick")
 
     def test_another_user_puts_the_library_in_place_and_never_over_an_own_one(self):
         self.silently(SETUP)

@@ -3,7 +3,7 @@
 // storage and 2 KB at every loading of the module and gives neither back, and a process has only
 // 1088 such indices: a program that loads the module anew for each file would end at the 1084th.
 // The linker puts these two functions in their place (--wrap).
-#include "plugin/windows/thread_data.h"
+#include "platform/windows/thread_data.h"
 
 #include <atomic>
 #include <cstdlib>
