@@ -2,10 +2,20 @@
 
 #include "cli/ink_json.h"
 #include "cli/output_file.h"
+#include "cli/outputs.h"
+#include "cli/sentences.h"
 
 namespace cli {
 
 ExitStatus showInk(const InkOptions& options) {
+  if (const auto refusal = refusalToOverwrite(options.file, options.output)) {
+    reportError(options.output, *refusal);
+    return ExitStatus::failed;
+  }
+  if (const auto refusal = refusalToRead(options.file)) {
+    reportError(options.file, *refusal);
+    return ExitStatus::failed;
+  }
   const Recording recording(options.file, options.kind.value_or(kindByName(options.file)));
   if (!recording.complete()) {
     reportError(options.file, recording.explainFailure());

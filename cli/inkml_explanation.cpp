@@ -33,7 +33,7 @@ std::string quoted(const std::string& text) {
 std::string explainUnreadable(const std::filesystem::path& file) {
   std::error_code error;
   if (std::filesystem::is_directory(file, error)) {
-    return "this is a folder; name the recordings in it";
+    return kThisIsAFolder;
   }
   return "the file could not be read to its end: the system reports a read error; copy it from its "
          "device and try the copy";
@@ -80,7 +80,10 @@ std::string explainXml(const InkReport& report) {
   if (!words.empty()) words.front() = static_cast<char>(std::tolower(words.front()));
   while (words.ends_with('.'))
     words.pop_back();
-  return "its XML is broken: " + words + atLine(report.line, report.column);
+  // The library knows no line where the file came to its end too early.
+  const std::string place = report.line == 0 ? ", at its end; it may be cut off, try an older copy"
+                                             : atLine(report.line, report.column);
+  return "its XML is broken: " + words + place;
 }
 
 /// One problem in words.

@@ -1,5 +1,7 @@
 // The command line of penwick.
 #include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cctype>
 #include <cstdio>
 #include <iostream>
 #include <memory>
@@ -54,6 +56,10 @@ std::string formatList() {
   return list;
 }
 
+// A name that came out empty, as from a variable that is not set.
+const CLI::Validator kNotEmpty(
+    [](const std::string& name) { return name.empty() ? "the name is empty" : ""; }, "");
+
 constexpr char kRecordings[] = "pen recordings (.pnx, .eli) and ink documents (.kvo, .inkml)";
 
 void addQuiet(CLI::App* command, bool& quiet) {
@@ -61,12 +67,17 @@ void addQuiet(CLI::App* command, bool& quiet) {
 }
 
 void addOutputs(CLI::App* command, OutputWords& words, const char* result) {
-  command->add_option("FILE", words.files, kRecordings)->required()->type_name("");
+  command->add_option("FILE", words.files, kRecordings)
+      ->required()
+      ->check(kNotEmpty)
+      ->type_name("");
   command->add_option("-o,--output", words.output, std::string(result) + "; - is standard output")
+      ->check(kNotEmpty)
       ->type_name("OUT");
   command
       ->add_option("--out-dir", words.folder,
                    "folder for results named after their FILE; made where it is missing")
+      ->check(kNotEmpty)
       ->type_name("DIR");
   command->add_flag("--force", words.force, "replace results that are there already");
   addQuiet(command, words.quiet);
@@ -97,12 +108,15 @@ CLI::App* addOpen(CLI::App& app, OpenWords& words) {
                    "white, black, #rgb or #rrggbb; transparent without it")
       ->type_name("COLOUR");
   open->add_option("--dpi", words.dpi, "pixels an inch of a PNG, 150 without it")
-      ->check(CLI::PositiveNumber)
+      ->check(CLI::Range(1.0, 1e6))
       ->type_name("N");
-  open->add_option("--size", words.size, "largest size of a PNG in pixels, in place of --dpi")
+  open->add_option("--size", words.size,
+                   "largest size of a PNG in pixels, or W for the width alone; used "
+                   "in place of --dpi")
       ->type_name("WxH");
   open->add_option("--journal", words.journal,
                    "write every call that the plug-in made on the host, one line of JSON each")
+      ->check(kNotEmpty)
       ->type_name("CALLS.jsonl");
   open->add_flag("--no-built-in-library", words.noLibrary,
                  "use the brush style library in your folder only, not the built-in one");
@@ -123,8 +137,10 @@ CLI::App* addInk(CLI::App& app, InkWords& words) {
   CLI::App* ink = app.add_subcommand("ink", "show the ink document of a recording as JSON");
   ink->add_option("FILE", words.file, "a pen recording (.pnx, .eli) or ink document (.kvo, .inkml)")
       ->required()
+      ->check(kNotEmpty)
       ->type_name("");
   ink->add_option("-o,--output", words.output, "where the JSON goes; - is standard output")
+      ->check(kNotEmpty)
       ->type_name("OUT.json");
   addKind(ink, words.kind);
   addQuiet(ink, words.quiet);
@@ -136,10 +152,14 @@ ExitStatus wrongUsage(const std::string& sentence) {
   return ExitStatus::wrongUsage;
 }
 
-// The ending of a name without its dot.
+// The ending of a name without its dot, in small letters.
 std::string ending(const std::filesystem::path& path) {
-  const std::string extension = cli::nativeName(path.extension());
-  return extension.empty() ? extension : extension.substr(1);
+  std::string extension = cli::nativeName(path.extension());
+  if (extension.empty()) return extension;
+  std::ranges::transform(extension, extension.begin(), [](unsigned char letter) {
+    return static_cast<char>(std::tolower(letter));
+  });
+  return extension.substr(1);
 }
 
 std::optional<cli::FileKind> kindOf(const std::string& word) {
@@ -177,6 +197,20 @@ std::string formatOf(const std::string& asked, const OutputWords& words, const c
   return words.output.empty() || words.output == "-" ? usual : ending(cli::pathOf(words.output));
 }
 
+/// What is wrong with the format that was found, or nothing.
+std::string wrongFormat(const OpenWords& words, const std::string& format) {
+  if (format.empty()) {
+    return "'" + words.output +
+           "' has no ending that tells its format; add one or give --format (" + formatList() + ")";
+  }
+  if (!cli::isFormat(format)) {
+    return "'" + format + "' is no format that can be written; there are " + formatList();
+  }
+  const std::string named = ending(cli::pathOf(words.output));
+  if (format == named || !cli::isFormat(named)) return {};
+  return "'" + words.output + "' is no name for --format " + format + "; leave one of them out";
+}
+
 ExitStatus runOpen(const OpenWords& words) {
   cli::OpenOptions options;
   options.files = pathsOf(words.files);
@@ -193,9 +227,8 @@ ExitStatus runOpen(const OpenWords& words) {
 
   if (const std::string wrong = wrongOutputs(words); !wrong.empty()) return wrongUsage(wrong);
   if (options.journal && options.files.size() > 1) return wrongUsage("--journal takes one FILE");
-  if (!cli::isFormat(options.outputs.format)) {
-    return wrongUsage("'" + options.outputs.format +
-                      "' is no format that can be written; there are " + formatList());
+  if (const std::string wrong = wrongFormat(words, options.outputs.format); !wrong.empty()) {
+    return wrongUsage(wrong);
   }
   if (!words.background.empty()) {
     options.picture.background = cli::parseColor(words.background);
@@ -238,6 +271,26 @@ ExitStatus runInk(const InkWords& words) {
   return cli::showInk(options);
 }
 
+// What to write in place of a file's name that looks like an option; nothing where there is none.
+std::string hintForDash(int count, char** words) {
+  for (int i = 1; i < count; ++i) {
+    const std::string word = words[i];
+    std::error_code error;
+    if (word.size() > 1 && word[0] == '-' && std::filesystem::exists(cli::pathOf(word), error)) {
+      std::string hint = "'" + word;
+      hint.append("' looks like an option; write ./").append(word).append(" for the file");
+      return hint;
+    }
+  }
+  return {};
+}
+
+// Whether all that was printed came out, help included.
+bool standardOutputIsWritten() {
+  std::cout.flush();
+  return std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
+}
+
 ExitStatus run(int count, char** words) {
   CLI::App app("Opens the recordings of the Penwick digital pen as art with pen pressure.",
                "penwick");
@@ -266,6 +319,7 @@ ExitStatus run(int count, char** words) {
   try {
     app.parse(count, words);
   } catch (const CLI::ParseError& error) {
+    if (const std::string hint = hintForDash(count, words); !hint.empty()) return wrongUsage(hint);
     return app.exit(error, std::cout, std::cerr) == 0 ? ExitStatus::done : ExitStatus::wrongUsage;
   }
   if (open->parsed()) return runOpen(openWords);
@@ -279,8 +333,9 @@ int main(int count, char** words) {
     const std::shared_ptr<void> console = platform::utf8Console();
     platform::CommandLine line(count, words);
     const ExitStatus status = run(line.count(), line.words());
-    if (std::fflush(stdout) != 0 && status == ExitStatus::done) return 1;
-    return static_cast<int>(status);
+    if (standardOutputIsWritten()) return static_cast<int>(status);
+    if (status != ExitStatus::done) return static_cast<int>(status);
+    std::fputs("penwick: standard output could not be written; is its device full?\n", stderr);
   } catch (const std::bad_alloc&) {
     std::fputs("penwick: there is not enough memory\n", stderr);
   } catch (const std::exception& error) {

@@ -4,10 +4,9 @@
 #include <cstdio>
 
 #include "art/json.h"
+#include "cli/batch.h"
 #include "cli/module_place.h"
-#include "cli/output_file.h"
 #include "cli/plugin_run.h"
-#include "cli/progress.h"
 #include "cli/recording.h"
 #include "cli/sentences.h"
 #include "render/picture.h"
@@ -55,45 +54,43 @@ std::string summaryOf(const art::Document& document) {
 class Opener {
  public:
   explicit Opener(const OpenOptions& options)
-      : options_(options),
-        outputs_(options.outputs),
-        progress_(options.files.size(), options.quiet) {
+      : options_(options), batch_(options.files, options.outputs, options.quiet) {
     run_.module = options.module.empty() ? findModule() : options.module;
     run_.builtInLibrary = options.builtInLibrary;
     run_.journal = options.journal.has_value();
   }
 
   bool openAll() {
-    if (const auto problem = outputs_.prepare()) return fail(options_.outputs.folder, *problem);
-    bool allDone = true;
-    for (std::size_t i = 0; i < options_.files.size(); ++i) {
-      const fs::path& file = options_.files[i];
-      progress_.begin(i, nativeName(file.filename()));
-      if (!open(file)) allDone = false;
-    }
-    return allDone;
+    return batch_.run(
+        [this](const fs::path& file, const fs::path& target) { return open(file, target); });
   }
 
  private:
-  bool open(const fs::path& file) {
-    const fs::path target = outputs_.targetFor(file);
-    if (const auto refusal = outputs_.refusal(file, target)) return fail(target, *refusal);
-
+  bool open(const fs::path& file, const fs::path& target) {
+    if (const auto refusal = refusalOfJournal(file, target)) {
+      return batch_.fail(*options_.journal, *refusal);
+    }
     const PluginRun run = runPlugin(file, run_);
     if (options_.verbose) showPrinted(file, run.printed);
-    if (options_.journal && !run.journal.empty() && !write(*options_.journal, run.journal)) {
+    if (options_.journal && !run.journal.empty() && !batch_.write(*options_.journal, run.journal)) {
       return false;
     }
-    if (!run.document) return fail(file, explain(file, run));
+    if (!run.document) return batch_.fail(file, explain(file, run));
 
-    if (!run.notes.empty()) warn(file, run.notes);
-    warnOfOmissions(file);
-    warnOfHairlines(file, *run.document);
+    if (!run.notes.empty()) batch_.warn(file, run.notes);
+    mentionOmissions(file);
+    mentionHairlines(file, *run.document);
     const render::Picture picture = draw(*run.document, options_);
-    if (picture.refusal) return fail(target, *picture.refusal);
-    if (!write(target, picture.bytes)) return false;
-    sayDone(file, target, *run.document);
+    if (picture.refusal) return batch_.fail(target, *picture.refusal);
+    if (!batch_.write(target, picture.bytes)) return false;
+    batch_.sayDone(file, target, summaryOf(*run.document));
     return true;
+  }
+
+  std::optional<std::string> refusalOfJournal(const fs::path& file, const fs::path& target) {
+    if (!options_.journal) return {};
+    if (isOneFile(*options_.journal, target)) return "is where the drawing goes; name another";
+    return refusalToOverwrite(file, *options_.journal);
   }
 
   std::string explain(const fs::path& file, const PluginRun& run) {
@@ -103,63 +100,33 @@ class Opener {
     return recording.explainFailure();
   }
 
-  void warnOfOmissions(const fs::path& file) {
+  void mentionOmissions(const fs::path& file) {
     if (options_.quiet) return;
     const Recording recording(file, kindByName(file));
     std::string omissions = recording.explainOmissions();
     if (const std::string undrawn = recording.explainUndrawn(); !undrawn.empty()) {
       addPart(omissions, undrawn);
     }
-    if (!omissions.empty()) warn(file, omissions);
+    batch_.mention(file, omissions);
   }
 
   // Without pressure the brush draws in its thinnest size.
-  void warnOfHairlines(const fs::path& file, const art::Document& document) {
+  void mentionHairlines(const fs::path& file, const art::Document& document) {
     const bool isPicture = options_.outputs.format != "json" && !options_.picture.centreLines;
-    if (options_.quiet || !isPicture || options_.picture.pressure) return;
-    if (!render::lacksPressure(document)) return;
-    warn(file,
-         "the recording has no pressure, so every line is as thin as the brush gets; "
-         "--pressure 0.5 draws them as if pressed halfway");
-  }
-
-  bool write(const fs::path& target, const std::string& bytes) {
-    const auto problem = writeOutput(target, bytes);
-    return !problem || fail(target, *problem);
-  }
-
-  bool fail(const fs::path& file, const std::string& sentence) {
-    progress_.clear();
-    reportError(file, sentence);
-    return false;
-  }
-
-  void warn(const fs::path& file, const std::string& sentence) {
-    progress_.clear();
-    reportWarning(file, sentence);
-  }
-
-  // What was drawn goes to standard output, unless the drawing itself goes there.
-  void sayDone(const fs::path& file, const fs::path& target, const art::Document& document) {
-    if (options_.quiet) return;
-    progress_.clear();
-    const bool toStandardOutput = isStandardOutput(target);
-    const std::string line = nativeName(file) + ": " + summaryOf(document) +
-                             (toStandardOutput ? "" : " -> " + nativeName(target)) + "\n";
-    std::fputs(line.c_str(), toStandardOutput ? stderr : stdout);
+    if (!isPicture || options_.picture.pressure || !render::lacksPressure(document)) return;
+    batch_.mention(file,
+                   "the recording has no pressure, so every line is as thin as the brush gets; "
+                   "--pressure 0.5 draws them as if pressed halfway");
   }
 
   void showPrinted(const fs::path& file, const embedded::CapturedOutput& printed) {
-    progress_.clear();
-    std::fprintf(stderr, "%s: the plug-in printed\n%s%s", nativeName(file).c_str(),
-                 printed.standardOutput.c_str(), printed.standardError.c_str());
-    if (!printed.empty()) std::fputc('\n', stderr);
+    batch_.show(nativeName(file) + ": the plug-in printed\n" + printed.standardOutput +
+                printed.standardError + (printed.empty() ? "" : "\n"));
   }
 
   const OpenOptions& options_;
   PluginRunOptions run_;
-  Outputs outputs_;
-  Progress progress_;
+  Batch batch_;
 };
 
 }  // namespace

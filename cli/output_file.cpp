@@ -84,6 +84,7 @@ std::optional<std::string> writeOutput(const fs::path& target, std::string_view 
     fs::remove(beside, error);
     return because("cannot be written", failure);
   }
+  if (fs::exists(status)) fs::permissions(beside, status.permissions(), error);
   fs::rename(beside, place, error);
   if (!error) return {};
   const std::string sentence = "cannot be written: " + error.message();

@@ -26,10 +26,23 @@ fs::path Outputs::targetFor(const fs::path& file) {
   }
 }
 
+bool isOneFile(const fs::path& one, const fs::path& other) {
+  if (isStandardOutput(one) || isStandardOutput(other)) return one == other;
+  std::error_code error;
+  return fs::weakly_canonical(fs::absolute(one), error) ==
+             fs::weakly_canonical(fs::absolute(other), error) ||
+         fs::equivalent(one, other, error);
+}
+
+std::optional<std::string> refusalToOverwrite(const fs::path& file, const fs::path& target) {
+  if (isStandardOutput(target) || !isOneFile(file, target)) return {};
+  return "is the recording itself; name another output";
+}
+
 std::optional<std::string> Outputs::refusal(const fs::path& file, const fs::path& target) const {
   std::error_code error;
   if (isStandardOutput(target) || !fs::exists(target, error)) return {};
-  if (fs::equivalent(file, target, error)) return "is the recording itself; name another output";
+  if (auto own = refusalToOverwrite(file, target)) return own;
   if (plan_.output || plan_.replaceExisting) return {};
   return "is there already and is kept; --force replaces it";
 }

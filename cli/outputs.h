@@ -16,6 +16,13 @@ struct OutputPlan {
   bool replaceExisting = false;  ///< Named results never replace a file unasked.
 };
 
+/// Whether two names stand for one file or both for standard output.
+bool isOneFile(const std::filesystem::path& one, const std::filesystem::path& other);
+
+/// Why what `file` holds may not be replaced by a result at `target`, if it is the same file.
+std::optional<std::string> refusalToOverwrite(const std::filesystem::path& file,
+                                              const std::filesystem::path& target);
+
 /// Names results after their files; two files of one name get a number: a.svg, a-2.svg.
 class Outputs {
  public:

@@ -58,7 +58,7 @@ PacketName packetOf(unsigned char tag) {
 
 std::string explainReadError(const fs::path& file, std::int64_t offset) {
   std::error_code error;
-  if (fs::is_directory(file, error)) return "this is a folder; name the recordings in it";
+  if (fs::is_directory(file, error)) return kThisIsAFolder;
   return "the file could not be read on: the system reports a read error" + atByte(offset) +
          "; copy the file from its device and try the copy";
 }
@@ -75,7 +75,7 @@ std::string explainFirstTag(const fs::path& file, const ParseReport& report) {
   if (text.find("<?xml") != text.npos || text.find("<ink") != text.npos) {
     return sentence +
            "; it looks like an XML document: an ink document opens when its name ends in "
-           ".kvo or .inkml";
+           ".kvo or .inkml, in small letters";
   }
   for (const char character : text) {
     const auto byte = static_cast<unsigned char>(character);

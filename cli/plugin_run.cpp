@@ -51,9 +51,14 @@ void takeStep(PluginRun& run, const StepReport& report) {
   run.notes += join(said);
 }
 
-/// What to do where the failed call was the import of a style library that is not there.
+/// What to do where a stroke has more points than a path, or the failed call was the import of a
+/// style library that is not there.
 std::string adviceFor(const Opening& opening, const PluginRunOptions& options) {
-  if (options.builtInLibrary || !opening.firstFailure) return {};
+  if (!opening.firstFailure) return {};
+  if (opening.firstFailure->code == hostapi::kTooManySegmentsErr) {
+    return "; a path has at most 32000 points, penwick convert and penwick ink keep longer strokes";
+  }
+  if (options.builtInLibrary) return {};
   const std::string library = embedded::defaultLibraryPath();
   if (opening.firstFailure->function != "ImportStyles" || embedded::libraryFileExists(library)) {
     return {};

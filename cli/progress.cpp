@@ -33,16 +33,20 @@ void Progress::begin(std::size_t index, std::string_view name) {
   if (!shown_ || std::chrono::steady_clock::now() - start_ < 1s) return;
   const std::size_t done = index * kBarWidth / total_;
   const std::string bar = std::string(done, '#') + std::string(kBarWidth - done, '.');
-  const std::string shortName(name.substr(0, kNameWidth));
-  std::fprintf(stderr, "\r\033[K[%s] %zu/%zu %s", bar.c_str(), index + 1, total_,
-               shortName.c_str());
+  clear();
+  const std::string line = '[' + bar + "] " + std::to_string(index + 1) + '/' +
+                           std::to_string(total_) + ' ' + std::string(name.substr(0, kNameWidth));
+  std::fputs(line.c_str(), stderr);
   std::fflush(stderr);
-  lineStands_ = true;
+  lineWidth_ = line.size();
 }
 
 void Progress::clear() {
-  if (lineStands_) std::fputs("\r\033[K", stderr);
-  lineStands_ = false;
+  if (lineWidth_ == 0) return;
+  // Blanks, since consoles of Windows do not all know a sequence that clears a line.
+  std::fprintf(stderr, "\r%*s\r", static_cast<int>(lineWidth_), "");
+  std::fflush(stderr);
+  lineWidth_ = 0;
 }
 
 }  // namespace cli

@@ -24,7 +24,7 @@ class Progress {
  private:
   std::size_t total_;
   bool shown_;
-  bool lineStands_ = false;
+  std::size_t lineWidth_ = 0;  ///< of what stands on the line
   std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
 };
 

@@ -17,11 +17,12 @@ std::wstring wideName(const std::filesystem::path& file) {
   return platform::nativePathToWide(nativeName(file));
 }
 
-std::size_t countSinglePointStrokes(const Orvo::Document& document) {
+template <class Condition>
+std::size_t countStrokes(const Orvo::Document& document, Condition condition) {
   std::size_t count = 0;
   for (const Orvo::Layer& layer : document) {
     for (const Orvo::Stroke& stroke : layer) {
-      if (stroke.size() == 1) ++count;
+      if (condition(stroke.size())) ++count;
     }
   }
   return count;
@@ -68,8 +69,19 @@ std::string Recording::explainOmissions() const {
 }
 
 std::string Recording::explainUndrawn() const {
-  const std::size_t single = countSinglePointStrokes(document());
-  return single == 0 ? "" : counted(single, "stroke") + " of a single point not drawn";
+  // The plug-in hands the host no more than the low 16 bits of the number of points.
+  constexpr std::size_t kMostPoints = 65535;
+  const std::size_t single = countStrokes(document(), [](std::size_t size) { return size == 1; });
+  const std::size_t cut =
+      countStrokes(document(), [](std::size_t size) { return size > kMostPoints; });
+  std::string sentence;
+  if (single > 0) addPart(sentence, counted(single, "stroke") + " of a single point not drawn");
+  if (cut > 0) {
+    addPart(sentence, counted(cut, "stroke") +
+                          " of more than 65535 points drawn only in part, "
+                          "penwick convert keeps all points");
+  }
+  return sentence;
 }
 
 }  // namespace cli

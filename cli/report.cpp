@@ -1,6 +1,7 @@
 #include "cli/report.h"
 
 #include <cstdio>
+#include <utility>
 
 namespace cli {
 
@@ -10,11 +11,7 @@ void reportLine(const std::filesystem::path& file, std::string_view kind,
                 std::string_view sentence) {
   std::string line = nativeName(file);
   line.append(": ").append(kind).append(sentence);
-  for (char& character : line) {
-    const auto byte = static_cast<unsigned char>(character);
-    if (byte < 0x20 || byte == 0x7F) character = '?';
-  }
-  std::fprintf(stderr, "penwick: %s\n", line.c_str());
+  std::fprintf(stderr, "penwick: %s\n", withoutControls(std::move(line)).c_str());
 }
 
 }  // namespace
@@ -34,6 +31,14 @@ std::filesystem::path pathOf(std::string_view word) {
 #else
   return {word};
 #endif
+}
+
+std::string withoutControls(std::string line) {
+  for (char& character : line) {
+    const auto byte = static_cast<unsigned char>(character);
+    if (byte < 0x20 || byte == 0x7F) character = '?';
+  }
+  return line;
 }
 
 void reportError(const std::filesystem::path& file, std::string_view sentence) {

@@ -19,8 +19,10 @@ std::string nativeName(const std::filesystem::path& path);
 /// The path that a word of the command line names; UTF-8 on Windows.
 std::filesystem::path pathOf(std::string_view word);
 
-/// One line on standard error: "penwick: FILE: SENTENCE". Control characters are shown as '?', so
-/// that no file name moves the cursor.
+/// A line with its control characters shown as '?', so that no file name moves the cursor.
+std::string withoutControls(std::string line);
+
+/// One line on standard error: "penwick: FILE: SENTENCE", without control characters.
 void reportError(const std::filesystem::path& file, std::string_view sentence);
 
 /// The same, "penwick: FILE: warning: SENTENCE".

@@ -21,11 +21,20 @@ void addPart(std::string& sentence, const std::string& part) {
   sentence += part;
 }
 
+std::optional<std::string> refusalToRead(const fs::path& file) {
+  std::error_code error;
+  const fs::file_status status = fs::status(file, error);
+  if (!fs::exists(status) || fs::is_regular_file(status) || fs::is_directory(status)) return {};
+  return "this is no file but a pipe or a device, which cannot be read twice; save it to a file "
+         "and open that";
+}
+
 std::string explainOpening(const fs::path& file) {
   std::error_code error;
   const fs::file_status status = fs::status(file, error);
-  if (status.type() == fs::file_type::not_found) return "there is no such file";
-  if (fs::is_directory(status)) return "this is a folder; name the recordings in it";
+  if (status.type() == fs::file_type::not_found)
+    return "there is no such file; check its name and folder";
+  if (fs::is_directory(status)) return kThisIsAFolder;
   errno = 0;
   const std::ifstream probe(file, std::ios::binary);
   const int reason = errno;

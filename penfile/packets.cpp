@@ -43,6 +43,7 @@ bool FileDescriptor::readFromStream(PenFileStream& stream) {
   descriptorByte0 = payload[0];
   coordinateFormat = payload[1];
   if (coordinateFormat != 2) {
+    // The log's wording is fixed, as it stands.
     logMessage("FileDescriptor", "readFromStream",
                "Invalid coordinate format - currently only cooridnates are supported",
                LogLevel::severe);

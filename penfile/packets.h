@@ -119,7 +119,8 @@ class FileDateTime final : public BasePacket {
 ///     0  2  signed r: x = (r + 5.0) / 10.0, so -3276.3 to 3277.2
 ///     2  2  signed r: y = (r + 2.5) / 5.0, so -6553.1 to 6553.9
 ///
-/// The two axes have different scales.
+/// The two axes have different scales. The plug-in draws one unit of x or y as 0.2834 points, a
+/// tenth of a millimetre; y grows downwards on the sheet.
 class CoordinatePoint final : public BasePacket {
  public:
   CoordinatePoint() : BasePacket(PacketTag::coordinatePoint, 6) {}

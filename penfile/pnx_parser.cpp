@@ -61,6 +61,7 @@ bool PnxParser::readPacket(unsigned char tag) {
 }
 
 bool PnxParser::refuseDescriptor() {
+  // The log's wording is fixed, as it stands.
   logMessage("PnxParser", "parse", "multipe file descriptors found", LogLevel::severe);
   return false;
 }

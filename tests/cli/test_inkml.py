@@ -69,7 +69,7 @@ class Refusals(CommandTest):
             self.assert_fails(f"{name}: {sentence}", *words, name)
 
     def test_a_missing_file(self):
-        self.assert_all_fail("there is no such file", "no.kvo")
+        self.assert_all_fail("there is no such file; check its name and folder", "no.kvo")
 
     def test_a_folder(self):
         (self.folder / "a.kvo").mkdir()
@@ -110,6 +110,10 @@ class Refusals(CommandTest):
     def test_a_file_cut_inside_a_character(self):
         self.assert_refused("the file ends inside a character (line 3); its end was lost",
                             b"<ink>\n\n\xc3")
+
+    def test_a_document_that_is_cut(self):
+        self.assert_refused("its XML is broken: error reading Element value, at its end; it may be "
+                            "cut off, try an older copy", b"<ink>\n<tracegroup id='layer0'>")
 
     def test_broken_xml(self):
         self.file("a.kvo", b"<ink>\n<tracegroup id='layer0'\n</ink>")

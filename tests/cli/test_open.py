@@ -2,10 +2,11 @@ import json
 import os
 import pathlib
 import stat
+import subprocess
 import xml.dom.minidom
 
-from command import (MODULE, THREE_POINTS, TWO_POINTS, CommandTest, coordinate, descriptor, status,
-                     stroke)
+from command import (MODULE, PENWICK, THREE_POINTS, TWO_POINTS, CommandTest, coordinate, descriptor,
+                     status, stroke)
 
 
 class OpeningOneFile(CommandTest):
@@ -60,7 +61,20 @@ class OpeningOneFile(CommandTest):
             self.penwick("open", *words)
             self.assertEqual(self.result.returncode, 1)
             self.assertIn("is the recording itself", self.errors)
+        self.penwick("ink", "a.svg", "-o", "./a.svg")
+        self.assertIn("is the recording itself", self.errors)
+        self.penwick("open", "a.svg", "-o", "b.svg", "--journal", "a.svg")
+        self.assertIn("is the recording itself", self.errors)
         self.assertEqual((self.folder / "a.svg").read_bytes(), THREE_POINTS)
+        self.assertNotIn("b.svg", self.files())
+
+    def test_never_writes_drawing_and_journal_to_one_place(self):
+        self.file("a.pnx")
+        for drawing, journal in (("a.svg", "./a.svg"), ("a.svg", "no/../a.svg")):
+            self.assert_fails(f"{journal}: is where the drawing goes; name another",
+                              "open", "a.pnx", "-o", drawing, "--journal", journal)
+        self.assert_fails("-: is where the drawing goes; name another",
+                          "open", "a.pnx", "-o", "-", "--journal", "-")
 
     def test_writes_clean_data_to_standard_output(self):
         self.file("a.pnx")
@@ -139,6 +153,22 @@ class OpeningOneFile(CommandTest):
         os.umask(mask)
         self.assertEqual(stat.S_IMODE((self.folder / "a.svg").stat().st_mode), 0o666 & ~mask)
 
+    def test_an_output_has_the_permissions_of_the_one_that_it_replaces(self):
+        self.file("a.pnx")
+        self.file("a.svg").chmod(0o600)
+        self.assert_done("open", "a.pnx", "-o", "a.svg")
+        self.assertEqual(stat.S_IMODE((self.folder / "a.svg").stat().st_mode), 0o600)
+
+    def test_the_ending_of_an_output_tells_the_format_in_any_case(self):
+        self.file("a.pnx")
+        self.assert_done("open", "a.pnx", "-o", "a.SVG")
+        self.assertIn(b"<svg", (self.folder / "a.SVG").read_bytes())
+
+    def test_no_name_moves_the_cursor(self):
+        self.file("a\n.pnx")
+        self.assert_done("open", "a\n.pnx", "-o", "b\r.svg")
+        self.assertEqual(self.out, "a?.pnx: 1 layer, 1 stroke, 3 points, 3 x 4 mm -> b?.svg\n")
+
 
 class Warnings(CommandTest):
     def assert_warns(self, sentence, content):
@@ -164,6 +194,12 @@ class Warnings(CommandTest):
         self.assert_warns("2 strokes of a single point not drawn",
                           THREE_POINTS + stroke((1, 2)) + stroke((1, 2)))
 
+    def test_of_strokes_that_are_cut(self):
+        points = [(i % 99, 10) for i in range(65540)]
+        self.assert_warns("1 stroke of more than 65535 points drawn only in part, penwick convert "
+                          "keeps all points", THREE_POINTS + stroke(*points))
+        self.assertIn("2 strokes, 7 points", self.out)
+
     def test_of_unknown_tags(self):
         self.assert_warns("1 packet of unknown tags skipped, the first (byte 36)",
                           THREE_POINTS + bytes([0x21, 5, 0, 0, 0]))
@@ -182,7 +218,7 @@ class BadInput(CommandTest):
         self.assert_fails(f"a.pnx: {sentence}", "ink", "a.pnx", "-o", "a.json")
 
     def test_a_missing_file(self):
-        self.assert_fails("no.pnx: there is no such file", "open", "no.pnx")
+        self.assert_fails("no.pnx: there is no such file; check its name and folder", "open", "no.pnx")
 
     def test_a_folder(self):
         (self.folder / "a.pnx").mkdir()
@@ -212,7 +248,7 @@ class BadInput(CommandTest):
     def test_an_xml_file(self):
         self.assert_refused("this is no pen recording: it begins with 0x3C where 0x01 is expected "
                             "(byte 0); it looks like an XML document: an ink document opens when its "
-                            "name ends in .kvo or .inkml", b"<?xml version='1.0'?><ink/>")
+                            "name ends in .kvo or .inkml, in small letters", b"<?xml version='1.0'?><ink/>")
 
     def test_other_bytes(self):
         self.assert_refused("this is no pen recording: it begins with 0x89 where 0x01 is expected "
@@ -256,7 +292,14 @@ class BadInput(CommandTest):
         self.file("a.pnx", TWO_POINTS + stroke(*[(i % 99, 10) for i in range(32001)]))
         self.assert_fails(
             "a.pnx: the plug-in gave up with 'CANT': \"AI Path Suite\" SetPathSegmentCount answered "
-            "'SEGM', at stroke 2 of those drawn", "open", "a.pnx")
+            "'SEGM', at stroke 2 of those drawn; a path has at most 32000 points, penwick convert and "
+            "penwick ink keep longer strokes", "open", "a.pnx")
+
+    def test_a_pipe(self):
+        os.mkfifo(self.folder / "a.pnx")
+        for command in ("open", "ink", "convert"):
+            self.assert_fails("a.pnx: this is no file but a pipe or a device, which cannot be read "
+                              "twice; save it to a file and open that", command, "a.pnx")
 
     def test_no_style_library(self):
         self.file("a.pnx")
@@ -286,16 +329,18 @@ class BadOutput(CommandTest):
                           "open", "a.pnx", "-o", "/dev/full", "--format", "svg")
 
     def test_on_a_full_standard_output(self):
-        with open("/dev/full", "wb") as full:
-            result = self.run_to(full)
-        self.assertEqual(result, (1, "penwick: -: standard output could not be written: "
-                                     "No space left on device\n"))
+        full = "penwick: standard output could not be written; is its device full?\n"
+        for words, errors in ((["open", "-q", "a.pnx", "-o", "-"],
+                               "penwick: -: standard output could not be written: "
+                               "No space left on device\n"),
+                              (["open", "a.pnx"], full), (["open", "--help"], full),
+                              (["--version"], full)):
+            self.assertEqual(self.run_to_full_device(*words), (1, errors))
 
-    def run_to(self, stream):
-        import subprocess
-        from command import PENWICK
-        result = subprocess.run([PENWICK, "open", "-q", "a.pnx", "-o", "-"], cwd=self.folder,
-                                stdout=stream, stderr=subprocess.PIPE, timeout=60, check=False)
+    def run_to_full_device(self, *words):
+        with open("/dev/full", "wb") as full:
+            result = subprocess.run([PENWICK, *words], cwd=self.folder, stdout=full,
+                                    stderr=subprocess.PIPE, timeout=60, check=False)
         return result.returncode, result.stderr.decode()
 
     def test_below_a_file(self):
@@ -331,7 +376,8 @@ class ManyFiles(CommandTest):
         self.penwick("open", "a.pnx", "b.pnx", "missing.pnx", "c.pnx")
         self.assertEqual(self.result.returncode, 1)
         self.assertEqual(self.errors, "penwick: b.pnx: the file is empty (0 bytes)\n"
-                                      "penwick: missing.pnx: there is no such file\n")
+                                      "penwick: missing.pnx: there is no such file; check its "
+                                      "name and folder\n")
         self.assertLessEqual({"a.svg", "c.svg"}, self.files())
 
     def test_do_not_pass_their_kind_on(self):

@@ -49,9 +49,30 @@ class Usage(CommandTest):
 
     def test_a_format_that_cannot_be_written(self):
         self.file("a.pnx")
-        for words in (["-o", "a.dwg"], ["-o", "a"], ["--format", "xls"]):
+        for words in (["-o", "a.dwg"], ["--format", "xls"]):
             self.assert_usage(["open", "a.pnx", *words], "is no format that can be written; there are "
                                                          "svg, pdf, png, json")
+
+    def test_an_output_that_does_not_tell_its_format(self):
+        for name in ("a", "/dev/full"):
+            self.assert_usage(["open", "a.pnx", "-o", name],
+                              f"'{name}' has no ending that tells its format; add one or give "
+                              "--format (svg, pdf, png, json)")
+
+    def test_a_name_and_a_format_that_contradict(self):
+        self.assert_usage(["open", "a.pnx", "-o", "a.svg", "--format", "png"],
+                          "'a.svg' is no name for --format png; leave one of them out")
+
+    def test_empty_names(self):
+        for words in (["open", ""], ["open", "a.pnx", "-o", ""], ["open", "a.pnx", "--out-dir", ""],
+                      ["open", "a.pnx", "--journal", ""], ["ink", ""], ["ink", "a.pnx", "-o", ""]):
+            self.assert_usage(words, "the name is empty")
+
+    def test_a_file_whose_name_begins_with_a_dash(self):
+        self.file("-a.pnx")
+        self.assert_usage(["open", "-a.pnx"],
+                          "'-a.pnx' looks like an option; write ./-a.pnx for the file")
+        self.assert_done("open", "./-a.pnx")
 
     def test_every_option_is_in_the_man_page_and_the_completions(self):
         options = set()
