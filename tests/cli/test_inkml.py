@@ -1,9 +1,11 @@
 import json
 import os
 import pathlib
+import subprocess
+import time
 import xml.dom.minidom
 
-from command import THREE_POINTS, CommandTest, coordinate, descriptor, status, stroke
+from command import PENWICK, THREE_POINTS, CommandTest, coordinate, descriptor, status, stroke
 
 SAMPLES = pathlib.Path(__file__).resolve().parents[2] / "samples"
 
@@ -205,6 +207,23 @@ class Convert(CommandTest):
         self.assertEqual(trace.getAttribute("contextRef"), "#default-context")
         contexts = root.getElementsByTagName("context")
         self.assertEqual([c.getAttribute("id") for c in contexts], ["default-context"])
+
+    def test_leaves_nothing_behind_where_it_is_ended(self):
+        self.file("a.pnx", descriptor() + stroke(*[(i % 999, 10) for i in range(60000)]))
+        temporary = self.folder / "temporary"
+        temporary.mkdir()
+        environment = dict(os.environ, TMPDIR=str(temporary))
+        for delay in (0.01, 0.03, 0.06, 0.1, 0.15):
+            with subprocess.Popen([PENWICK, "convert", "-q", "--force", "a.pnx"], cwd=self.folder,
+                                  env=environment) as running:
+                time.sleep(delay)
+                running.terminate()
+            self.assertEqual(list(temporary.iterdir()), [])
+
+    def test_says_where_there_is_no_room_for_a_temporary_file(self):
+        self.file("a.pnx")
+        self.assert_fails("a.kvo: cannot be written: there is no room for a temporary file",
+                          "convert", "a.pnx", env={"TMPDIR": str(self.folder / "none")})
 
     def test_names_results_after_their_files(self):
         for name in ("a.pnx", "b.pnx"):
