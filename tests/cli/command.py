@@ -50,10 +50,10 @@ class CommandTest(unittest.TestCase):
         path.write_bytes(content)
         return path
 
-    def penwick(self, *words, **options):
+    def penwick(self, *words, program=PENWICK, **options):
         environment = dict(os.environ, HOME=str(self.home), **options.pop("env", {}))
         self.result = subprocess.run(
-            [PENWICK, *map(os.fspath, words)], cwd=self.folder, env=environment,
+            [program, *map(os.fspath, words)], cwd=self.folder, env=environment,
             stdin=subprocess.DEVNULL, capture_output=True, timeout=120, check=False, **options)
         self.out = self.result.stdout.decode("utf-8", "surrogateescape")
         self.errors = self.result.stderr.decode("utf-8", "surrogateescape")

@@ -1,6 +1,7 @@
 import json
 import os
 import pathlib
+import shutil
 import stat
 import subprocess
 import xml.dom.minidom
@@ -228,10 +229,14 @@ class BadInput(CommandTest):
         path = self.file("a.pnx")
         path.chmod(0)
         if os.access(path, os.R_OK):
-            # The administrator reads everything; somebody else may not.
+            # The administrator reads everything; somebody else may not, nor enter the folder of this
+            # build perhaps.
             os.chmod(self.folder, 0o777)
             os.chmod(self.home, 0o777)
-            options = {"user": 65534, "group": 65534, "extra_groups": []}
+            for built in (PENWICK, MODULE):
+                shutil.copy(built, self.folder)
+            options = {"user": 65534, "group": 65534, "extra_groups": [],
+                       "program": self.folder / pathlib.Path(PENWICK).name}
         else:
             options = {}
         self.penwick("open", "a.pnx", "-o", "a.svg", **options)
