@@ -152,14 +152,17 @@ ExitStatus wrongUsage(const std::string& sentence) {
   return ExitStatus::wrongUsage;
 }
 
-// The ending of a name without its dot, in small letters.
+// The ending of a name without its dot.
 std::string ending(const std::filesystem::path& path) {
-  std::string extension = cli::nativeName(path.extension());
-  if (extension.empty()) return extension;
-  std::ranges::transform(extension, extension.begin(), [](unsigned char letter) {
+  const std::string extension = cli::nativeName(path.extension());
+  return extension.empty() ? extension : extension.substr(1);
+}
+
+std::string inSmallLetters(std::string text) {
+  std::ranges::transform(text, text.begin(), [](unsigned char letter) {
     return static_cast<char>(std::tolower(letter));
   });
-  return extension.substr(1);
+  return text;
 }
 
 std::optional<cli::FileKind> kindOf(const std::string& word) {
@@ -206,7 +209,7 @@ std::string wrongFormat(const OpenWords& words, const std::string& format) {
   if (!cli::isFormat(format)) {
     return "'" + format + "' is no format that can be written; there are " + formatList();
   }
-  const std::string named = ending(cli::pathOf(words.output));
+  const std::string named = inSmallLetters(ending(cli::pathOf(words.output)));
   if (format == named || !cli::isFormat(named)) return {};
   return "'" + words.output + "' is no name for --format " + format + "; leave one of them out";
 }
@@ -215,7 +218,7 @@ ExitStatus runOpen(const OpenWords& words) {
   cli::OpenOptions options;
   options.files = pathsOf(words.files);
   options.outputs = planOf(words);
-  options.outputs.format = formatOf(words.format, words, "svg");
+  options.outputs.format = inSmallLetters(formatOf(words.format, words, "svg"));
   if (!words.journal.empty()) options.journal = cli::pathOf(words.journal);
   options.module = cli::pathOf(words.module);
   options.quiet = words.quiet;
@@ -255,6 +258,7 @@ ExitStatus runConvert(const ConvertWords& words) {
   options.kind = kindOf(words.kind);
   options.quiet = words.quiet;
   if (const std::string wrong = wrongOutputs(words); !wrong.empty()) return wrongUsage(wrong);
+  // In small letters only: by any other name the document would be taken for a pen recording.
   if (options.outputs.format != "kvo" && options.outputs.format != "inkml") {
     return wrongUsage("an ink document ends in .kvo or .inkml, not in '" + options.outputs.format +
                       "'");

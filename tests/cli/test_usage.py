@@ -63,6 +63,11 @@ class Usage(CommandTest):
         self.assert_usage(["open", "a.pnx", "-o", "a.svg", "--format", "png"],
                           "'a.svg' is no name for --format png; leave one of them out")
 
+    def test_an_ink_document_of_a_name_by_which_it_would_not_open(self):
+        for name in ("a.svg", "a", "a.KVO"):
+            self.assert_usage(["convert", "a.pnx", "-o", name],
+                              "an ink document ends in .kvo or .inkml, not in ")
+
     def test_empty_names(self):
         for words in (["open", ""], ["open", "a.pnx", "-o", ""], ["open", "a.pnx", "--out-dir", ""],
                       ["open", "a.pnx", "--journal", ""], ["ink", ""], ["ink", "a.pnx", "-o", ""]):
