@@ -40,7 +40,7 @@ struct Segment {
   friend bool operator==(const Segment&, const Segment&) = default;
 };
 
-/// What the pen said at one place of a path.
+/// A value from the pen at one place of a path.
 struct TabletSample {
   float offset = 0;  ///< 0 to 1, a fraction of the path's length
   float value = 0;   ///< for pressure 0 to 1; kept as given where it is more
@@ -77,7 +77,7 @@ struct Layer {
 };
 
 struct Document {
-  float width = 0;  ///< as the document's set-up says it
+  float width = 0;  ///< as set when the document was created
   float height = 0;
   Point rulerOrigin;  ///< from the page's lower left corner
   Rect page;

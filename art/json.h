@@ -7,8 +7,8 @@
 
 namespace art {
 
-/// The document, one line for each path, bottom to top, the same bytes for the same document, a
-/// line end last:
+/// The document with one line for each path, bottom to top, and a final line end; the same document
+/// always gives the same bytes:
 ///
 ///     {"document":{"width":w,"height":h,"rulerOrigin":[h,v],"page":[left,bottom,right,top]},
 ///      "layers":[{"name":s,"editable":b,"art":[OBJECT,...]},...]}
@@ -16,7 +16,7 @@ namespace art {
 ///              "tablet":[[offset,value],...],"style":s|null}
 ///         or: {"type":"group","art":[OBJECT,...]}
 ///
-/// "tablet" is the pressure. Only a path with tablet data of another kind has, behind "tablet",
+/// "tablet" is the pressure. Only a path with tablet data of another kind has, after "tablet",
 /// "otherTablet":{"stylusWheel"|"tilt"|"bearing"|"rotation":[[offset,value],...],...}.
 std::string toJson(const Document& document);
 

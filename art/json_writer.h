@@ -1,4 +1,4 @@
-// A streaming writer of JSON: appends to a string, keeps count of commas, knows nothing else.
+// A streaming writer of JSON, which appends to a string.
 #pragma once
 
 #include <concepts>
@@ -10,8 +10,8 @@
 namespace art {
 
 /// Appends JSON to a string. Between `begin...` and `end...` values (in objects: a key, then its
-/// value) follow one another; commas and colons are written as needed. Nothing else is: no blanks,
-/// no line ends, except by `newline`. The caller keeps the order; it is not checked.
+/// value) follow one another; commas and colons are written as needed. There are no
+/// spaces, and no line ends except by `newline`. The order of calls is not checked.
 class JsonWriter {
  public:
   /// `out` must outlive the writer.
@@ -49,7 +49,7 @@ class JsonWriter {
     return key(name).value(thing);
   }
 
-  /// A line end before the next value, behind its comma; before an end right here.
+  /// Puts a line end before the next value, after its comma, or before the next end.
   JsonWriter& newline();
 
  private:

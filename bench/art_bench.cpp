@@ -1,5 +1,5 @@
-// Building the art of a drawing, all host calls in, against a floor measured in the same run: one
-// copy of the ink document and its points mapped into the same arrays.
+// Building the art of a drawing, including all host calls, against a floor measured in the same
+// run: copying the ink document once and mapping its points into the same arrays.
 
 #include <algorithm>
 #include <benchmark/benchmark.h>
@@ -25,7 +25,7 @@ extern "C" hostapi::SPErr PluginMain(const char* caller, const char* selector, v
 namespace {
 
 constexpr int kStrokes = 1000;
-constexpr int kPointsOfStroke = 100;
+constexpr int kPointsPerStroke = 100;
 constexpr double kLimit = 2.5;
 
 // A recording of loops all over the sheet, removed at the end.
@@ -36,7 +36,7 @@ class Recording {
     put(file, {1, 6, 0, 2, 0, 0});
     for (int stroke = 0; stroke < kStrokes; ++stroke) {
       put(file, {241, 3, 0, 241, 3, 1});
-      for (int i = 0; i < kPointsOfStroke; ++i) {
+      for (int i = 0; i < kPointsPerStroke; ++i) {
         const int x = stroke * 7919 % 18000 + 10 * i;
         const int y = stroke * 104729 % 13000 + (i % 20) * 7;
         put(file, {100, 6, 6, 0, i >> 2, i, 97, 6, x >> 8, x, y >> 8, y});
@@ -70,7 +70,7 @@ double cpuSeconds() {
   return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
 }
 
-// One "AI Go" loads and builds. The loading is measured right after it, alone, and taken off.
+// One "AI Go" loads and builds. Loading alone is measured right after it and subtracted.
 void building(benchmark::State& state) {
   embedded::Options options;
   options.journalChecksums = false;
@@ -127,7 +127,7 @@ int main(int argc, char** argv) {
        {std::pair{"building", &building}, {"floor", &floorOfBuilding}}) {
     benchmark::RegisterBenchmark(name, function)->UseManualTime();
   }
-  // What the plug-in prints would stand among the figures.
+  // What the plug-in prints would get mixed up with the figures.
   std::FILE* const figures = fdopen(dup(STDOUT_FILENO), "w");
   if (figures == nullptr || std::freopen("/dev/null", "w", stdout) == nullptr ||
       std::freopen("/dev/null", "w", stderr) == nullptr) {

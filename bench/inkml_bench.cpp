@@ -31,9 +31,9 @@ using Orvo::Layer;
 using Orvo::Point;
 using Orvo::Stroke;
 
-constexpr int longTraces = 200;
-constexpr int longTracePoints = 1500;
-constexpr int shortTraces = 200'000;
+constexpr int kLongTraces = 200;
+constexpr int kLongTracePoints = 1500;
+constexpr int kShortTraces = 200'000;
 
 struct Size {
   int traces;
@@ -64,7 +64,7 @@ void fill(Document& document, Size size) {
   }
 }
 
-// A file of this run, in the processes that it starts too.
+// The path of a file of this run, the same in the processes that it starts.
 std::string pathFor(Size size) {
   static const std::string start =
       (std::filesystem::temp_directory_path() / ("inkml_bench_" + std::to_string(getpid())))
@@ -73,7 +73,7 @@ std::string pathFor(Size size) {
          ".kvo";
 }
 
-// Makes the file; with whole coordinates, as they are read.
+// Writes the file, with whole coordinates because they are read as whole numbers.
 bool makeFile(Size size) {
   Document document;
   fill(document, size);
@@ -95,9 +95,9 @@ double processorSeconds() {
   return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
 }
 
-// The processor time that `work` takes the second time, when its memory is there already; negative
-// when it fails.
-template <typename Work>
+// The processor time in seconds that `work` takes the second time, when its memory is already
+// allocated; negative when it fails.
+template <class Work>
 double timeOf(Work work) {
   if (!work()) return -1.0;
   const double start = processorSeconds();
@@ -182,10 +182,10 @@ double timeOfWriting(Size size) {
   return timeOf([&] { return DocumentSerializer(&document).write(path.c_str(), definitions); });
 }
 
-// Does the work in a process of its own: millions of small blocks leave a heap in a state on which
-// other work would depend more than on itself. It keeps its memory, and merges freed blocks at
-// once.
-template <typename Work>
+// Does the work in a separate process: millions of small blocks leave the heap in a state that
+// would affect the next measurement more than the work that is measured. The process keeps its
+// memory and merges freed blocks at once.
+template <class Work>
 double inChild(Work work) {
   std::array<int, 2> ends{};
   if (pipe(ends.data()) != 0) std::abort();
@@ -219,8 +219,8 @@ std::string named(const std::string& function, Size size) {
   return function + "/" + std::to_string(size.traces) + "/" + std::to_string(size.pointsOfTrace);
 }
 
-constexpr Size longOnes{longTraces, longTracePoints};
-constexpr Size shortOnes{shortTraces, 1};
+constexpr Size kLongOnes{kLongTraces, kLongTracePoints};
+constexpr Size kShortOnes{kShortTraces, 1};
 
 Size doubled(Size size) {
   return {2 * size.traces, size.pointsOfTrace};
@@ -231,19 +231,19 @@ bool report(const bench::Collector& collector) {
     return collector.ratio(named(a, sizeOfA), named(b, sizeOfB));
   };
   bool good = bench::within("reading / the library's load, 200 traces of 1,500 points",
-                            ratio("reading", longOnes, "load", longOnes), 2.0);
+                            ratio("reading", kLongOnes, "load", kLongOnes), 2.0);
   good &= bench::within("reading / the library's load, 200,000 traces of 1 point",
-                        ratio("reading", shortOnes, "load", shortOnes), 2.6);
+                        ratio("reading", kShortOnes, "load", kShortOnes), 2.6);
   good &= bench::within("writing / floor, 200 traces of 1,500 points",
-                        ratio("writing", longOnes, "floor", longOnes), 1.5);
+                        ratio("writing", kLongOnes, "floor", kLongOnes), 1.5);
   good &= bench::within("writing / floor, 200,000 traces of 1 point",
-                        ratio("writing", shortOnes, "floor", shortOnes), 1.5);
+                        ratio("writing", kShortOnes, "floor", kShortOnes), 1.5);
   for (const char* work : {"reading", "writing"}) {
     const std::string what = std::string(work) + " twice the document / once, ";
     good &=
-        bench::within(what + "long traces", ratio(work, doubled(longOnes), work, longOnes), 2.1);
-    good &=
-        bench::within(what + "short traces", ratio(work, doubled(shortOnes), work, shortOnes), 2.1);
+        bench::within(what + "long traces", ratio(work, doubled(kLongOnes), work, kLongOnes), 2.1);
+    good &= bench::within(what + "short traces", ratio(work, doubled(kShortOnes), work, kShortOnes),
+                          2.1);
   }
   return good;
 }
@@ -251,7 +251,7 @@ bool report(const bench::Collector& collector) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  const std::vector<Size> sizes = {longOnes, doubled(longOnes), shortOnes, doubled(shortOnes)};
+  const std::vector<Size> sizes = {kLongOnes, doubled(kLongOnes), kShortOnes, doubled(kShortOnes)};
   for (const Size size : sizes) {
     pathFor(size);  // Known before the first process is started.
     if (inChild([&] { return makeFile(size) ? 1.0 : -1.0; }) < 0.0) return EXIT_FAILURE;

@@ -15,22 +15,22 @@
 
 namespace {
 
-constexpr std::size_t prefix = alignof(std::max_align_t);
+constexpr std::size_t kPrefix = alignof(std::max_align_t);
 std::size_t liveBytes = 0;
 
 }  // namespace
 
 [[gnu::noinline]] void* operator new(std::size_t size) {
-  auto* block = static_cast<std::byte*>(std::malloc(size + prefix));
+  auto* block = static_cast<std::byte*>(std::malloc(size + kPrefix));
   if (block == nullptr) throw std::bad_alloc();
   *reinterpret_cast<std::size_t*>(block) = size;
   liveBytes += size;
-  return block + prefix;
+  return block + kPrefix;
 }
 
 [[gnu::noinline]] void operator delete(void* memory) noexcept {
   if (memory == nullptr) return;
-  std::byte* block = static_cast<std::byte*>(memory) - prefix;
+  std::byte* block = static_cast<std::byte*>(memory) - kPrefix;
   liveBytes -= *reinterpret_cast<std::size_t*>(block);
   std::free(block);
 }
@@ -47,11 +47,12 @@ using Orvo::PnxParser;
 using Orvo::Point;
 using Orvo::Stroke;
 
-constexpr int pointCount = 25'000;
-// So many that no cache holds them: with fewer, twice the points also cost a larger cache.
-constexpr int manyPoints = 200'000;
-constexpr int longStroke = 1000;
-constexpr int shortStroke = 17;
+constexpr int kPointCount = 25'000;
+// Too many for any cache: with fewer, twice the points might no longer fit where once the points
+// did.
+constexpr int kManyPoints = 200'000;
+constexpr int kLongStroke = 1000;
+constexpr int kShortStroke = 17;
 
 void put(std::FILE* file, std::initializer_list<int> bytes) {
   for (const int byte : bytes)
@@ -62,19 +63,19 @@ int raw(double value) {
   return static_cast<int>(value);
 }
 
-// Strokes that wind in small loops, all over the sheet, each point with pressure and time as a pen
-// at work delivers them.
-platform::File makeRecording(int points, int pointsOfStroke) {
+// Strokes that wind in small loops all over the sheet, each point with pressure and time as a real
+// pen delivers them.
+platform::File makeRecording(int points, int pointsPerStroke) {
   platform::File owner(std::tmpfile());
   if (!owner) std::abort();
   std::FILE* const file = owner.get();
   put(file, {1, 6, 0, 2, 0, 0});
   for (int i = 0; i < points; ++i) {
-    const int stroke = i / pointsOfStroke;
-    const double radius = 100.0 + i % pointsOfStroke * 0.3;
+    const int stroke = i / pointsPerStroke;
+    const double radius = 100.0 + i % pointsPerStroke * 0.3;
     const int x = raw(stroke * 7919 % 18000 + 500 + radius * std::cos(i * 0.1));
     const int y = raw(stroke * 104729 % 13000 + 500 + radius * std::sin(i * 0.1));
-    if (i % pointsOfStroke == 0) put(file, {241, 3, 0, 241, 3, 1});
+    if (i % pointsPerStroke == 0) put(file, {241, 3, 0, 241, 3, 1});
     put(file, {97, 6, x >> 8, x, y >> 8, y});
     put(file, {100, 6, 1, 0, i >> 6 & 0x0F, i});
     put(file, {194, 6, 17, i >> 16 & 0x7F, i >> 8 & 0x7F, i & 0x7F});
@@ -83,10 +84,11 @@ platform::File makeRecording(int points, int pointsOfStroke) {
   return owner;
 }
 
-// The parser closes the file it is given, so each round opens the recording again by its number.
+// The parser closes the file it is given, so each round opens the recording again by its
+// descriptor.
 class Recording {
  public:
-  Recording(int points, int pointsOfStroke) : file_(makeRecording(points, pointsOfStroke)) {}
+  Recording(int points, int pointsPerStroke) : file_(makeRecording(points, pointsPerStroke)) {}
 
   platform::File open() const {
     const std::string path = "/proc/self/fd/" + std::to_string(fileno(file_.get()));
@@ -115,12 +117,12 @@ Stroke* addFloorStroke(PnxDocument& document, const Point& point) {
   return &document.back().back();
 }
 
-void readFloor(std::FILE* file, PnxDocument& document, int points, int pointsOfStroke) {
+void readFloor(std::FILE* file, PnxDocument& document, int points, int pointsPerStroke) {
   for (int i = 0; i < 6; ++i)
     benchmark::DoNotOptimize(platform::readByte(file));
   Stroke* stroke = nullptr;
   for (int i = 0; i < points; ++i) {
-    const bool startsStroke = i % pointsOfStroke == 0;
+    const bool startsStroke = i % pointsPerStroke == 0;
     for (int skipped = 0; startsStroke && skipped < 6; ++skipped) {
       benchmark::DoNotOptimize(platform::readByte(file));
     }
@@ -137,12 +139,12 @@ void readFloor(std::FILE* file, PnxDocument& document, int points, int pointsOfS
 
 void floorOfParsing(benchmark::State& state) {
   const auto points = static_cast<int>(state.range(0));
-  const auto pointsOfStroke = static_cast<int>(state.range(1));
-  const Recording recording(points, pointsOfStroke);
+  const auto pointsPerStroke = static_cast<int>(state.range(1));
+  const Recording recording(points, pointsPerStroke);
   for (auto _ : state) {
     const platform::File file = recording.open();
     const Orvo::SharedRef<PnxDocument> document(new PnxDocument());
-    readFloor(file.get(), *document, points, pointsOfStroke);
+    readFloor(file.get(), *document, points, pointsPerStroke);
   }
 }
 
@@ -159,8 +161,8 @@ void parsing(benchmark::State& state) {
   state.counters["bytes/point"] = static_cast<double>(memory) / points;
 }
 
-std::string named(const std::string& function, int points, int pointsOfStroke) {
-  return function + "/" + std::to_string(points) + "/" + std::to_string(pointsOfStroke);
+std::string named(const std::string& function, int points, int pointsPerStroke) {
+  return function + "/" + std::to_string(points) + "/" + std::to_string(pointsPerStroke);
 }
 
 bool report(const bench::Collector& collector) {
@@ -170,20 +172,20 @@ bool report(const bench::Collector& collector) {
   const auto bytes = [&](const std::string& name) {
     return collector.counters.at(name).at("bytes/point");
   };
-  const std::string parse = named("parsing", pointCount, longStroke);
-  const std::string parseShort = named("parsing", pointCount, shortStroke);
+  const std::string parse = named("parsing", kPointCount, kLongStroke);
+  const std::string parseShort = named("parsing", kPointCount, kShortStroke);
   bool good = bench::within("parsing / floor, 1,000 points a stroke",
-                            ratio(parse, named("floor", pointCount, longStroke)), 1.4);
+                            ratio(parse, named("floor", kPointCount, kLongStroke)), 1.4);
   good &= bench::within("parsing / floor, 17 points a stroke",
-                        ratio(parseShort, named("floor", pointCount, shortStroke)), 1.4);
-  const auto doubling = [&](int pointsOfStroke) {
-    return ratio(named("parsing", 2 * manyPoints, pointsOfStroke),
-                 named("parsing", manyPoints, pointsOfStroke));
+                        ratio(parseShort, named("floor", kPointCount, kShortStroke)), 1.4);
+  const auto doubling = [&](int pointsPerStroke) {
+    return ratio(named("parsing", 2 * kManyPoints, pointsPerStroke),
+                 named("parsing", kManyPoints, pointsPerStroke));
   };
-  good &= bench::within("twice the points / once the points, 1,000 a stroke", doubling(longStroke),
+  good &= bench::within("twice the points / once the points, 1,000 a stroke", doubling(kLongStroke),
                         2.1);
   good &=
-      bench::within("twice the points / once the points, 17 a stroke", doubling(shortStroke), 2.1);
+      bench::within("twice the points / once the points, 17 a stroke", doubling(kShortStroke), 2.1);
   good &= bench::within("bytes for each point, 1,000 points a stroke", bytes(parse), 130);
   good &= bench::within("bytes for each point, 17 points a stroke", bytes(parseShort), 165);
   return good;
@@ -192,10 +194,10 @@ bool report(const bench::Collector& collector) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  for (const int pointsOfStroke : {longStroke, shortStroke}) {
-    benchmark::RegisterBenchmark("floor", floorOfParsing)->Args({pointCount, pointsOfStroke});
-    for (const int points : {pointCount, manyPoints, 2 * manyPoints}) {
-      benchmark::RegisterBenchmark("parsing", parsing)->Args({points, pointsOfStroke});
+  for (const int pointsPerStroke : {kLongStroke, kShortStroke}) {
+    benchmark::RegisterBenchmark("floor", floorOfParsing)->Args({kPointCount, pointsPerStroke});
+    for (const int points : {kPointCount, kManyPoints, 2 * kManyPoints}) {
+      benchmark::RegisterBenchmark("parsing", parsing)->Args({points, pointsPerStroke});
     }
   }
   bench::Collector collector;

@@ -1,3 +1,4 @@
+// Measuring benchmarks as ratios, with limits.
 #pragma once
 
 #include <algorithm>
@@ -9,16 +10,16 @@
 
 namespace bench {
 
-/// Keeps of each benchmark the time of its fastest repetition, in seconds of processor time or,
-/// where the benchmark measures by hand, of what it measured; and its counters.
+/// Keeps the time of each benchmark's fastest repetition in seconds (processor time, or what a
+/// benchmark with manual time measured itself), and its counters.
 class Collector final : public benchmark::ConsoleReporter {
  public:
   void ReportRuns(const std::vector<Run>& runs) override {
     ConsoleReporter::ReportRuns(runs);
     for (const Run& run : runs) {
       if (run.run_type != Run::RT_Iteration) continue;
-      const bool byHand = run.run_name.time_type == "manual_time";
-      const double total = byHand ? run.real_accumulated_time : run.cpu_accumulated_time;
+      const bool isManual = run.run_name.time_type == "manual_time";
+      const double total = isManual ? run.real_accumulated_time : run.cpu_accumulated_time;
       const double time = total / static_cast<double>(run.iterations);
       const std::string& arguments = run.run_name.args;
       const std::string name =
@@ -38,8 +39,8 @@ class Collector final : public benchmark::ConsoleReporter {
   std::map<std::string, std::map<std::string, double>> counters;
 };
 
-/// Runs what was registered in many rounds of mixed order: a busy machine then slows all alike, and
-/// the fastest round counts. `more` are further words of the library's command line.
+/// Runs the registered benchmarks in many rounds, in random order: a busy machine then slows all of
+/// them alike, and the fastest round counts. `more` holds further arguments for the library.
 inline void runInRounds(int argc, char** argv, int rounds, benchmark::BenchmarkReporter& reporter,
                         const std::vector<std::string>& more = {}) {
   std::vector<std::string> words(argv, argv + argc);
@@ -55,7 +56,7 @@ inline void runInRounds(int argc, char** argv, int rounds, benchmark::BenchmarkR
   benchmark::RunSpecifiedBenchmarks(&reporter);
 }
 
-/// Prints a figure beside its limit; true when it keeps it.
+/// Prints a figure beside its limit; true when the figure is within it.
 inline bool within(std::FILE* out, const std::string& what, double measured, double limit) {
   const bool good = measured <= limit;
   std::fprintf(out, "%-58s %7.2f  (limit %.2f)%s\n", what.c_str(), measured, limit,

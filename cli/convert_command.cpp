@@ -1,10 +1,12 @@
 #include "cli/convert_command.h"
 
 #include "cli/batch.h"
+#include "cli/ink_preparation.h"
+#include "cli/pen_clock.h"
+#include "cli/read_back.h"
 #include "cli/sentences.h"
 #include "cli/temporary_file.h"
 #include "inkml/document_serializer.h"
-#include "platform/paths.h"
 
 namespace cli {
 
@@ -12,52 +14,15 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr char kDefaultContext[] = "default-context";
-
-Orvo::Channel channel(const char* name, const char* units, std::int32_t least, std::int32_t most) {
-  Orvo::Channel made;
-  made.name.value = name;
-  made.units.value = units;
-  made.min.value = least;
-  made.max.value = most;
-  return made;
-}
-
-/// What every written trace refers to, unless it is there: seven channels in the order of a point,
-/// and a plain brush.
-void declareDefaultContext(Orvo::InkMLDefinitions& definitions) {
-  for (const Orvo::InkContext& context : definitions.contexts) {
-    if (context.id == kDefaultContext) return;
+std::string changesOf(std::size_t cleanedTexts, const ReadBackDifferences& differences) {
+  std::string changes;
+  if (cleanedTexts > 0) {
+    addPart(changes, counted(cleanedTexts, "text has", "texts have") +
+                         " characters that XML does not allow, each becomes U+FFFD");
   }
-  constexpr std::int32_t kMost = 2147483647;
-  Orvo::TraceFormat& format = definitions.traceFormats.emplace_back();
-  format.id = "default-format";
-  for (const char* axis : {"X", "Y", "Z"})
-    format.push_back(channel(axis, "0.1mm", -kMost, kMost));
-  format.push_back(channel("F", "dev", 0, kMost));
-  for (const char* tilt : {"TX", "TY"})
-    format.push_back(channel(tilt, "dev", -128, 127));
-  format.push_back(channel("T", "dev", 0, kMost));
-  Orvo::Brush& brush = definitions.brushes.emplace_back();
-  brush.id = "default-brush";
-  // In front: a reader drops what follows a context that it cannot read.
-  Orvo::InkContext& context = definitions.contexts.emplace_front();
-  context.id = kDefaultContext;
-  context.brush.value = &brush;
-  context.traceFormat.value = &format;
-}
-
-// The serializer writes to a file by its name.
-std::optional<std::string> inkmlOf(const Recording& recording) {
-  Orvo::InkMLDefinitions none;
-  Orvo::InkMLDefinitions* own = recording.definitions();
-  Orvo::InkMLDefinitions& definitions = own == nullptr ? none : *own;
-  declareDefaultContext(definitions);
-  const TemporaryFile file;
-  Orvo::DocumentSerializer serializer(&recording.document());
-  const std::wstring name = platform::nativePathToWide(nativeName(file.path()));
-  if (!serializer.write(name.c_str(), definitions)) return {};
-  return file.bytes();
+  const std::string readBack = describe(differences);
+  if (!readBack.empty()) addPart(changes, readBack);
+  return changes.empty() ? changes : "some values change: " + changes;
 }
 
 std::string summaryOf(const Orvo::Document& document) {
@@ -67,21 +32,44 @@ std::string summaryOf(const Orvo::Document& document) {
   return counted(document.size(), "layer") + ", " + counted(strokes, "stroke");
 }
 
+bool convertFile(Batch& batch, const ConvertOptions& options, const fs::path& file,
+                 const fs::path& target) {
+  const Recording recording(file, kindByName(file));
+  if (!recording.complete()) return batch.fail(file, recording.explainFailure());
+  Orvo::Document& document = recording.document();
+  if (recording.kind() == FileKind::pen && !setPenTimes(document, file)) {
+    return batch.fail(file, "the file changed while it was read; try again");
+  }
+  if (!options.exact) roundCoordinates(document);
+  Orvo::InkMLDefinitions none;
+  Orvo::InkMLDefinitions* own = recording.definitions();
+  Orvo::InkMLDefinitions& definitions = own == nullptr ? none : *own;
+  const std::size_t cleanedTexts = replaceForbiddenCharacters(document, definitions);
+  uncrossBrushFlags(definitions);
+  declareDefaultContext(definitions, lastTime(document));
+
+  // The serializer writes to a file by its name.
+  const TemporaryFile written;
+  const std::wstring name = wideName(written.path());
+  if (!Orvo::DocumentSerializer(&document).write(name.c_str(), definitions)) {
+    return batch.fail(target, "cannot be written: there is no space for a temporary file");
+  }
+  const Orvo::InkReading readBack = Orvo::readInk(name.c_str());
+  if (const auto problem = explainUnusable(readBack.report)) return batch.fail(target, *problem);
+
+  batch.mention(file, recording.explainOmissions());
+  batch.mention(file, changesOf(cleanedTexts, compareReadBack(document, definitions, readBack)));
+  if (!batch.write(target, written.bytes())) return false;
+  batch.sayDone(file, target, summaryOf(document));
+  return true;
+}
+
 }  // namespace
 
 ExitStatus convertFiles(const ConvertOptions& options) {
-  Batch batch(options.files, options.outputs, options.quiet);
+  Batch batch(options.files, options.outputs, options.quiet, options.kind);
   const bool allDone = batch.run([&](const fs::path& file, const fs::path& target) {
-    const Recording recording(file, options.kind.value_or(kindByName(file)));
-    if (!recording.complete()) return batch.fail(file, recording.explainFailure());
-    const std::optional<std::string> text = inkmlOf(recording);
-    if (!text) {
-      return batch.fail(target, "cannot be written: there is no room for a temporary file");
-    }
-    batch.mention(file, recording.explainOmissions());
-    if (!batch.write(target, *text)) return false;
-    batch.sayDone(file, target, summaryOf(recording.document()));
-    return true;
+    return convertFile(batch, options, file, target);
   });
   return allDone ? ExitStatus::done : ExitStatus::failed;
 }

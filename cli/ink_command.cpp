@@ -1,22 +1,29 @@
 #include "cli/ink_command.h"
 
 #include "cli/ink_json.h"
+#include "cli/input_file.h"
+#include "cli/limits.h"
 #include "cli/output_file.h"
 #include "cli/outputs.h"
-#include "cli/sentences.h"
 
 namespace cli {
 
 ExitStatus showInk(const InkOptions& options) {
-  if (const auto refusal = refusalToOverwrite(options.file, options.output)) {
-    reportError(options.output, *refusal);
-    return ExitStatus::failed;
-  }
-  if (const auto refusal = refusalToRead(options.file)) {
+  if (const auto refusal = refusalToOpenFiles()) {
     reportError(options.file, *refusal);
     return ExitStatus::failed;
   }
-  const Recording recording(options.file, options.kind.value_or(kindByName(options.file)));
+  if (const auto refusal =
+          refusalToOverwrite(options.file, options.output, options.replaceRecordings)) {
+    reportError(options.output, *refusal);
+    return ExitStatus::failed;
+  }
+  const InputFile input(options.file, options.kind);
+  if (input.problem()) {
+    reportError(options.file, *input.problem());
+    return ExitStatus::failed;
+  }
+  const Recording recording(input.path(), kindByName(input.path()));
   if (!recording.complete()) {
     reportError(options.file, recording.explainFailure());
     return ExitStatus::failed;

@@ -1,3 +1,4 @@
+// The command `penwick ink`.
 #pragma once
 
 #include <filesystem>
@@ -11,7 +12,8 @@ namespace cli {
 struct InkOptions {
   std::filesystem::path file;
   std::filesystem::path output = "-";
-  std::optional<FileKind> kind;  ///< Instead of the kind that the name tells.
+  std::optional<FileKind> kind;    ///< Overrides the kind that the name suggests.
+  bool replaceRecordings = false;  ///< Otherwise a recording at `output` is kept.
   bool quiet = false;
 };
 

@@ -1,3 +1,4 @@
+// The JSON form of an ink document.
 #pragma once
 
 #include <string>

@@ -1,24 +1,30 @@
 // The command line of penwick.
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <cctype>
+#include <charconv>
 #include <cstdio>
 #include <iostream>
 #include <memory>
+#include <sstream>
 
 #include "cli/convert_command.h"
 #include "cli/ink_command.h"
+#include "cli/limits.h"
 #include "cli/open_command.h"
 #include "cli/picture_words.h"
+#include "cli/terminal_text.h"
 #include "platform/command_line.h"
+#include "platform/limits.h"
+#include "platform/standard_streams.h"
 
 namespace {
 
 using cli::ExitStatus;
 
-// The words of the command line before they mean anything.
+// The words of the command line as they were given.
 struct OutputWords {
   std::vector<std::string> files;
+  std::string kind;
   std::string output;
   std::string folder;
   bool force = false;
@@ -29,6 +35,7 @@ struct OpenWords : OutputWords {
   std::string format;
   std::string journal;
   std::string module;
+  std::string logFolder;
   std::string style = "outline";
   std::string background;
   std::string size;
@@ -39,31 +46,57 @@ struct OpenWords : OutputWords {
 };
 
 struct ConvertWords : OutputWords {
-  std::string kind;
+  bool exact = false;
 };
 
 struct InkWords {
   std::string file;
   std::string output = "-";
   std::string kind;
+  bool force = false;
   bool quiet = false;
 };
 
-std::string formatList() {
-  std::string list;
-  for (const char* format : cli::kFormats)
-    list += (list.empty() ? "" : ", ") + std::string(format);
-  return list;
-}
-
-// A name that came out empty, as from a variable that is not set.
+// Refuses an empty name, such as that of a variable that is not set.
 const CLI::Validator kNotEmpty(
     [](const std::string& name) { return name.empty() ? "the name is empty" : ""; }, "");
 
-constexpr char kRecordings[] = "pen recordings (.pnx, .eli) and ink documents (.kvo, .inkml)";
+constexpr char kRecordings[] =
+    "pen recordings (.pnx, .eli) and ink documents (.kvo, .inkml); - is standard input";
+
+std::string inQuotes(const std::string& word) {
+  return "'" + cli::shortened(word) + "'";
+}
+
+CLI::Validator oneOf(std::vector<std::string> choices) {
+  return CLI::Validator(
+      [choices = std::move(choices)](const std::string& word) {
+        if (std::ranges::find(choices, word) != choices.end()) return std::string();
+        return inQuotes(word) + " is not one of " + CLI::detail::join(choices, ", ");
+      },
+      "");
+}
+
+CLI::Validator numberFrom(double least, double most, const std::string& example) {
+  return CLI::Validator(
+      [=](const std::string& word) {
+        double value = 0;
+        const char* const last = word.data() + word.size();
+        const auto [end, error] = std::from_chars(word.data(), last, value);
+        // No comparison holds for what is not a number.
+        if (error == std::errc() && end == last && value >= least && value <= most) {
+          return std::string();
+        }
+        std::ostringstream range;
+        range.precision(9);
+        range << " is not a number from " << least << " to " << most << ", such as " << example;
+        return inQuotes(word) + range.str();
+      },
+      "");
+}
 
 void addQuiet(CLI::App* command, bool& quiet) {
-  command->add_flag("-q,--quiet", quiet, "say nothing but errors and what the plug-in did wrong");
+  command->add_flag("-q,--quiet", quiet, "print only errors and what the plug-in did wrong");
 }
 
 void addOutputs(CLI::App* command, OutputWords& words, const char* result) {
@@ -76,16 +109,16 @@ void addOutputs(CLI::App* command, OutputWords& words, const char* result) {
       ->type_name("OUT");
   command
       ->add_option("--out-dir", words.folder,
-                   "folder for results named after their FILE; made where it is missing")
+                   "folder for the results, each named after its FILE; created if missing")
       ->check(kNotEmpty)
       ->type_name("DIR");
-  command->add_flag("--force", words.force, "replace results that are there already");
+  command->add_flag("--force", words.force, "overwrite results and recordings that already exist");
   addQuiet(command, words.quiet);
 }
 
 void addKind(CLI::App* command, std::string& kind) {
-  command->add_option("--as", kind, "read it as pen or inkml, whatever its name")
-      ->check(CLI::IsMember({"pen", "inkml"}))
+  command->add_option("--as", kind, "read FILE as pen or inkml, whatever its name and contents")
+      ->check(oneOf({"pen", "inkml"}))
       ->type_name("KIND");
 }
 
@@ -93,36 +126,42 @@ CLI::App* addOpen(CLI::App& app, OpenWords& words) {
   CLI::App* open = app.add_subcommand("open", "open recordings through the plug-in and draw them");
   addOutputs(open, words, "where the drawing of one FILE goes (.svg, .pdf, .png, .json)");
   open->add_option("--format", words.format,
-                   "svg, pdf, png or json; by the ending of OUT, or else svg")
+                   "svg, pdf, png or json; by default the ending of OUT, or svg")
       ->type_name("F");
   open->add_option("--style", words.style,
                    "outline: the strokes as the brush draws them (default); "
                    "centerline: plain open lines")
-      ->check(CLI::IsMember({"outline", "centerline"}))
+      ->check(oneOf({"outline", "centerline"}))
       ->type_name("S");
   open->add_option("--pressure", words.pressure,
-                   "0 to 1: draw recordings without pressure as if pressed so")
-      ->check(CLI::Range(0.0, 1.0))
+                   "0 to 1: the pressure with which to draw recordings that have none")
+      ->check(numberFrom(0, 1, "0.5"))
       ->type_name("P");
   open->add_option("--background", words.background,
-                   "white, black, #rgb or #rrggbb; transparent without it")
+                   "white, black, #rgb or #rrggbb; transparent by default")
       ->type_name("COLOUR");
-  open->add_option("--dpi", words.dpi, "pixels an inch of a PNG, 150 without it")
-      ->check(CLI::Range(1.0, 1e6))
+  open->add_option("--dpi", words.dpi, "pixels per inch of a PNG; 150 by default")
+      ->check(numberFrom(1, 1e6, "300"))
       ->type_name("N");
   open->add_option("--size", words.size,
-                   "largest size of a PNG in pixels, or W for the width alone; used "
-                   "in place of --dpi")
+                   "largest size of a PNG in pixels, or W for the width only; use this or --dpi")
       ->type_name("WxH");
   open->add_option("--journal", words.journal,
-                   "write every call that the plug-in made on the host, one line of JSON each")
+                   "write every call that the plug-in makes to the host, one line of JSON each")
       ->check(kNotEmpty)
       ->type_name("CALLS.jsonl");
   open->add_flag("--no-built-in-library", words.noLibrary,
                  "use the brush style library in your folder only, not the built-in one");
-  open->add_option("--module", words.module, "run this plug-in module in place of the own one")
+  open->add_option("--module", words.module, "use this plug-in module instead of the bundled one")
       ->type_name("FILE.aip");
-  open->add_flag("-v,--verbose", words.verbose, "show what the plug-in printed");
+  open->add_option("--log-dir", words.logFolder,
+                   "folder for the plug-in's log, created if missing; by default your own state "
+                   "folder")
+      ->check(kNotEmpty)
+      ->type_name("DIR");
+  addKind(open, words.kind);
+  open->add_flag("-v,--verbose", words.verbose,
+                 "show what the plug-in printed, and how many unknown packets it skipped");
   return open;
 }
 
@@ -130,25 +169,31 @@ CLI::App* addConvert(CLI::App& app, ConvertWords& words) {
   CLI::App* convert = app.add_subcommand("convert", "write recordings as ink documents (InkML)");
   addOutputs(convert, words, "where the ink document of one FILE goes (.kvo, .inkml)");
   addKind(convert, words.kind);
+  convert->add_flag(
+      "--exact", words.exact,
+      "keep the tenths of coordinates, for other programs; the plug-in cuts them off");
   return convert;
 }
 
 CLI::App* addInk(CLI::App& app, InkWords& words) {
   CLI::App* ink = app.add_subcommand("ink", "show the ink document of a recording as JSON");
-  ink->add_option("FILE", words.file, "a pen recording (.pnx, .eli) or ink document (.kvo, .inkml)")
+  ink->add_option(
+         "FILE", words.file,
+         "a pen recording (.pnx, .eli) or ink document (.kvo, .inkml); - is standard input")
       ->required()
       ->check(kNotEmpty)
       ->type_name("");
   ink->add_option("-o,--output", words.output, "where the JSON goes; - is standard output")
       ->check(kNotEmpty)
       ->type_name("OUT.json");
+  ink->add_flag("--force", words.force, "overwrite a recording that already exists");
   addKind(ink, words.kind);
   addQuiet(ink, words.quiet);
   return ink;
 }
 
 ExitStatus wrongUsage(const std::string& sentence) {
-  std::fprintf(stderr, "penwick: %s\n", sentence.c_str());
+  std::fprintf(stderr, "penwick: %s\n", cli::printable(sentence).c_str());
   return ExitStatus::wrongUsage;
 }
 
@@ -156,13 +201,6 @@ ExitStatus wrongUsage(const std::string& sentence) {
 std::string ending(const std::filesystem::path& path) {
   const std::string extension = cli::nativeName(path.extension());
   return extension.empty() ? extension : extension.substr(1);
-}
-
-std::string inSmallLetters(std::string text) {
-  std::ranges::transform(text, text.begin(), [](unsigned char letter) {
-    return static_cast<char>(std::tolower(letter));
-  });
-  return text;
 }
 
 std::optional<cli::FileKind> kindOf(const std::string& word) {
@@ -187,40 +225,84 @@ cli::OutputPlan planOf(const OutputWords& words) {
   return plan;
 }
 
-/// What is wrong with where results are to go, or nothing.
+/// What is wrong with the places given for the results, or nothing.
 std::string wrongOutputs(const OutputWords& words) {
-  if (words.output.empty()) return {};
+  if (words.output.empty()) {
+    const bool isUnnamed = std::ranges::find(words.files, "-") != words.files.end();
+    return isUnnamed ? "a result of standard input cannot be named after it; use -o" : "";
+  }
   if (words.files.size() > 1) return "-o takes one FILE; use --out-dir for several";
   return words.folder.empty() ? "" : "give -o or --out-dir, not both";
 }
 
-/// The format that is asked for: by its own option, by the ending of the output, or the usual one.
+/// The name of the format that is asked for by its option, else by the ending of the output, else
+/// the usual one.
 std::string formatOf(const std::string& asked, const OutputWords& words, const char* usual) {
   if (!asked.empty()) return asked;
   return words.output.empty() || words.output == "-" ? usual : ending(cli::pathOf(words.output));
 }
 
-/// What is wrong with the format that was found, or nothing.
-std::string wrongFormat(const OpenWords& words, const std::string& format) {
-  if (format.empty()) {
-    return "'" + words.output +
-           "' has no ending that tells its format; add one or give --format (" + formatList() + ")";
-  }
-  if (!cli::isFormat(format)) {
-    return "'" + format + "' is no format that can be written; there are " + formatList();
-  }
-  const std::string named = inSmallLetters(ending(cli::pathOf(words.output)));
-  if (format == named || !cli::isFormat(named)) return {};
-  return "'" + words.output + "' is no name for --format " + format + "; leave one of them out";
+/// The format that a file's ending names.
+std::optional<cli::OutputFormat> formatByName(const std::filesystem::path& file) {
+  return cli::parseOutputFormat(ending(file));
 }
 
-ExitStatus runOpen(const OpenWords& words) {
+/// What is wrong with a word that names no format.
+std::string unknownFormat(const OpenWords& words, const std::string& word) {
+  if (!word.empty()) {
+    return inQuotes(word) + " is not a format that can be written; choose one of " +
+           cli::listOutputFormats();
+  }
+  return inQuotes(words.output) + " has no ending that names a format; add one or give --format (" +
+         cli::listOutputFormats() + ")";
+}
+
+/// What is wrong where the name of the output contradicts the format, or nothing.
+std::string wrongFormat(const OpenWords& words, cli::OutputFormat format) {
+  const std::filesystem::path output = cli::pathOf(words.output);
+  const std::optional<cli::OutputFormat> named = formatByName(output);
+  const bool contradicts = named ? *named != format : cli::isNamedAsRecording(output);
+  if (!contradicts) return {};
+  return inQuotes(words.output) + " does not fit --format " + std::string(cli::nameOf(format)) +
+         "; leave one of them out";
+}
+
+/// What is wrong with the name of a file that gets JSON, or nothing: its ending may be any but that
+/// of a picture or a recording.
+std::string wrongEnding(const std::string& output, const std::string& content) {
+  const std::filesystem::path path = cli::pathOf(output);
+  const std::optional<cli::OutputFormat> named = formatByName(path);
+  const bool contradicts =
+      named ? *named != cli::OutputFormat::json : cli::isNamedAsRecording(path);
+  if (!contradicts) return {};
+  return inQuotes(output) + " is not a name for " + content + "; give it another ending";
+}
+
+/// What is wrong with the options that were given, where one has no effect on the format.
+std::string wrongForFormat(const CLI::App& open, cli::OutputFormat format) {
+  const auto isGiven = [&open](const char* option) { return open.count(option) > 0; };
+  for (const char* option : {"--dpi", "--size"}) {
+    if (format != cli::OutputFormat::png && isGiven(option)) {
+      return std::string(option) + " is for png only; leave it out with " +
+             std::string(cli::nameOf(format));
+    }
+  }
+  for (const char* option : {"--style", "--pressure", "--background"}) {
+    if (format == cli::OutputFormat::json && isGiven(option)) {
+      return std::string(option) + " is for pictures; leave it out with json";
+    }
+  }
+  return isGiven("--dpi") && isGiven("--size") ? "give --dpi or --size, not both" : "";
+}
+
+ExitStatus runOpen(const CLI::App& open, const OpenWords& words) {
   cli::OpenOptions options;
   options.files = pathsOf(words.files);
   options.outputs = planOf(words);
-  options.outputs.format = inSmallLetters(formatOf(words.format, words, "svg"));
   if (!words.journal.empty()) options.journal = cli::pathOf(words.journal);
   options.module = cli::pathOf(words.module);
+  if (!words.logFolder.empty()) options.logFolder = cli::pathOf(words.logFolder);
+  options.kind = kindOf(words.kind);
   options.quiet = words.quiet;
   options.verbose = words.verbose;
   options.builtInLibrary = !words.noLibrary;
@@ -230,21 +312,32 @@ ExitStatus runOpen(const OpenWords& words) {
 
   if (const std::string wrong = wrongOutputs(words); !wrong.empty()) return wrongUsage(wrong);
   if (options.journal && options.files.size() > 1) return wrongUsage("--journal takes one FILE");
-  if (const std::string wrong = wrongFormat(words, options.outputs.format); !wrong.empty()) {
+  const std::string asked = formatOf(words.format, words, "svg");
+  const std::optional<cli::OutputFormat> format = cli::parseOutputFormat(asked);
+  if (!format) return wrongUsage(unknownFormat(words, asked));
+  options.format = *format;
+  options.outputs.ending = cli::nameOf(*format);
+  if (const std::string wrong = wrongFormat(words, *format); !wrong.empty()) {
+    return wrongUsage(wrong);
+  }
+  if (const std::string wrong = wrongEnding(words.journal, "a journal"); !wrong.empty()) {
+    return wrongUsage(wrong);
+  }
+  if (const std::string wrong = wrongForFormat(open, *format); !wrong.empty()) {
     return wrongUsage(wrong);
   }
   if (!words.background.empty()) {
     options.picture.background = cli::parseColor(words.background);
     if (!options.picture.background) {
-      return wrongUsage("'" + words.background +
-                        "' is no colour; write white, black, #rgb or #rrggbb");
+      return wrongUsage(inQuotes(words.background) +
+                        " is not a colour; write white, black, #rgb or #rrggbb");
     }
   }
   if (!words.size.empty()) {
     options.picture.size = cli::parseSize(words.size);
     if (!options.picture.size) {
-      return wrongUsage("'" + words.size +
-                        "' is no size; write 800x600, or 800 for the width alone");
+      return wrongUsage(inQuotes(words.size) +
+                        " is not a size; write 800x600, or 800 for the width only");
     }
   }
   return cli::openFiles(options);
@@ -254,14 +347,15 @@ ExitStatus runConvert(const ConvertWords& words) {
   cli::ConvertOptions options;
   options.files = pathsOf(words.files);
   options.outputs = planOf(words);
-  options.outputs.format = formatOf("", words, "kvo");
+  options.outputs.ending = formatOf("", words, "kvo");
   options.kind = kindOf(words.kind);
+  options.exact = words.exact;
   options.quiet = words.quiet;
   if (const std::string wrong = wrongOutputs(words); !wrong.empty()) return wrongUsage(wrong);
   // In small letters only: by any other name the document would be taken for a pen recording.
-  if (options.outputs.format != "kvo" && options.outputs.format != "inkml") {
-    return wrongUsage("an ink document ends in .kvo or .inkml, not in '" + options.outputs.format +
-                      "'");
+  if (options.outputs.ending != "kvo" && options.outputs.ending != "inkml") {
+    return wrongUsage("the name of an ink document ends in .kvo or .inkml, not in " +
+                      inQuotes(options.outputs.ending));
   }
   return cli::convertFiles(options);
 }
@@ -271,11 +365,20 @@ ExitStatus runInk(const InkWords& words) {
   options.file = cli::pathOf(words.file);
   options.output = cli::pathOf(words.output);
   options.kind = kindOf(words.kind);
+  options.replaceRecordings = words.force;
   options.quiet = words.quiet;
-  return cli::showInk(options);
+  if (const std::string wrong = wrongEnding(words.output, "the JSON of ink"); !wrong.empty()) {
+    return wrongUsage(wrong);
+  }
+  try {
+    return cli::showInk(options);
+  } catch (const std::bad_alloc&) {
+    cli::reportError(options.file, cli::kNotEnoughMemory);
+    return ExitStatus::failed;
+  }
 }
 
-// What to write in place of a file's name that looks like an option; nothing where there is none.
+// How to write a file's name that looks like an option; empty where there is none.
 std::string hintForDash(int count, char** words) {
   for (int i = 1; i < count; ++i) {
     const std::string word = words[i];
@@ -289,7 +392,7 @@ std::string hintForDash(int count, char** words) {
   return {};
 }
 
-// Whether all that was printed came out, help included.
+// Whether everything that was printed, help included, could be written.
 bool standardOutputIsWritten() {
   std::cout.flush();
   return std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
@@ -305,7 +408,7 @@ ExitStatus run(int count, char** words) {
     std::string name = command->get_name();
     for (const CLI::App* subcommand : command->get_subcommands())
       name += " " + subcommand->get_name();
-    return "penwick: " + std::string(error.what()) + " (" + name + " --help tells more)\n";
+    return "penwick: " + cli::printable(error.what()) + " (see " + name + " --help)\n";
   });
   OpenWords openWords;
   InkWords inkWords;
@@ -317,8 +420,8 @@ ExitStatus run(int count, char** words) {
   const auto isCommand = [&](const CLI::App* command) { return command->check_name(words[1]); };
   if (count > 1 && words[1][0] != '-' && app.get_subcommands(isCommand).empty()) {
     return wrongUsage(
-        "'" + std::string(words[1]) +
-        "' is no command; there are open, ink and convert (penwick --help tells more)");
+        inQuotes(words[1]) +
+        " is not a command; the commands are open, ink and convert (see penwick --help)");
   }
   try {
     app.parse(count, words);
@@ -326,13 +429,15 @@ ExitStatus run(int count, char** words) {
     if (const std::string hint = hintForDash(count, words); !hint.empty()) return wrongUsage(hint);
     return app.exit(error, std::cout, std::cerr) == 0 ? ExitStatus::done : ExitStatus::wrongUsage;
   }
-  if (open->parsed()) return runOpen(openWords);
+  if (open->parsed()) return runOpen(*open, openWords);
   return convert->parsed() ? runConvert(convertWords) : runInk(inkWords);
 }
 
 }  // namespace
 
 int main(int count, char** words) {
+  if (!platform::openClosedStandardStreams()) return static_cast<int>(ExitStatus::failed);
+  platform::reportFileSizeLimit();
   try {
     const std::shared_ptr<void> console = platform::utf8Console();
     platform::CommandLine line(count, words);
@@ -341,9 +446,9 @@ int main(int count, char** words) {
     if (status != ExitStatus::done) return static_cast<int>(status);
     std::fputs("penwick: standard output could not be written; is its device full?\n", stderr);
   } catch (const std::bad_alloc&) {
-    std::fputs("penwick: there is not enough memory\n", stderr);
+    std::fprintf(stderr, "penwick: %s\n", cli::kNotEnoughMemory);
   } catch (const std::exception& error) {
-    std::fprintf(stderr, "penwick: %s\n", error.what());
+    std::fprintf(stderr, "penwick: %s\n", cli::printable(error.what()).c_str());
   }
   return static_cast<int>(ExitStatus::failed);
 }

@@ -1,3 +1,4 @@
+// Where the bundled plug-in module is.
 #pragma once
 
 #include <filesystem>

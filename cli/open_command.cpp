@@ -1,16 +1,18 @@
 #include "cli/open_command.h"
 
-#include <algorithm>
 #include <cstdio>
+#include <stdexcept>
 
 #include "art/json.h"
 #include "cli/batch.h"
+#include "cli/log_folder.h"
 #include "cli/module_place.h"
 #include "cli/plugin_run.h"
 #include "cli/recording.h"
 #include "cli/sentences.h"
-#include "render/picture.h"
+#include "render/pdf_and_png.h"
 #include "render/spine.h"
+#include "render/svg.h"
 
 namespace cli {
 
@@ -19,11 +21,17 @@ namespace {
 namespace fs = std::filesystem;
 
 render::Picture draw(const art::Document& document, const OpenOptions& options) {
-  const std::string& format = options.outputs.format;
-  if (format == "json") return {art::toJson(document), {}};
-  if (format == "pdf") return render::toPicture(document, render::Format::pdf, options.picture);
-  if (format == "png") return render::toPicture(document, render::Format::png, options.picture);
-  return render::toPicture(document, render::Format::svg, options.picture);
+  switch (options.format) {
+    case OutputFormat::svg:
+      return {render::toSvg(document, options.picture), {}};
+    case OutputFormat::pdf:
+      return render::toPdf(document, options.picture);
+    case OutputFormat::png:
+      return render::toPng(document, options.picture);
+    case OutputFormat::json:
+      return {art::toJson(document), {}};
+  }
+  throw std::logic_error("an output format that nothing writes");
 }
 
 std::size_t countPoints(const std::vector<art::Object>& objects) {
@@ -39,28 +47,33 @@ std::size_t countPoints(const std::vector<art::Object>& objects) {
 }
 
 std::string summaryOf(const art::Document& document) {
-  const std::size_t paths = art::countPaths(document);
-  if (paths == 0) return "an empty drawing (the recording has no strokes to draw)";
   std::size_t points = 0;
   for (const art::Layer& layer : document.layers)
     points += countPoints(layer.art);
   char size[64];
   std::snprintf(size, sizeof size, "%.0f x %.0f mm", document.width * 25.4 / 72,
                 document.height * 25.4 / 72);
-  return counted(document.layers.size(), "layer") + ", " + counted(paths, "stroke") + ", " +
-         counted(points, "point") + ", " + size;
+  return counted(document.layers.size(), "layer") + ", " +
+         counted(art::countPaths(document), "stroke") + ", " + counted(points, "point") + ", " +
+         size;
 }
 
 class Opener {
  public:
   explicit Opener(const OpenOptions& options)
-      : options_(options), batch_(options.files, options.outputs, options.quiet) {
+      : options_(options), batch_(options.files, options.outputs, options.quiet, options.kind) {
     run_.module = options.module.empty() ? findModule() : options.module;
     run_.builtInLibrary = options.builtInLibrary;
     run_.journal = options.journal.has_value();
   }
 
   bool openAll() {
+    if (options_.logFolder) {
+      if (const auto refusal = prepareLogFolder(*options_.logFolder)) {
+        return batch_.fail(*options_.logFolder, *refusal);
+      }
+    }
+    run_.logFolder = options_.logFolder ? *options_.logFolder : makeOwnLogFolder();
     return batch_.run(
         [this](const fs::path& file, const fs::path& target) { return open(file, target); });
   }
@@ -78,19 +91,19 @@ class Opener {
     if (!run.document) return batch_.fail(file, explain(file, run));
 
     if (!run.notes.empty()) batch_.warn(file, run.notes);
-    mentionOmissions(file);
-    mentionHairlines(file, *run.document);
+    const std::string summary = explainDrawing(file, *run.document);
     const render::Picture picture = draw(*run.document, options_);
     if (picture.refusal) return batch_.fail(target, *picture.refusal);
     if (!batch_.write(target, picture.bytes)) return false;
-    batch_.sayDone(file, target, summaryOf(*run.document));
+    batch_.sayDone(file, target, summary);
     return true;
   }
 
   std::optional<std::string> refusalOfJournal(const fs::path& file, const fs::path& target) {
     if (!options_.journal) return {};
-    if (isOneFile(*options_.journal, target)) return "is where the drawing goes; name another";
-    return refusalToOverwrite(file, *options_.journal);
+    if (isOneFile(*options_.journal, target))
+      return "is also where the drawing goes; choose another file";
+    return refusalToOverwrite(file, *options_.journal, options_.outputs.replaceExisting);
   }
 
   std::string explain(const fs::path& file, const PluginRun& run) {
@@ -100,19 +113,31 @@ class Opener {
     return recording.explainFailure();
   }
 
-  void mentionOmissions(const fs::path& file) {
-    if (options_.quiet) return;
+  /// Prints what a person should know about the drawing; gives a summary. The recording is read
+  /// here a second time, to find out what was left out, unless nothing is to be printed.
+  std::string explainDrawing(const fs::path& file, const art::Document& document) {
+    if (options_.quiet) return {};
     const Recording recording(file, kindByName(file));
+    mentionOmissions(file, recording);
+    mentionHairlines(file, document);
+    if (art::countPaths(document) > 0) return summaryOf(document);
+    return recording.hasStrokes() ? "an empty drawing (none of the strokes could be drawn)"
+                                  : "an empty drawing (the recording has no strokes to draw)";
+  }
+
+  void mentionOmissions(const fs::path& file, const Recording& recording) {
     std::string omissions = recording.explainOmissions();
     if (const std::string undrawn = recording.explainUndrawn(); !undrawn.empty()) {
       addPart(omissions, undrawn);
     }
     batch_.mention(file, omissions);
+    const std::string unknown = recording.explainUnknown();
+    if (options_.verbose && !unknown.empty()) batch_.note(file, unknown);
   }
 
-  // Without pressure the brush draws in its thinnest size.
+  // Without pressure the brush draws at its smallest size.
   void mentionHairlines(const fs::path& file, const art::Document& document) {
-    const bool isPicture = options_.outputs.format != "json" && !options_.picture.centreLines;
+    const bool isPicture = options_.format != OutputFormat::json && !options_.picture.centreLines;
     if (!isPicture || options_.picture.pressure || !render::lacksPressure(document)) return;
     batch_.mention(file,
                    "the recording has no pressure, so every line is as thin as the brush gets; "
@@ -120,8 +145,8 @@ class Opener {
   }
 
   void showPrinted(const fs::path& file, const embedded::CapturedOutput& printed) {
-    batch_.show(nativeName(file) + ": the plug-in printed\n" + printed.standardOutput +
-                printed.standardError + (printed.empty() ? "" : "\n"));
+    batch_.show(file, "the plug-in printed",
+                printed.standardOutput + printed.standardError + (printed.empty() ? "" : "\n"));
   }
 
   const OpenOptions& options_;
@@ -130,11 +155,6 @@ class Opener {
 };
 
 }  // namespace
-
-bool isFormat(std::string_view name) {
-  return std::any_of(std::begin(kFormats), std::end(kFormats),
-                     [name](std::string_view format) { return format == name; });
-}
 
 ExitStatus openFiles(const OpenOptions& options) {
   return Opener(options).openAll() ? ExitStatus::done : ExitStatus::failed;

@@ -2,19 +2,17 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <cstring>
-#include <fstream>
 #include <system_error>
 
 #ifdef _WIN32
 #include <fcntl.h>
 #include <io.h>
-#include <process.h>
-#else
-#include <unistd.h>
 #endif
 
+#include "cli/limits.h"
 #include "cli/report.h"
+#include "platform/replace_file.h"
+#include "platform/standard_streams.h"
 
 namespace cli {
 
@@ -22,74 +20,63 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string because(std::string_view what, int error) {
-  return std::string(what) + ": " + std::generic_category().message(error);
-}
-
 std::optional<std::string> writeStandardOutput(std::string_view bytes) {
+  if (platform::standardOutputWasClosed()) {
+    return "standard output is closed; give a file with -o";
+  }
 #ifdef _WIN32
   _setmode(_fileno(stdout), _O_BINARY);
 #endif
   errno = 0;
   const bool written = std::fwrite(bytes.data(), 1, bytes.size(), stdout) == bytes.size();
   if (written && std::fflush(stdout) == 0) return {};
-  return because("standard output could not be written", errno);
+  return "standard output could not be written: " + std::generic_category().message(errno);
 }
 
-/// Zero, or the system's error number.
-int writeBytes(const fs::path& file, std::string_view bytes) {
-  errno = 0;
-  std::ofstream stream(file, std::ios::binary | std::ios::trunc);
-  if (!stream) return errno != 0 ? errno : EIO;
-  stream.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  stream.close();
-  if (stream) return 0;
-  return errno != 0 ? errno : EIO;
-}
-
-fs::path nameBeside(const fs::path& target) {
-#ifdef _WIN32
-  const auto process = _getpid();
-#else
-  const auto process = getpid();
-#endif
-  fs::path name = target;
-  name += ".part" + std::to_string(process);
-  return name;
-}
-
-/// The file behind a link, so that the link stays.
-fs::path behindLinks(const fs::path& target) {
-  std::error_code error;
-  const fs::path resolved = fs::weakly_canonical(target, error);
-  return error ? target : resolved;
+std::optional<std::string> sentenceOf(const fs::path& place, const std::error_code& error) {
+  if (!error) return {};
+  std::error_code unknown;
+  if (error == std::errc::no_such_file_or_directory && place.has_parent_path() &&
+      !fs::exists(place.parent_path(), unknown)) {
+    return "cannot be written: there is no folder '" + nativeName(place.parent_path()) +
+           "'; make it first";
+  }
+  if (error == std::errc::too_many_files_open) return kTooManyFiles;
+  return "cannot be written: " + error.message();
 }
 
 }  // namespace
 
+fs::path behindLinks(const fs::path& file) {
+  // As many as the system itself follows.
+  constexpr int kMostLinks = 40;
+  fs::path place = file;
+  for (int i = 0; i < kMostLinks; ++i) {
+    std::error_code noLink;
+    const fs::path target = fs::read_symlink(place, noLink);
+    if (noLink) return place;
+    place = place.parent_path() / target;
+  }
+  return file;
+}
+
 std::optional<std::string> writeOutput(const fs::path& target, std::string_view bytes) {
   if (isStandardOutput(target)) return writeStandardOutput(bytes);
 
-  const fs::path place = behindLinks(target);
   std::error_code error;
-  const fs::file_status status = fs::status(place, error);
+  const fs::file_status status = fs::status(target, error);
   if (fs::is_directory(status)) return "cannot be written: it is a folder; name a file in it";
   if (fs::exists(status) && !fs::is_regular_file(status)) {
-    const int failure = writeBytes(place, bytes);
-    return failure == 0 ? std::nullopt : std::optional(because("cannot be written", failure));
+    return sentenceOf(target, platform::writeInto(target, bytes));
   }
+  if (error == std::errc::too_many_symbolic_link_levels) return sentenceOf(target, error);
 
-  const fs::path beside = nameBeside(place);
-  if (const int failure = writeBytes(beside, bytes); failure != 0) {
-    fs::remove(beside, error);
-    return because("cannot be written", failure);
+  const fs::path place = behindLinks(target);
+  // The system's name for an open file may lead to one that has been removed.
+  if (fs::exists(status) && !fs::equivalent(target, place, error)) {
+    return "cannot be written: the file has been removed";
   }
-  if (fs::exists(status)) fs::permissions(beside, status.permissions(), error);
-  fs::rename(beside, place, error);
-  if (!error) return {};
-  const std::string sentence = "cannot be written: " + error.message();
-  fs::remove(beside, error);
-  return sentence;
+  return sentenceOf(place, platform::replaceFile(place, bytes));
 }
 
 }  // namespace cli

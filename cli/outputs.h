@@ -1,3 +1,4 @@
+// Where results go, and what they may overwrite.
 #pragma once
 
 #include <filesystem>
@@ -8,38 +9,45 @@
 
 namespace cli {
 
-/// Where the results of several files go.
+/// Where the results of one or more files go.
 struct OutputPlan {
   std::optional<std::filesystem::path> output;  ///< For one file; "-" is standard output.
-  std::filesystem::path folder;  ///< Otherwise: where results named after their files go.
-  std::string format;            ///< Their ending, without the dot.
-  bool replaceExisting = false;  ///< Named results never replace a file unasked.
+  std::filesystem::path folder;  ///< Otherwise the results go here, named after their files.
+  std::string ending;            ///< The ending of those results, without the dot.
+  bool replaceExisting = false;  ///< Otherwise files that exist are kept.
 };
 
 /// Whether two names stand for one file or both for standard output.
 bool isOneFile(const std::filesystem::path& one, const std::filesystem::path& other);
 
-/// Why what `file` holds may not be replaced by a result at `target`, if it is the same file.
-std::optional<std::string> refusalToOverwrite(const std::filesystem::path& file,
-                                              const std::filesystem::path& target);
+/// Whether a file has the ending of a recording: .pnx, .eli, .kvo or .inkml, in any case of
+/// letters.
+bool isNamedAsRecording(const std::filesystem::path& file);
 
-/// Names results after their files; two files of one name get a number: a.svg, a-2.svg.
+/// Why the result of `file` may not go to `target`: it is the file itself, or a recording that
+/// already exists and `force` is not set.
+std::optional<std::string> refusalToOverwrite(const std::filesystem::path& file,
+                                              const std::filesystem::path& target, bool force);
+
+/// Names results after their files. Where two files have the same name, the second gets a number:
+/// a.svg, a-2.svg.
 class Outputs {
  public:
-  explicit Outputs(OutputPlan plan) : plan_(std::move(plan)) {}
+  Outputs(OutputPlan plan, const std::vector<std::filesystem::path>& files);
 
-  /// Makes the folder where it is missing; one sentence when that cannot be done.
+  /// Creates the folder if it is missing; gives one sentence where that fails.
   std::optional<std::string> prepare() const;
 
   std::filesystem::path targetFor(const std::filesystem::path& file);
 
-  /// Why the result of `file` may not go to `target`: it is the file itself, or is there already
-  /// and kept.
+  /// Why the result of `file` may not go to `target`: it is one of the files to be read, or another
+  /// file that must be kept.
   std::optional<std::string> refusal(const std::filesystem::path& file,
                                      const std::filesystem::path& target) const;
 
  private:
   OutputPlan plan_;
+  std::set<std::filesystem::path> inputs_;  ///< With links resolved.
   std::set<std::filesystem::path> taken_;
 };
 

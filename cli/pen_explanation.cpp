@@ -2,9 +2,9 @@
 
 #include <array>
 #include <cstdio>
-#include <fstream>
 #include <system_error>
 
+#include "cli/file_content.h"
 #include "cli/sentences.h"
 #include "penfile/packets.h"
 
@@ -59,29 +59,19 @@ PacketName packetOf(unsigned char tag) {
 std::string explainReadError(const fs::path& file, std::int64_t offset) {
   std::error_code error;
   if (fs::is_directory(file, error)) return kThisIsAFolder;
-  return "the file could not be read on: the system reports a read error" + atByte(offset) +
+  return "the file could not be read to its end: the system reports a read error" + atByte(offset) +
          "; copy the file from its device and try the copy";
 }
 
-/// What a file that is no pen recording looks like, from its first bytes.
 std::string explainFirstTag(const fs::path& file, const ParseReport& report) {
-  std::array<char, 64> start{};
-  std::ifstream stream(file, std::ios::binary);
-  stream.read(start.data(), start.size());
-  const std::string_view text(start.data(), static_cast<std::size_t>(stream.gcount()));
-  std::string sentence =
-      format("this is no pen recording: it begins with 0x%02X where 0x01 is expected (byte 0)",
-             unsigned{report.failedPacket.tag});
-  if (text.find("<?xml") != text.npos || text.find("<ink") != text.npos) {
-    return sentence +
-           "; it looks like an XML document: an ink document opens when its name ends in "
-           ".kvo or .inkml, in small letters";
+  if (const auto foreign = describeContent(file)) return *foreign;
+  if (looksLikeXml(file)) {
+    return "this is an XML document, not a pen recording; an ink document opens when its name ends "
+           "in .kvo or .inkml, in small letters, or with --as inkml";
   }
-  for (const char character : text) {
-    const auto byte = static_cast<unsigned char>(character);
-    if (byte < 0x20 && byte != '\t' && byte != '\r' && byte != '\n') return sentence;
-  }
-  return sentence + "; it looks like a text file";
+  return format(
+      "this is not a pen recording: it begins with 0x%02X where 0x01 is expected (byte 0)",
+      unsigned{report.failedPacket.tag});
 }
 
 std::string explainLength(const ParseReport& report) {
@@ -131,27 +121,33 @@ std::string explainFailure(const fs::path& file, const ParseReport& report) {
   return "the file could not be read";
 }
 
-std::string explainOmissions(const ParseReport& report) {
+std::string explainOmissions(const ParseReport& report, const DamagedPackets& damaged) {
   std::string sentence;
   if (report.cutPacket) {
     addPart(sentence, "the file ends inside its last packet" + atByte(*report.cutPacket) +
-                          ", what is missing there was taken as zeros");
+                          ", the missing bytes were read as zeros");
   }
   if (report.endlessPacket) {
     addPart(sentence, "a packet of length 0" + atByte(*report.endlessPacket) +
-                          " ends the recording, nothing behind it was read");
+                          " ends the recording, nothing after it was read");
   }
   if (report.droppedPoints > 0) {
     addPart(sentence, counted(report.droppedPoints, "point") +
                           " above the sheet left out, the first" +
                           atByte(*report.firstDroppedPoint));
   }
-  if (report.unknownPackets > 0) {
-    addPart(sentence, counted(report.unknownPackets, "packet") +
-                          " of unknown tags skipped, the first" +
-                          atByte(*report.firstUnknownPacket));
+  if (damaged.count > 0) {
+    addPart(sentence, counted(damaged.count, "packet") +
+                          " skipped whose tag or length is probably damaged, the first" +
+                          atByte(damaged.first));
   }
   return sentence;
+}
+
+std::string explainUnknown(const ParseReport& report) {
+  if (report.unknownPackets == 0) return {};
+  return counted(report.unknownPackets, "packet") + " of unknown tags skipped, the first" +
+         atByte(*report.firstUnknownPacket);
 }
 
 }  // namespace cli

@@ -1,3 +1,4 @@
+// Colours and sizes as they are given on the command line.
 #pragma once
 
 #include <optional>

@@ -1,11 +1,14 @@
 #include "cli/plugin_run.h"
 
 #include <memory>
+#include <new>
 
 #include "cli/report.h"
-#include "embedded/library.h"
 #include "embedded/session.h"
 #include "hostapi/codes.h"
+#include "platform/paths.h"
+#include "platform/working_folder.h"
+#include "stylelib/library.h"
 
 namespace cli {
 
@@ -59,8 +62,8 @@ std::string adviceFor(const Opening& opening, const PluginRunOptions& options) {
     return "; a path has at most 32000 points, penwick convert and penwick ink keep longer strokes";
   }
   if (options.builtInLibrary) return {};
-  const std::string library = embedded::defaultLibraryPath();
-  if (opening.firstFailure->function != "ImportStyles" || embedded::libraryFileExists(library)) {
+  const std::string library = stylelib::defaultLibraryPath();
+  if (opening.firstFailure->function != "ImportStyles" || stylelib::libraryFileExists(library)) {
     return {};
   }
   return "; there is no brush style library at " + library +
@@ -79,6 +82,42 @@ void judge(PluginRun& run, Opening&& opening, const PluginRunOptions& options) {
   }
 }
 
+/// Notices any allocation that fails during its lifetime. Natively the module allocates through
+/// this program, and its answer does not distinguish lack of memory from other causes.
+class MemoryWatch {
+ public:
+  MemoryWatch() : before_(std::set_new_handler(&fail)) { ranOut_ = false; }
+  ~MemoryWatch() { std::set_new_handler(before_); }
+  MemoryWatch(const MemoryWatch&) = delete;
+  MemoryWatch& operator=(const MemoryWatch&) = delete;
+
+  static bool ranOut() { return ranOut_; }
+
+ private:
+  [[noreturn]] static void fail() {
+    ranOut_ = true;
+    throw std::bad_alloc();
+  }
+
+  static inline bool ranOut_ = false;
+  std::new_handler before_;
+};
+
+/// From the first message to the last.
+void runSession(PluginRun& run, embedded::Session& session, const std::string& file,
+                const PluginRunOptions& options) {
+  const StepReport start = session.start();
+  takeStep(run, start);
+  if (session.started()) {
+    Opening opening = session.open(file);
+    takeStep(run, opening);
+    judge(run, std::move(opening), options);
+  } else {
+    run.refusal = "the plug-in did not start; " + refusalOf(start, firstAnswer(start));
+  }
+  takeStep(run, session.end());
+}
+
 }  // namespace
 
 PluginRun runPlugin(const std::filesystem::path& file, const PluginRunOptions& options) {
@@ -95,16 +134,10 @@ PluginRun runPlugin(const std::filesystem::path& file, const PluginRunOptions& o
   host.builtInLibrary = options.builtInLibrary;
   host.journalChecksums = options.journal;
   embedded::Session session(std::move(module), host);
-  const StepReport start = session.start();
-  takeStep(run, start);
-  if (session.started()) {
-    Opening opening = session.open(nativeName(file));
-    takeStep(run, opening);
-    judge(run, std::move(opening), options);
-  } else {
-    run.refusal = "the plug-in did not start; " + refusalOf(start, firstAnswer(start));
-  }
-  takeStep(run, session.end());
+  const MemoryWatch memory;
+  const std::string recording = platform::absoluteNativePath(nativeName(file));
+  platform::runInFolder(options.logFolder, [&] { runSession(run, session, recording, options); });
+  if (!run.document && MemoryWatch::ranOut()) throw std::bad_alloc();
   if (options.journal) run.journal = session.host().journal().jsonLines();
   return run;
 }

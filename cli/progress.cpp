@@ -3,6 +3,8 @@
 #include <cstdio>
 #include <string>
 
+#include "cli/terminal_text.h"
+
 #ifdef _WIN32
 #include <io.h>
 #else
@@ -35,7 +37,7 @@ void Progress::begin(std::size_t index, std::string_view name) {
   const std::string bar = std::string(done, '#') + std::string(kBarWidth - done, '.');
   clear();
   const std::string line = '[' + bar + "] " + std::to_string(index + 1) + '/' +
-                           std::to_string(total_) + ' ' + std::string(name.substr(0, kNameWidth));
+                           std::to_string(total_) + ' ' + printable(name.substr(0, kNameWidth));
   std::fputs(line.c_str(), stderr);
   std::fflush(stderr);
   lineWidth_ = line.size();
@@ -43,7 +45,7 @@ void Progress::begin(std::size_t index, std::string_view name) {
 
 void Progress::clear() {
   if (lineWidth_ == 0) return;
-  // Blanks, since consoles of Windows do not all know a sequence that clears a line.
+  // Spaces, since not every Windows console knows the sequence that clears a line.
   std::fprintf(stderr, "\r%*s\r", static_cast<int>(lineWidth_), "");
   std::fflush(stderr);
   lineWidth_ = 0;

@@ -1,3 +1,4 @@
+// The progress bar.
 #pragma once
 
 #include <chrono>
@@ -6,25 +7,24 @@
 
 namespace cli {
 
-/// Says on a terminal's standard error how far long work is; nothing within the first second, and
-/// nothing where standard error is no terminal.
+/// Shows a progress bar on standard error, after the first second, where that is a terminal.
 class Progress {
  public:
   Progress(std::size_t total, bool quiet);
-  /// Takes the line away.
+  /// Clears the line.
   ~Progress() { clear(); }
   Progress(const Progress&) = delete;
   Progress& operator=(const Progress&) = delete;
 
-  /// Work number `index`, from 0, begins.
+  /// Work on item `index`, from 0, begins.
   void begin(std::size_t index, std::string_view name);
-  /// Takes the line away, so that something else can be printed.
+  /// Clears the line, so that something else can be printed.
   void clear();
 
  private:
   std::size_t total_;
   bool shown_;
-  std::size_t lineWidth_ = 0;  ///< of what stands on the line
+  std::size_t lineWidth_ = 0;  ///< Of what is shown now.
   std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
 };
 

@@ -1,21 +1,19 @@
 #include "cli/recording.h"
 
-#include "cli/inkml_explanation.h"
+#include "cli/inkml_failure.h"
+#include "cli/inkml_omissions.h"
 #include "cli/pen_explanation.h"
 #include "cli/report.h"
 #include "cli/sentences.h"
 #include "log/logger.h"
 #include "penfile/pnx_parser.h"
 #include "penfile/skip_watcher.h"
+#include "platform/file.h"
 #include "platform/paths.h"
 
 namespace cli {
 
 namespace {
-
-std::wstring wideName(const std::filesystem::path& file) {
-  return platform::nativePathToWide(nativeName(file));
-}
 
 template <class Condition>
 std::size_t countStrokes(const Orvo::Document& document, Condition condition) {
@@ -29,6 +27,10 @@ std::size_t countStrokes(const Orvo::Document& document, Condition condition) {
 }
 
 }  // namespace
+
+std::wstring wideName(const std::filesystem::path& file) {
+  return platform::nativePathToWide(nativeName(file));
+}
 
 FileKind kindByName(const std::filesystem::path& file) {
   const std::filesystem::path extension = file.extension();
@@ -46,11 +48,14 @@ Recording::Recording(std::filesystem::path file, FileKind kind)
 
 void Recording::readPen() {
   Orvo::Logger::silence();
-  Orvo::PnxParser parser(wideName(file_).c_str());
+  platform::File file = platform::openFile(wideName(file_).c_str(), "rb");
+  std::FILE* const stream = file.get();
+  Orvo::PnxParser parser(std::move(file));
   Orvo::EndlessSkipGuard guard(parser);
   parser.parse();
   pen_ = parser.document;
   penReport_ = parser.report();
+  if (complete() && penReport_.unknownPackets > 0) damaged_ = findDamagedPackets(stream);
 }
 
 Orvo::Document& Recording::document() const {
@@ -65,7 +70,15 @@ std::string Recording::explainFailure() const {
 
 std::string Recording::explainOmissions() const {
   if (kind_ == FileKind::inkml) return cli::explainOmissions(ink_.report, document().size());
-  return cli::explainOmissions(penReport_);
+  return cli::explainOmissions(penReport_, damaged_);
+}
+
+std::string Recording::explainUnknown() const {
+  return kind_ == FileKind::pen ? cli::explainUnknown(penReport_) : "";
+}
+
+bool Recording::hasStrokes() const {
+  return ink_.report.traces > 0 || countStrokes(document(), [](std::size_t) { return true; }) > 0;
 }
 
 std::string Recording::explainUndrawn() const {

@@ -1,9 +1,11 @@
+// A recording as the linked readers find it.
 #pragma once
 
 #include <filesystem>
 #include <memory>
 #include <string>
 
+#include "cli/damage.h"
 #include "inkml/ink_reading.h"
 #include "model/document.h"
 #include "penfile/parse_report.h"
@@ -14,12 +16,15 @@ namespace cli {
 
 enum class FileKind { pen, inkml };
 
-/// The reader that the plug-in takes for a file of this name as the first one that it opens: by the
-/// extension, exactly; any other name is taken for a pen recording.
+/// The reader that the plug-in uses for a file of this name, when it is the first one that it
+/// opens: an exact match of the extension; any other name is taken for a pen recording.
 FileKind kindByName(const std::filesystem::path& file);
 
+/// The name of a file as the readers take it.
+std::wstring wideName(const std::filesystem::path& file);
+
 /// A recording as the linked readers find it: the plug-in's own readers, in this program, to
-/// explain what the plug-in did. They write no log and print nothing.
+/// explain what the plug-in did. They write no log and print nothing. The file is opened once.
 class Recording {
  public:
   Recording(std::filesystem::path file, FileKind kind);
@@ -34,11 +39,16 @@ class Recording {
   /// Null for a pen recording.
   Orvo::InkMLDefinitions* definitions() const { return ink_.definitions.get(); }
 
-  /// Why it is not whole, in one sentence with the place and, where there is something to do, what.
+  /// Why it is not whole: one sentence with the place and, where possible, what to do.
   std::string explainFailure() const;
-  /// What was left out of one that is whole, in one sentence; empty when nothing was.
+  /// What was left out of a whole recording, in one sentence; empty where nothing was.
   std::string explainOmissions() const;
-  /// What of it is not drawn, likewise.
+  /// How many packets with unknown tags a whole recording has, in one sentence; empty where none
+  /// has.
+  std::string explainUnknown() const;
+  /// Whether it has any strokes, including those left out.
+  bool hasStrokes() const;
+  /// Which strokes are not drawn, or only in part, in one sentence; empty where all are.
   std::string explainUndrawn() const;
 
  private:
@@ -48,6 +58,7 @@ class Recording {
   FileKind kind_;
   Orvo::SharedRef<Orvo::PnxDocument> pen_;
   Orvo::ParseReport penReport_;
+  DamagedPackets damaged_;
   Orvo::InkReading ink_;
 };
 

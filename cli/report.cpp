@@ -1,7 +1,8 @@
 #include "cli/report.h"
 
 #include <cstdio>
-#include <utility>
+
+#include "cli/terminal_text.h"
 
 namespace cli {
 
@@ -11,7 +12,7 @@ void reportLine(const std::filesystem::path& file, std::string_view kind,
                 std::string_view sentence) {
   std::string line = nativeName(file);
   line.append(": ").append(kind).append(sentence);
-  std::fprintf(stderr, "penwick: %s\n", withoutControls(std::move(line)).c_str());
+  std::fprintf(stderr, "penwick: %s\n", printable(line).c_str());
 }
 
 }  // namespace
@@ -33,20 +34,16 @@ std::filesystem::path pathOf(std::string_view word) {
 #endif
 }
 
-std::string withoutControls(std::string line) {
-  for (char& character : line) {
-    const auto byte = static_cast<unsigned char>(character);
-    if (byte < 0x20 || byte == 0x7F) character = '?';
-  }
-  return line;
-}
-
 void reportError(const std::filesystem::path& file, std::string_view sentence) {
   reportLine(file, "", sentence);
 }
 
 void reportWarning(const std::filesystem::path& file, std::string_view sentence) {
   reportLine(file, "warning: ", sentence);
+}
+
+void reportNote(const std::filesystem::path& file, std::string_view sentence) {
+  reportLine(file, "note: ", sentence);
 }
 
 }  // namespace cli

@@ -1,3 +1,4 @@
+// Exit status and one-line messages.
 #pragma once
 
 #include <filesystem>
@@ -19,13 +20,14 @@ std::string nativeName(const std::filesystem::path& path);
 /// The path that a word of the command line names; UTF-8 on Windows.
 std::filesystem::path pathOf(std::string_view word);
 
-/// A line with its control characters shown as '?', so that no file name moves the cursor.
-std::string withoutControls(std::string line);
-
-/// One line on standard error: "penwick: FILE: SENTENCE", without control characters.
+/// One line on standard error: "penwick: FILE: SENTENCE", with nothing in it that could confuse a
+/// terminal.
 void reportError(const std::filesystem::path& file, std::string_view sentence);
 
 /// The same, "penwick: FILE: warning: SENTENCE".
 void reportWarning(const std::filesystem::path& file, std::string_view sentence);
+
+/// The same, "penwick: FILE: note: SENTENCE".
+void reportNote(const std::filesystem::path& file, std::string_view sentence);
 
 }  // namespace cli

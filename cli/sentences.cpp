@@ -21,14 +21,6 @@ void addPart(std::string& sentence, const std::string& part) {
   sentence += part;
 }
 
-std::optional<std::string> refusalToRead(const fs::path& file) {
-  std::error_code error;
-  const fs::file_status status = fs::status(file, error);
-  if (!fs::exists(status) || fs::is_regular_file(status) || fs::is_directory(status)) return {};
-  return "this is no file but a pipe or a device, which cannot be read twice; save it to a file "
-         "and open that";
-}
-
 std::string explainOpening(const fs::path& file) {
   std::error_code error;
   const fs::file_status status = fs::status(file, error);
@@ -38,7 +30,8 @@ std::string explainOpening(const fs::path& file) {
   errno = 0;
   const std::ifstream probe(file, std::ios::binary);
   const int reason = errno;
-  if (!probe && reason == EACCES) return "the file may not be read; check its permissions";
+  if (!probe && reason == EACCES)
+    return "permission to read the file is denied; check its permissions";
   return "the file could not be opened: " +
          std::generic_category().message(reason != 0 ? reason : error.value());
 }

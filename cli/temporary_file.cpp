@@ -8,6 +8,8 @@
 #include <random>
 #else
 #include <cstdlib>
+#include <fcntl.h>
+#include <sys/mman.h>
 #include <unistd.h>
 #endif
 
@@ -17,7 +19,7 @@ namespace fs = std::filesystem;
 
 #ifdef _WIN32
 
-// In a folder of its own, so that nobody else's file is met.
+// In a folder of its own, so that no other file can have its name.
 TemporaryFile::TemporaryFile() {
   std::random_device random;
   std::error_code error;
@@ -35,14 +37,23 @@ TemporaryFile::~TemporaryFile() {
 
 #else
 
-TemporaryFile::TemporaryFile() {
+namespace {
+
+// In memory, which needs no folder, or else without a name in the temporary folder.
+int openUnnamed() {
+  const int inMemory = ::memfd_create("penwick", MFD_CLOEXEC);
+  if (inMemory >= 0) return inMemory;
   std::error_code error;
   const fs::path folder = fs::temp_directory_path(error);
-  if (error) return;
-  std::string name = (folder / "penwick-XXXXXX").native();
-  const int descriptor = ::mkstemp(name.data());
+  constexpr mode_t kOwnerAlone = 0600;
+  return ::open(error ? "/tmp" : folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, kOwnerAlone);
+}
+
+}  // namespace
+
+TemporaryFile::TemporaryFile() {
+  const int descriptor = openUnnamed();
   if (descriptor < 0) return;
-  ::unlink(name.c_str());
   held_.reset(::fdopen(descriptor, "wb"));
   if (held_) {
     path_ = "/proc/self/fd/" + std::to_string(descriptor);

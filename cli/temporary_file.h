@@ -1,3 +1,4 @@
+// A temporary file that leaves nothing behind.
 #pragma once
 
 #include <filesystem>
@@ -7,8 +8,8 @@
 
 namespace cli {
 
-/// A file in the system's temporary folder that goes with the object. Natively it has no entry in
-/// that folder, so that nothing is left where the program is ended meanwhile.
+/// A file that is removed with the object. Natively it is kept in memory, or without a name in the
+/// system's temporary folder, so that nothing is left behind even if the program is killed.
 class TemporaryFile {
  public:
   TemporaryFile();
@@ -16,9 +17,9 @@ class TemporaryFile {
   TemporaryFile(const TemporaryFile&) = delete;
   TemporaryFile& operator=(const TemporaryFile&) = delete;
 
-  /// By this name the file can be opened; empty when none can be made.
+  /// The name by which the file can be opened; empty where none could be created.
   const std::filesystem::path& path() const { return path_; }
-  /// What the file holds; empty when there is none.
+  /// What the file holds; empty where there is no file.
   std::string bytes() const;
 
  private:

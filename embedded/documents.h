@@ -50,7 +50,7 @@ struct DocumentNode {
   bool setupAsked = false;
   art::Point rulerOrigin;
   art::Rect page;
-  std::vector<LayerNode*> layers;  ///< bottom to top
+  std::deque<LayerNode*> layers;  ///< bottom to top; grows at both ends
   LayerNode* currentLayer = nullptr;
   std::size_t layersMade = 0;
   std::size_t pathsBefore = 0;  ///< paths that the host held when it was made
@@ -62,11 +62,11 @@ struct ArtSetNode {
   std::vector<ArtNode*> members;
 };
 
-/// All documents, with what is in them. Nothing is freed before the host goes; the handles of a
-/// closed document are unknown.
+/// Owns all documents and everything in them. Nothing is freed before the host is destroyed; the
+/// handles of a closed document are no longer valid.
 class Documents {
  public:
-  /// A new page with one layer; closes the current document and takes its place.
+  /// A new page with one layer; it closes and replaces the current document.
   DocumentNode* makeCurrent();
   /// A document of styles only, never the current one.
   DocumentNode* makeLibrary(const std::vector<art::Style>& styles);
@@ -80,7 +80,7 @@ class Documents {
   ArtSetNode* addSet();
   std::size_t pathsMade() const { return paths_.size(); }
 
-  // What a handle stands for; null when it is null, unknown, or of a closed document.
+  // What a handle stands for; null for a handle that is null, unknown, or of a closed document.
   DocumentNode* find(hostapi::AIDocumentHandle handle);
   LayerNode* find(hostapi::AILayerHandle handle);
   ArtNode* find(hostapi::AIArtHandle handle);
@@ -100,23 +100,23 @@ class Documents {
   std::deque<ArtSetNode> sets_;
 };
 
-/// The named style of a document, null when there is none.
+/// The style of that name in a document; null when there is none.
 StyleNode* findStyle(const DocumentNode& document, const std::string& name);
 
-/// True when the layer's own group has anything in it.
+/// True when the layer's own group is not empty.
 bool hasArt(const LayerNode& layer);
 
-/// The groups that `node` lies in, the layer's own among them.
+/// The number of groups around `node`, including the layer's own.
 std::size_t depthOf(const ArtNode& node);
 
-/// Every object of the layer but its own group: topmost first, a group before its children.
+/// Every object of the layer except its own group: topmost first, a group before its children.
 std::vector<ArtNode*> objectsOf(const LayerNode& layer);
 
-/// Sets width and height and lays the page about the centre that it has: each edge is reckoned in
-/// double from the single-precision numbers and rounded once.
+/// Sets width and height and keeps the centre of the page: each edge is computed in double from the
+/// single-precision numbers and rounded once.
 void setPageSize(DocumentNode& document, float width, float height);
 
-/// The document as plain values. With `takePaths` the paths are moved out and the nodes left empty.
+/// The document as plain values. With `takePaths` the paths are moved out, leaving the nodes empty.
 art::Document plainDocument(DocumentNode& document, bool takePaths);
 
 }  // namespace embedded

@@ -23,9 +23,9 @@ enum class HandleKind : std::uint8_t {
   filePath,
 };
 
-/// A handle is a number in the shape of a pointer: its kind and its place among the handles of that
-/// kind, counted from 1. It points nowhere, so that looking into one faults, and is never given out
-/// twice, so that one out of date is told from one in use.
+/// A handle is a number in the form of a pointer: its kind and its place among the handles of that
+/// kind, counted from 1. It points nowhere, so dereferencing it crashes, and it is never reused, so
+/// a stale handle can be told from a live one.
 struct HandleNumber {
   HandleKind kind;
   std::size_t number;
@@ -49,7 +49,7 @@ Handle toHandle(HandleKind kind, std::size_t number) {
                                static_cast<std::uint64_t>(number) << handles::kNumberShift);
 }
 
-/// Nothing for null and for what was never given out as a handle.
+/// Nothing for null and for anything that does not have the form of a handle.
 inline std::optional<HandleNumber> fromHandle(const void* handle) {
   const auto bits = std::bit_cast<std::uint64_t>(handle);
   const auto kind = static_cast<std::uint8_t>(bits >> handles::kKindShift);
@@ -61,13 +61,13 @@ inline std::optional<HandleNumber> fromHandle(const void* handle) {
   return HandleNumber{static_cast<HandleKind>(kind), static_cast<std::size_t>(number)};
 }
 
-/// Its place among the handles of `kind`, from 1; 0 when it is none of them.
+/// Its place among the handles of `kind`, from 1; 0 when it is not one of them.
 inline std::size_t numberOf(const void* handle, HandleKind kind) {
   const std::optional<HandleNumber> found = fromHandle(handle);
   return found && found->kind == kind ? found->number : 0;
 }
 
-/// "path:3"; empty for what is no handle.
+/// A handle's name, such as "path:3"; empty for anything that is not a handle.
 std::string handleName(const void* handle);
 
 }  // namespace embedded

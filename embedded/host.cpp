@@ -5,9 +5,9 @@
 #include <utility>
 
 #include "embedded/host_state.h"
-#include "embedded/library.h"
 #include "embedded/suites/registry.h"
 #include "embedded/text.h"
+#include "stylelib/library.h"
 
 namespace embedded {
 
@@ -18,7 +18,7 @@ namespace {
 // The suites are plain functions: this is how they find their host.
 HostState* active = nullptr;
 
-// Of a plug-in that misbehaves at every stroke the first sentences say enough.
+// If a plug-in misbehaves at every stroke, the first sentences say enough.
 constexpr std::size_t kMostMisuse = 100;
 
 }  // namespace
@@ -39,7 +39,7 @@ HostState::HostState(Options wanted)
       suites(makeSuites(options)),
       faultCalls(options.faults.size(), 0),
       pluginName(options.pluginName),
-      libraryPath(fromNativePath(options.libraryPath.value_or(defaultLibraryPath()))) {}
+      libraryPath(fromNativePath(options.libraryPath.value_or(stylelib::defaultLibraryPath()))) {}
 
 void HostState::misbehaves(const std::string& what) {
   if (misuse.size() < kMostMisuse) misuse.push_back("plug-in misbehaving: " + what);
@@ -50,7 +50,7 @@ void HostState::note(const std::string& text) {
 }
 
 Host::Host(Options options) {
-  if (active != nullptr) throw std::logic_error("an embedded host is active already");
+  if (active != nullptr) throw std::logic_error("an embedded host is already active");
   state_ = std::make_unique<HostState>(std::move(options));
   active = state_.get();
 }

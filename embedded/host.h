@@ -23,9 +23,9 @@ struct HostState;
 ///
 /// 1. The suites are tables of plain functions without a context, so one host at a time is active
 ///    in the process: making a second one throws std::logic_error.
-/// 2. Everything that a suite gives out (tables, strings, handles) is valid until the host goes.
-/// 3. Single-threaded, as the interface is.
-/// 4. What the plug-in does wrong is answered with a code and named: see `misuse`.
+/// 2. Whatever a suite gives out (tables, strings, handles) is valid until the host is destroyed.
+/// 3. Single-threaded, like the interface.
+/// 4. What the plug-in does wrong is answered with a code and reported: see `misuse`.
 class Host {
  public:
   explicit Host(Options options = {});
@@ -42,21 +42,21 @@ class Host {
 
   // ---- documents ----
 
-  /// A new document of one editable layer "Layer 1" on an A4 page, 595.276 by 841.89 points, its
-  /// lower left corner at the origin. It becomes the current one; the one before is closed.
+  /// A new document with one editable layer, "Layer 1", on an A4 page of 595.276 by 841.89 points
+  /// whose lower left corner is the origin. It becomes the current one; the previous one is closed.
   hostapi::AIDocumentHandle newDocument();
   bool hasDocument() const;
   /// A copy of the current document.
   art::Document document() const;
-  /// The current document, which is closed by this: its handles are unknown from now on.
+  /// Takes the current document out of the host and closes it: its handles are no longer valid.
   art::Document takeDocument();
-  /// True when the document set-up of the current document was asked for: the plug-in's builder
+  /// True when the current document's set-up was asked for, which shows that the plug-in's builder
   /// ran.
   bool builderRan() const;
 
   // ---- for the messages ----
 
-  /// A file path for a message, as native bytes, taken as it is; owned by the host.
+  /// A file path for a message, from native bytes taken unchanged; owned by the host.
   hostapi::FilePathBody makeFilePath(const std::string& native);
   void freeFilePath(hostapi::FilePathBody& path);
 
@@ -82,23 +82,24 @@ class Host {
   const Journal& journal() const;
   /// The texts of the error alerts, in order, as UTF-8.
   const std::vector<std::string>& alerts() const;
-  /// Sentences that begin "plug-in misbehaving: ", in order; of very many only the first.
+  /// What the plug-in did wrong, as sentences that begin "plug-in misbehaving: ", in order; only
+  /// the first 100 are kept.
   const std::vector<std::string>& misuse() const;
-  /// Adds one to them.
+  /// Adds a sentence to `misuse`.
   void addMisuse(const std::string& what);
-  /// What the user may want to know besides, such as a style library that was not read.
+  /// Anything else the user may want to know, such as a style library that was not read.
   const std::vector<std::string>& notes() const;
-  /// Names as misuse every suite that was acquired and not released.
+  /// Reports as misuse every suite that was acquired and not released.
   void checkSuitesReleased();
 
   /// Strings and paths that the plug-in made and did not destroy.
   std::size_t liveStrings() const;
   std::size_t livePaths() const;
-  /// Blocks of the basic suite not freed.
+  /// Blocks of the basic suite that were not freed.
   std::size_t liveBlocks() const;
   /// Uses of its own module that the plug-in acquired and did not release.
   std::size_t accessCount() const;
-  /// Acquisitions not released, over all suites.
+  /// Acquisitions that were not released, over all suites.
   std::size_t acquiredSuites() const;
 
  private:

@@ -1,4 +1,4 @@
-// What the suites work on: everything inside a host.
+// The state of a host, on which the suites work.
 #pragma once
 
 #include <cstddef>
@@ -14,17 +14,17 @@
 
 namespace embedded {
 
-/// A suite's table as it is handed out; slot n is the n-th pointer.
+/// A suite's table as the plug-in gets it; slot n is the n-th pointer.
 struct OfferedSuite {
-  hostapi::SuiteId id{};  ///< the version being the one on offer
+  hostapi::SuiteId id{};  ///< with the version that is offered
   std::vector<hostapi::ReservedSlot> slots;
-  std::size_t acquired = 0;  ///< acquisitions not released
+  std::size_t acquired = 0;  ///< acquisitions that were not released
 };
 
 /// The inside of a Unicode string.
 struct HostString {
   std::u32string text;
-  std::u16string units;  ///< what UTF_16 gave out last
+  std::u16string units;  ///< what UTF_16 last gave out
 };
 
 /// The inside of a file path.
@@ -32,7 +32,7 @@ struct HostPath {
   std::u32string text;
 };
 
-/// A slot that is not offered and was called nevertheless, as the journal names it.
+/// A slot that is not offered but was called, under the name that the journal has for it.
 struct UnofferedFunction {
   std::string name;
   Function function;
@@ -46,13 +46,13 @@ struct HostState {
   Documents documents;
   Store<HostString, HandleKind::string> strings;
   Store<HostPath, HandleKind::filePath> paths;
-  std::size_t messagePaths = 0;  ///< of the paths, those that are the host's own
+  std::size_t messagePaths = 0;  ///< how many of the paths belong to messages
   std::map<void*, std::vector<std::max_align_t>> blocks;
 
   hostapi::SPBasicSuite basic{};
   std::vector<OfferedSuite> suites;
   std::deque<UnofferedFunction> unofferedCalls;
-  std::vector<std::size_t> faultCalls;  ///< for each fault, the calls of its function so far
+  std::vector<std::size_t> faultCalls;  ///< for each fault, how often its function was called
 
   std::string pluginName;
   std::size_t accessCount = 0;
@@ -68,7 +68,7 @@ struct HostState {
   void note(const std::string& text);
 };
 
-/// The one host that is active in the process; there must be one.
+/// The host that is active in the process; throws std::logic_error when there is none.
 HostState& activeHost();
 /// Null when there is none.
 HostState* activeHostIfAny();

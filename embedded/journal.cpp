@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <bit>
 #include <utility>
+#include <zlib.h>
 
 #include "art/json_writer.h"
-#include "embedded/checksum.h"
 #include "embedded/handles.h"
 #include "hostapi/codes.h"
 
@@ -16,11 +16,15 @@ namespace {
 constexpr std::size_t kChecksumDigits = 8;
 
 std::string hexadecimal(std::uint32_t number) {
-  constexpr char digits[] = "0123456789abcdef";
+  constexpr char kDigits[] = "0123456789abcdef";
   std::string text(kChecksumDigits, '0');
   for (std::size_t i = 0; i < kChecksumDigits; ++i)
-    text[kChecksumDigits - 1 - i] = digits[number >> (4 * i) & 0xFU];
+    text[kChecksumDigits - 1 - i] = kDigits[number >> (4 * i) & 0xFU];
   return text;
+}
+
+std::uint32_t checksumOf(const void* data, std::size_t size) {
+  return static_cast<std::uint32_t>(crc32_z(0, static_cast<const Bytef*>(data), size));
 }
 
 bool endOfString(const Function& function, std::int32_t result) {
@@ -35,8 +39,9 @@ std::string FailedCall::sentence() const {
 
 // ---- recording ----
 
-void Journal::begin(const Function& function) {
+std::size_t Journal::begin(const Function& function) {
   entries_.push_back({&function, static_cast<std::uint32_t>(arguments_.size()), 0, 0, false});
+  return entries_.size() - 1;
 }
 
 void Journal::add(const char* name, Kind kind, std::uint64_t bits) {
@@ -70,8 +75,9 @@ void Journal::addArray(const char* name, const void* data, std::int64_t count, s
     return;
   }
   Array array{count, std::nullopt};
-  if (checksums_ && count >= 0)
-    array.checksum = crc32(data, static_cast<std::size_t>(count) * size);
+  if (checksums_ && count >= 0) {
+    array.checksum = checksumOf(data, static_cast<std::size_t>(count) * size);
+  }
   arrays_.push_back(array);
   add(name, Kind::array, arrays_.size() - 1);
 }
@@ -112,8 +118,9 @@ void Journal::setText(std::size_t argument, std::string text) {
   arguments_[argument].bits = texts_.size() - 1;
 }
 
-void Journal::end(std::int32_t result, bool injected, std::optional<std::size_t> path) {
-  Entry& entry = entries_.back();
+void Journal::end(std::size_t place, std::int32_t result, bool injected,
+                  std::optional<std::size_t> path) {
+  Entry& entry = entries_[place];
   entry.result = result;
   entry.injected = injected;
   entry.path = static_cast<std::uint32_t>(path.value_or(0));

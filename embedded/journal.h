@@ -1,4 +1,4 @@
-// Every call that a plug-in makes on the host's suites, in order.
+// A record of every call that a plug-in makes on the host's suites, in order.
 #pragma once
 
 #include <cstddef>
@@ -12,33 +12,33 @@
 
 namespace embedded {
 
-/// What a suite's function gives back.
+/// What a suite's function returns.
 enum class Returns { code, value, nothing };
 
-/// A function of a suite, as the journal names it. Lives as long as the program.
+/// A function of a suite, as the journal names it. Must outlive the journal.
 struct Function {
   hostapi::SuiteId suite;
   const char* name;
   Returns returns = Returns::code;
-  bool written = true;  ///< false for the string and path suites: recorded, not written out
+  bool written = true;  ///< false for the string and path suites: recorded but not written
 };
 
-/// A call that the host answered with a code.
+/// A call that the host answered with a code other than 0.
 struct FailedCall {
   std::string suite;
   std::string function;
   hostapi::AIErr code = 0;
   bool injected = false;  ///< the answer was a `Fault`, not the host's own
-  /// The path that was being made, counted from 1 within the document; none when the call was not
-  /// about a path.
+  /// The path that was being made, counted from 1 within the document; none when the call did not
+  /// concern a path.
   std::optional<std::size_t> path;
   std::size_t call = 0;  ///< its place in the journal, from 0
 
-  /// The call and its code in clear, as in: "AI Path Suite" SetPathSegmentCount answered 'SEGM'.
+  /// The call and its code in words: "AI Path Suite" SetPathSegmentCount answered 'SEGM'.
   std::string sentence() const;
 };
 
-/// The calls of one host. Recording keeps numbers only; text is made when it is asked for.
+/// The calls of one host. They are recorded as numbers and written as text only on request.
 class Journal {
  public:
   enum class Kind : std::uint8_t {
@@ -64,11 +64,11 @@ class Journal {
   ///
   /// Handles by name ("layer:1", "group:1", "path:3", null), long arrays as
   /// {"length":n,"checksum":8 hexadecimal digits of the CRC-32 of their bytes in memory}, out
-  /// parameters with the value given back, null when the call failed.
+  /// parameters as the value given back, or null when the call failed.
   std::string jsonLines(std::size_t first = 0, std::size_t last = hostapi::kNpos) const;
 
-  /// The first call from `first` on that was answered with a code; the end of a string met by
-  /// GetChar does not count.
+  /// The first call from `first` on that was answered with a code; GetChar reaching the end of a
+  /// string does not count.
   std::optional<FailedCall> firstFailure(std::size_t first = 0) const;
 
   /// How often a function was called.
@@ -76,7 +76,8 @@ class Journal {
 
   // ---- recording, for the suites ----
 
-  void begin(const Function& function);
+  /// Returns the place of the call, to be passed to `end`: other calls may come in between.
+  std::size_t begin(const Function& function);
   void addInteger(const char* name, std::int64_t value);
   void addBoolean(const char* name, bool value);
   void addReal(const char* name, float value);
@@ -85,18 +86,18 @@ class Journal {
   /// `count` elements of `size` bytes each; not read when `data` is null or `count` negative.
   void addArray(const char* name, const void* data, std::int64_t count, std::size_t size);
   void addNull(const char* name);
-  /// Takes back the argument added last, to put what came of it in its place.
+  /// Removes the argument added last, so that its final value can be added instead.
   void removeLast() { arguments_.pop_back(); }
   void beginObject(const char* name);
   void endObject();
-  /// Place of the argument added last, for `setHandle` and its like once its value is known.
+  /// Place of the argument added last, for the setters below once its value is known.
   std::size_t lastArgument() const { return arguments_.size() - 1; }
   void setInteger(std::size_t argument, std::int64_t value);
   void setBoolean(std::size_t argument, bool value);
   void setReal(std::size_t argument, float value);
   void setHandle(std::size_t argument, const void* handle);
   void setText(std::size_t argument, std::string text);
-  void end(std::int32_t result, bool injected, std::optional<std::size_t> path);
+  void end(std::size_t place, std::int32_t result, bool injected, std::optional<std::size_t> path);
 
  private:
   struct Entry {

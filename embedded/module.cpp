@@ -1,6 +1,8 @@
 #include "embedded/module.h"
 
+#include <cerrno>
 #include <filesystem>
+#include <new>
 #include <string_view>
 #include <utility>
 
@@ -10,6 +12,11 @@
 #include <windows.h>
 #else
 #include <dlfcn.h>
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+
+#include "platform/descriptor.h"
 #endif
 
 namespace embedded {
@@ -26,12 +33,13 @@ std::string nameOf(const std::string& path) {
 
 #ifdef _WIN32
 
-// The full path: then the folder of the module is searched for what it needs, and not the path.
+// With a full path, what the module needs is looked for in its own folder.
 std::wstring systemPath(const std::string& path) {
-  std::error_code error;
-  const std::filesystem::path wide(platform::nativePathToWide(path));
-  const std::filesystem::path full = std::filesystem::absolute(wide, error);
-  return error ? wide.wstring() : full.wstring();
+  return platform::nativePathToWide(platform::absoluteNativePath(path));
+}
+
+bool lacksMemory(const std::string&) {
+  return GetLastError() == ERROR_NOT_ENOUGH_MEMORY;
 }
 
 std::string lastError() {
@@ -64,14 +72,27 @@ bool inMemory(const std::string& path) {
 
 #else
 
-// A name without a folder would be looked for on the library path.
+// A name without a folder would be searched for on the library path.
 std::string systemPath(const std::string& path) {
   return path.find('/') == path.npos ? "./" + path : path;
 }
 
+// The loader hides the system's error number, and its sentence has other causes too. So try to map
+// the file, twice its size to be safe: if that does not fit into memory, neither does the module.
+bool lacksMemory(const std::string& path) {
+  const platform::Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+  struct stat found {};
+  if (!file || ::fstat(file.number(), &found) != 0 || found.st_size <= 0) return false;
+  const std::size_t size = 2 * static_cast<std::size_t>(found.st_size);
+  void* mapped = ::mmap(nullptr, size, PROT_READ, MAP_PRIVATE, file.number(), 0);
+  if (mapped == MAP_FAILED) return errno == ENOMEM;
+  ::munmap(mapped, size);
+  return false;
+}
+
 std::string lastError() {
   const char* text = dlerror();
-  return text == nullptr ? "the system gives no cause" : text;
+  return text == nullptr ? "the system gives no reason" : text;
 }
 
 void* openLibrary(const std::string& path) {
@@ -94,7 +115,7 @@ bool inMemory(const std::string& path) {
 
 #endif
 
-// The system's own sentence often begins with the path.
+// The system's sentence often begins with the path.
 std::string causeOf(const std::string& path) {
   std::string cause = lastError();
   for (const std::string& lead : {path + ": ", "./" + path + ": "})
@@ -107,12 +128,13 @@ std::string causeOf(const std::string& path) {
 std::unique_ptr<Module> Module::load(const std::string& path, std::string& error) {
   void* library = openLibrary(path);
   if (library == nullptr) {
+    if (lacksMemory(path)) throw std::bad_alloc();
     error = path + ": the plug-in module cannot be loaded: " + causeOf(path);
     return nullptr;
   }
   std::unique_ptr<Module> module(new Module);
   module->library_ = library;
-  module->path_ = path;
+  module->path_ = platform::absoluteNativePath(path);
   module->name_ = nameOf(path);
   module->entry_ = findEntry(library);
   if (module->entry_ == nullptr) {

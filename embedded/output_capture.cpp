@@ -34,7 +34,7 @@ int openNowhere() {
   return _open("NUL", _O_WRONLY);
 }
 
-// A file in the user's folder for temporary files that goes when it is closed.
+// A file in the user's temporary folder that is deleted when it is closed.
 std::FILE* temporaryFile() {
   wchar_t folder[MAX_PATH + 1];
   wchar_t name[MAX_PATH + 1];
@@ -66,10 +66,9 @@ std::FILE* temporaryFile() {
 
 #endif
 
-constexpr char kNotKept[] =
-    "what the plug-in printed could not be kept aside: no temporary file can be made\n";
+constexpr char kNotKept[] = "what the plug-in printed is lost: no temporary file can be created\n";
 
-// What the C++ streams hold back goes where it was meant to go.
+// What the streams still buffer goes where it was meant to go.
 void flushAll() {
   std::cout.flush();
   std::cerr.flush();

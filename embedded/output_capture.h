@@ -1,4 +1,4 @@
-// Keeps aside what is printed while a module works.
+// Captures what is printed while a module runs.
 #pragma once
 
 #include <cstdio>
@@ -6,7 +6,7 @@
 
 namespace embedded {
 
-/// What came out, byte for byte.
+/// What was printed, byte for byte.
 struct CapturedOutput {
   std::string standardOutput;
   std::string standardError;
@@ -15,25 +15,25 @@ struct CapturedOutput {
   CapturedOutput& operator+=(const CapturedOutput& more);
 };
 
-/// From its making until `finish` the process's standard output and standard error, as descriptors,
-/// go to temporary files; then they are as before. Where no temporary file can be had the output
-/// goes nowhere and `finish` says so in place of the standard error. Not to be nested.
+/// From construction until `finish`, the descriptors of standard output and standard error refer to
+/// temporary files; then they are restored. If no temporary file can be created, the output is lost
+/// and `finish` says so at the end of the standard error.
 class OutputCapture {
  public:
   OutputCapture();
-  /// Finishes, if that was not done.
+  /// Calls `finish` unless it was called before.
   ~OutputCapture();
   OutputCapture(const OutputCapture&) = delete;
   OutputCapture& operator=(const OutputCapture&) = delete;
 
-  /// Gives back the descriptors and what was printed. Empty the second time.
+  /// Restores the descriptors and returns what was printed; empty the second time.
   CapturedOutput finish();
 
  private:
   struct Stream {
-    std::FILE* stream = nullptr;    ///< the C library's
-    std::FILE* captured = nullptr;  ///< null: not kept
-    int saved = -1;                 ///< the descriptor's own file
+    std::FILE* stream = nullptr;    ///< of the C library
+    std::FILE* captured = nullptr;  ///< null: the output is lost
+    int saved = -1;                 ///< a duplicate of the original descriptor; -1: it was closed
   };
   static Stream redirect(std::FILE* stream);
   static std::string restore(Stream& stream);

@@ -19,7 +19,7 @@ namespace {
 constexpr std::int32_t kAtStartup = 0;
 constexpr std::int32_t kAtShutdown = 2;
 
-// Room for any message record: zeroed, larger than the largest.
+// Zeroed space for any message record, larger than the largest.
 struct alignas(std::max_align_t) MessageBlock {
   std::byte bytes[512]{};
 
@@ -30,19 +30,7 @@ struct alignas(std::max_align_t) MessageBlock {
   }
 };
 
-std::string absolutePath(const std::string& native) {
-  std::error_code error;
-#ifdef _WIN32
-  const std::filesystem::path given(platform::nativePathToWide(native));
-  const std::filesystem::path full = std::filesystem::absolute(given, error);
-  return error ? native : platform::wideToNativePath(full.wstring());
-#else
-  const std::filesystem::path full = std::filesystem::absolute(native, error);
-  return error ? native : full.native();
-#endif
-}
-
-// The old file record: a path in the system's spelling, cut to its 300 bytes.
+// The old file record: a path as the system writes it, cut to fit its 300 bytes.
 void fillFileRecord(char (&record)[300], MessageLayout layout, const std::string& file) {
   std::string text = file;
   std::ranges::replace(text, '/', '\\');
@@ -94,7 +82,7 @@ bool StepReport::allAnsweredZero() const {
                              [](const MessageAnswer& answer) { return answer.code == 0; });
 }
 
-// How far the host's lists had come when a step began.
+// How long the host's lists were when a step began.
 struct Session::Mark {
   std::size_t alerts;
   std::size_t misuse;
@@ -200,7 +188,7 @@ bool Session::sendFormatTo(StepReport& report, const char* selector, const std::
 }
 
 SPErr Session::sendFileFormat(const char* selector, const std::string& file, std::int32_t option) {
-  const std::string full = absolutePath(file);
+  const std::string full = platform::absoluteNativePath(file);
   const AIFileFormatHandle format =
       host_.formats().empty() ? nullptr : host_.formats().front().handle;
   FilePathBody path = host_.makeFilePath(full);
@@ -223,7 +211,7 @@ SPErr Session::send(const char* caller, const char* selector, void* record) {
   try {
     code = module_->entry()(caller, selector, message);
   } catch (...) {
-    host_.addMisuse(std::string("an exception left PluginMain at \"") + caller + "\" \"" +
+    host_.addMisuse(std::string("an exception left PluginMain during \"") + caller + "\" \"" +
                     selector + '"');
   }
   if (capture) output_ += capture->finish();

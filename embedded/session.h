@@ -23,64 +23,66 @@ struct MessageAnswer {
   hostapi::SPErr code = 0;
 };
 
-/// What came of a step of the session: of the start, of one file, of the end.
+/// The outcome of one step of a session: the start, one file, or the end.
 struct StepReport {
-  std::vector<MessageAnswer> messages;     ///< those sent, in order
+  std::vector<MessageAnswer> messages;     ///< those that were sent, in order
   std::vector<std::string> alerts;         ///< error alerts shown
   std::vector<std::string> misuse;         ///< "plug-in misbehaving: ..."
   std::vector<std::string> notes;          ///< such as a style library that was not read
   CapturedOutput output;                   ///< what the module printed
   std::optional<FailedCall> firstFailure;  ///< the first call that the host refused
 
-  /// The code of the last message sent with this selector; nothing when none was.
+  /// The code of the last message sent with this selector; nothing when there was none.
   std::optional<hostapi::SPErr> code(const std::string& selector) const;
   /// True when every message was answered with 0.
   bool allAnsweredZero() const;
 };
 
-/// One file. Whether the plug-in opened it is told by `builderRan` and the code of "AI Go".
+/// The outcome of one file. `builderRan` and the code of "AI Go" tell whether the plug-in opened
+/// it.
 struct Opening : StepReport {
   bool builderRan = false;  ///< the plug-in asked for the document set-up
-  art::Document document;   ///< what was drawn, also when a later call failed
-  std::string problem;      ///< why no message was sent; empty when they were
+  art::Document document;   ///< what was drawn, even if a later call failed
+  std::string problem;      ///< why no message was sent; empty when some were
 };
 
-/// Loads nothing itself: it takes a module, tells it what a host tells it, and keeps what it drew.
-/// The module has to be a fresh load where one file's kind must not reach into the next.
+/// Sends a module the messages that a host sends, and keeps what it drew. The module must be loaded
+/// afresh for each file where the kind of one file must not affect the next.
 class Session {
  public:
   explicit Session(std::unique_ptr<Module> module, Options options = {});
-  /// Ends, if that was not done.
+  /// Calls `end` unless it was called before.
   ~Session();
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;
 
-  /// "SP Access"/"Reload", "SP Interface"/"Startup" and, to the notifier registered for it, the
-  /// notice that the application has started. Stops after a start-up that did not answer 0.
+  /// Sends "SP Access"/"Reload", "SP Interface"/"Startup" and, to each notifier registered for it,
+  /// the notification that the application has started. Stops if the start-up does not answer 0.
   StepReport start();
-  /// A new document, made current, then "AI File Format"/"AI Check", "AI Get Parameters" and
-  /// "AI Go"; stops at the first that does not answer 0. `file` is native bytes; a relative one is
-  /// taken from the current directory.
+  /// Makes a new current document, then sends "AI File Format"/"AI Check", "AI Get Parameters" and
+  /// "AI Go"; stops at the first that does not answer 0. `file` is native bytes; a relative path
+  /// starts from the current folder.
   Opening open(const std::string& file);
-  /// "SP Interface"/"Shutdown" (only after a start-up that answered 0), "SP Access"/"Unload"; then
-  /// the module leaves memory. Suites not released are named as misuse.
+  /// Sends "SP Interface"/"Shutdown" (only after a start-up that answered 0) and
+  /// "SP Access"/"Unload", then unloads the module. Suites that were not released are reported as
+  /// misuse.
   StepReport end();
 
   /// True after a start-up that answered 0, until the end.
   bool started() const { return started_; }
-  /// True when the module left memory at the end.
+  /// True when the module was no longer in memory after the end.
   bool unloaded() const { return unloaded_; }
   Host& host() { return host_; }
   const Host& host() const { return host_; }
 
-  /// Sends one message and gives its answer. The record's common part is filled in and the globals
-  /// are kept afterwards; `record` may be null, then a zeroed block larger than any record is sent.
-  /// An exception that leaves the plug-in is named as misuse, the answer is then 'CANT'.
+  /// Sends one message and returns its answer. Fills in the record's common part and keeps the
+  /// globals for the next message. If `record` is null, a zeroed block larger than any record is
+  /// sent. An exception that leaves the plug-in is reported as misuse and gives 'CANT'.
   hostapi::SPErr send(const char* caller, const char* selector, void* record = nullptr);
-  /// The file-format messages one by one, with any option word, in the host's message layout.
+  /// Sends one file-format message, with any option word, in the host's message layout.
   hostapi::SPErr sendFileFormat(const char* selector, const std::string& file,
                                 std::int32_t option = hostapi::kFileFormatRead);
-  /// What was printed by messages sent since the last call of this, of `start`, `open` or `end`.
+  /// What was printed since the last call of this, of `start`, `open` or `end`.
   CapturedOutput takeOutput();
   void* globals() const { return globals_; }
 

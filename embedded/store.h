@@ -1,4 +1,4 @@
-// Things of the host that the plug-in holds by handle and gives back.
+// Objects of the host that the plug-in holds by handle and releases.
 #pragma once
 
 #include <cstddef>
@@ -10,8 +10,8 @@
 
 namespace embedded {
 
-/// Owns the things; a handle is never given out twice, so one used after its thing is gone is found
-/// out.
+/// Owns the objects. A handle is never reused, so using one after its object was removed is
+/// noticed.
 template <class Thing, HandleKind kind>
 class Store {
  public:
@@ -21,13 +21,13 @@ class Store {
     return toHandle<void*>(kind, things_.size());
   }
 
-  /// Null when the handle is null, of another kind, or of a thing that is gone.
+  /// Null when the handle is null, of another kind, or of an object that was removed.
   Thing* find(const void* handle) const {
     const std::size_t number = numberOf(handle, kind);
     return number == 0 || number > things_.size() ? nullptr : things_[number - 1].get();
   }
 
-  /// True for the handle of a thing that was removed.
+  /// True for the handle of an object that was removed.
   bool wasRemoved(const void* handle) const {
     const std::size_t number = numberOf(handle, kind);
     return number != 0 && number <= things_.size() && things_[number - 1] == nullptr;

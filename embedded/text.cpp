@@ -1,8 +1,7 @@
 #include "embedded/text.h"
 
-#include <cstdint>
-
 #include "platform/paths.h"
+#include "text/utf8.h"
 
 #ifdef _WIN32
 #include <windows.h>
@@ -12,8 +11,6 @@ namespace embedded {
 
 namespace {
 
-constexpr char32_t kReplacement = 0xFFFD;
-constexpr char32_t kLastCharacter = 0x10FFFF;
 constexpr char32_t kFirstBeyondUnit = 0x10000;
 
 bool isHigh(char32_t unit) {
@@ -30,59 +27,16 @@ char32_t joined(char32_t high, char32_t low) {
   return kFirstBeyondUnit + ((high - 0xD800) << 10U) + (low - 0xDC00);
 }
 
-// The lead byte's own bits and the bytes that have to follow; nothing for what leads no character.
-struct Lead {
-  char32_t bits;
-  std::size_t following;
-  char32_t smallest;
-};
-
-std::optional<Lead> leadOf(unsigned char byte) {
-  if (byte < 0x80) return Lead{byte, 0, 0};
-  if (byte >= 0xC2 && byte < 0xE0) return Lead{byte & 0x1FU, 1, 0x80};
-  if (byte >= 0xE0 && byte < 0xF0) return Lead{byte & 0x0FU, 2, 0x800};
-  if (byte >= 0xF0 && byte < 0xF5) return Lead{byte & 0x07U, 3, kFirstBeyondUnit};
-  return std::nullopt;
-}
-
-void appendUtf8(std::string& out, char32_t character) {
-  const auto tail = [&](unsigned shift) {
-    out += static_cast<char>(0x80U | (character >> shift & 0x3FU));
-  };
-  if (character < 0x80) {
-    out += static_cast<char>(character);
-  } else if (character < 0x800) {
-    out += static_cast<char>(0xC0U | character >> 6U);
-    tail(0);
-  } else if (character < kFirstBeyondUnit) {
-    out += static_cast<char>(0xE0U | character >> 12U);
-    tail(6);
-    tail(0);
-  } else {
-    out += static_cast<char>(0xF0U | character >> 18U);
-    tail(12);
-    tail(6);
-    tail(0);
-  }
-}
-
 }  // namespace
 
 std::optional<std::u32string> decodeUtf8(std::string_view bytes) {
   std::u32string text;
   text.reserve(bytes.size());
-  for (std::size_t i = 0; i < bytes.size();) {
-    const std::optional<Lead> lead = leadOf(static_cast<unsigned char>(bytes[i++]));
-    if (!lead || bytes.size() - i < lead->following) return std::nullopt;
-    char32_t character = lead->bits;
-    for (std::size_t k = 0; k < lead->following; ++k) {
-      const auto byte = static_cast<unsigned char>(bytes[i++]);
-      if ((byte & 0xC0U) != 0x80U) return std::nullopt;
-      character = character << 6U | (byte & 0x3FU);
-    }
-    if (character < lead->smallest || character > kLastCharacter) return std::nullopt;
-    if (isHigh(character) || isLow(character)) return std::nullopt;
-    text += character;
+  while (!bytes.empty()) {
+    const text::Utf8Character character = text::firstCharacter(bytes);
+    if (!character) return std::nullopt;
+    text += character.code;
+    bytes.remove_prefix(character.length);
   }
   return text;
 }
@@ -129,10 +83,8 @@ std::optional<std::u32string> decodeUtf16(std::u16string_view units) {
 std::string encodeUtf8(std::u32string_view text) {
   std::string out;
   out.reserve(text.size());
-  for (const char32_t character : text) {
-    const bool none = isHigh(character) || isLow(character) || character > kLastCharacter;
-    appendUtf8(out, none ? kReplacement : character);
-  }
+  for (const char32_t character : text)
+    text::appendUtf8(out, character);
   return out;
 }
 

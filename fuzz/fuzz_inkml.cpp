@@ -1,10 +1,11 @@
-// Any bytes as an ink file: reading must come to an end, the scan before it must not take the file
-// for flatter than the XML library does, and what was read must survive being written.
+// Any bytes as an ink file: reading must come to an end, the scan before it must not find less
+// nesting than the XML library does, and what was read must survive being written.
 
 #include <algorithm>
 #include <cstdint>
 #include <span>
 #include <string>
+#include <tinyxml.h>
 
 #include "fuzz/input.h"
 #include "inkml/document_serializer.h"
@@ -26,7 +27,7 @@ int depthOf(const TiXmlNode& node) {
   return deepest;
 }
 
-// The library's own load, by either rule for the encoding.
+// Compares the scan with the library's own load, under one of the two rules for the encoding.
 void checkScan(std::span<const std::uint8_t> bytes, bool utf8) {
   const Orvo::XmlEncoding encoding = utf8 ? Orvo::XmlEncoding::utf8 : Orvo::XmlEncoding::declared;
   const Orvo::FileCheck found = Orvo::checkBytes(std::string(bytes.begin(), bytes.end()), encoding);
@@ -40,7 +41,7 @@ void checkScan(std::span<const std::uint8_t> bytes, bool utf8) {
   check(!loaded || found.scan.end != Orvo::ScanEnd::failure);
 }
 
-// Trees in memory keep their texts as they are, so everything comes back but empty strokes.
+// Trees in memory keep their texts unchanged, so everything comes back except empty strokes.
 void checkWriting(Orvo::InkReading& reading) {
   TiXmlDocument xml;
   check(Orvo::DocumentSerializer(reading.document.get()).buildTree(xml, *reading.definitions));

@@ -1,11 +1,13 @@
-// Any bytes as a file that the plug-in opens in the embedded host: no crash, no misuse of the host,
-// and the plug-in gives everything back. What begins with '<' is opened as an ink document,
-// anything else as a pen recording.
+// Any bytes as a file that the plug-in opens in the embedded host: there must be no crash and no
+// misuse of the host, and the plug-in must give everything back. What begins with '<' is opened as
+// an ink document, anything else as a pen recording.
 
 #include <cstdint>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <system_error>
 
 #include "embedded/session.h"
 #include "fuzz/input.h"
@@ -16,15 +18,33 @@ namespace {
 
 using fuzz::check;
 
-// One file for the whole run, in a folder of this process.
+// A folder that this process has made and only it may enter, used as its current one; removed at
+// the end.
+class OwnFolder {
+ public:
+  OwnFolder() {
+    std::string name = (std::filesystem::temp_directory_path() / "penwick-fuzz-XXXXXX").string();
+    check(::mkdtemp(name.data()) != nullptr);
+    path_ = name;
+    std::filesystem::current_path(path_);
+  }
+  ~OwnFolder() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+  }
+  OwnFolder(const OwnFolder&) = delete;
+  OwnFolder& operator=(const OwnFolder&) = delete;
+
+  const std::filesystem::path& path() const { return path_; }
+
+ private:
+  std::filesystem::path path_;
+};
+
+// One file for the whole run.
 std::string fileNamed(const char* name) {
-  static const std::filesystem::path folder = [] {
-    const auto made = std::filesystem::temp_directory_path() / "penwick-fuzz-open";
-    std::filesystem::create_directories(made);
-    std::filesystem::current_path(made);
-    return made;
-  }();
-  return (folder / name).string();
+  static const OwnFolder folder;
+  return (folder.path() / name).string();
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
-// Any bytes as a pen recording: the parser must come to an end, and a document that is complete
-// must hold together.
+// Any bytes as a pen recording: the parser must come to an end, and what it read must be
+// consistent.
 
 #include <cstdint>
 #include <span>

@@ -1,3 +1,4 @@
+// What all fuzz targets share.
 #pragma once
 
 #include <algorithm>
@@ -10,7 +11,7 @@
 
 namespace fuzz {
 
-/// Ends the run where something does not hold; the fuzzer keeps the bytes.
+/// Ends the run if a condition does not hold; the fuzzer keeps the bytes.
 inline void check(bool holds) {
   if (!holds) std::abort();
 }
@@ -20,7 +21,7 @@ class Input {
  public:
   explicit Input(std::span<const std::uint8_t> bytes) : bytes_(bytes) {}
 
-  /// Good for as long as the input lives.
+  /// The file may be used for as long as the input lives.
   platform::File open() {
     return platform::File(fopencookie(this, "rb", {&Input::read, nullptr, &Input::seek, nullptr}));
   }

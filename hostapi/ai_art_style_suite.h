@@ -9,16 +9,18 @@ struct AIArtStyleSuite {
   static constexpr SuiteId kId{"AI Art Style Suite", 6};
 
   ReservedSlot reserved0[6];
-  /// 'STYD' when the style is not in the current document, 'STYP' when it does not suit the object;
-  /// a null style takes the style off.
+  /// Gives the object a style; a null style removes the one it has. 'STYD' when the style is not in
+  /// the current document, 'STYP' when it does not suit the object.
   AIErr (*SetArtStyle)(AIArtHandle art, AIArtStyleHandle style);
   ReservedSlot reserved7[5];
-  /// Gives the style a name in the current document's list; a style of another document is copied
-  /// in. With unique, a number is appended to a name in use; without, 'NAM2'.
+  /// Puts the style into the current document's list under a name of at most 63 characters and
+  /// gives the style that is then in the list; a style of another document is copied. If the name
+  /// is in use, a number is appended to it when `unique` is 1; otherwise the answer is 'NAM2'.
   AIErr (*AddNamedStyle)(AIArtStyleHandle style, const UnicodeStringBody* name, AIBoolean unique,
                          AIArtStyleHandle* namedStyle);
   ReservedSlot reserved13[4];
-  /// Named styles only. When there is none: an error, or 0 with a null style; which, is not known.
+  /// Gives the named style of a document, which must not be null. If there is no such style the
+  /// answer is an error, or 0 with a null style; which of the two is not known.
   AIErr (*GetArtStyleByNameFromDocument)(AIArtStyleHandle* style, const UnicodeStringBody* name,
                                          AIDocumentHandle document);
   ReservedSlot reserved18[19];

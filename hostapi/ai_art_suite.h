@@ -8,12 +8,15 @@ namespace hostapi {
 struct AIArtSuite {
   static constexpr SuiteId kId{"AI Art Suite", 16};
 
-  /// kPlaceInsideOnTop needs a group as reference; with no reference kPlaceAboveAll means on top in
-  /// the current layer. 'ART?' unknown type, 'ORD?' unknown order, 'NESS' layer locked or hidden.
+  /// Makes an object of an ArtType at an AIPaintOrder relative to `reference`; the document owns
+  /// it. kPlaceInsideOnTop needs a group as reference; with a null reference kPlaceAboveAll means
+  /// on top in the current layer. 'ART?' when the type is unknown, 'ORD?' when the order is, 'NESS'
+  /// when the layer is locked or hidden.
   AIErr (*NewArt)(std::int16_t type, std::int16_t paintOrder, AIArtHandle reference,
                   AIArtHandle* art);
   ReservedSlot reserved1[3];
-  /// Gives the layer's own group, whose children are the layer's objects; null: current layer.
+  /// Gives the layer's own group, whose children are the layer's objects. A null layer stands for
+  /// the current one.
   AIErr (*GetFirstArtOfLayer)(AILayerHandle layer, AIArtHandle* group);
   ReservedSlot reserved5[66];
 };

@@ -25,29 +25,35 @@ static_assert(sizeof(AIDocumentSetup) == 36 && offsetof(AIDocumentSetup, height)
               offsetof(AIDocumentSetup, printTiles) == 28 &&
               offsetof(AIDocumentSetup, tileFullPages) == 32);
 
+/// Gives the current document's set-up; 'DOC?' when no document is open.
 using GetDocumentSetupFunction = AIErr (*)(AIDocumentSetup* setup);
-/// Only while a document is being read.
+/// Replaces the current document's set-up. May only be called while a file format reads a document.
 using SetDocumentSetupFunction = AIErr (*)(const AIDocumentSetup* setup);
+/// Returns the version of the document's format, a small number; it is not an error code.
 using GetAIVersionFunction = std::int32_t (*)();
+/// Gives three numbers about the document's target; the plug-in calls it only to see whether they
+/// change.
 using GetDocumentTargetingFunction = AIErr (*)(std::int16_t* targetType, std::int16_t* x,
                                                std::int16_t* y);
 
-/// Version 14 and later have the set-up at 10 and 11, versions 10 and 11 had it at 13 and 14,
-/// behind three functions of the single crop box. Version 13 is taken to be like the later ones.
-/// The two tell themselves apart in slot 40, without harm while a document is open: called with the
-/// address of three numbers, the older layout's GetDocumentTargeting changes them, the newer
-/// layout's GetAIVersion leaves them alone.
+/// Version 14 and later have the set-up functions in slots 10 and 11, versions 10 and 11 had them
+/// in 13 and 14, after three functions for the single crop box. Version 13 is assumed to be like
+/// the later ones. While a document is open, slot 40 can be called without harm to tell the two
+/// apart: given the addresses of three numbers, the older layout's GetDocumentTargeting changes
+/// them, the newer layout's GetAIVersion leaves them alone.
 struct AIDocumentSuite {
   static constexpr SuiteId kId{"AI Document Suite", 13};
 
   ReservedSlot reserved0[3];
-  /// Relative to the artboard's lower left corner.
+  /// Puts the rulers' origin at a position, in points from the artboard's lower left corner.
   AIErr (*SetDocumentRulerOrigin)(const AIRealPoint* origin);
   ReservedSlot reserved4[6];
+  /// This and the next one: newer layout only.
   GetDocumentSetupFunction GetDocumentSetup;
   SetDocumentSetupFunction SetDocumentSetup;
   ReservedSlot reserved12;
-  GetDocumentSetupFunction OlderGetDocumentSetup;  ///< this and the next: the older layout only
+  /// This and the next one: older layout only.
+  GetDocumentSetupFunction OlderGetDocumentSetup;
   SetDocumentSetupFunction OlderSetDocumentSetup;
   ReservedSlot reserved15[25];
   union {

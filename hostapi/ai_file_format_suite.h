@@ -5,9 +5,9 @@
 
 namespace hostapi {
 
-/// How a format shows itself, in the Windows form. The host copies every text during the call.
+/// How a format is presented, in the Windows form. The host copies every text during the call.
 struct PlatformAddFileFormatData {
-  std::int32_t type;     ///< file type code, not used on Windows: 0
+  std::int32_t type;     ///< file type code, unused on Windows: 0
   unsigned char* title;  ///< the host's own text for it is length-prefixed: see AddFileFormat
   std::int32_t titleOrder;
   char* extension;  ///< comma-separated, without dots; at most 31 characters, 5 for each
@@ -20,9 +20,10 @@ static_assert(sizeof(PlatformAddFileFormatData) == 32 &&
 struct AIFileFormatSuite {
   static constexpr SuiteId kId{"AI File Format Suite", 12};
 
-  /// The name is unique and not shown. A host that reads the title as length-prefixed takes a
-  /// leading blank for the length 32, so the title's buffer has to be readable and zero-filled for
-  /// 33 bytes at least.
+  /// Registers a format, once, at "Startup". `options` are option bits such as kFileFormatRead;
+  /// `extendedOptions` is 0. The name must be unique ('NAM2' if it is in use) and is not shown. A
+  /// host that reads the title as length-prefixed takes a leading blank for the length 32, so the
+  /// title's buffer must be readable and zero-filled for at least 33 bytes.
   AIErr (*AddFileFormat)(SPPluginRef self, const char* name, const PlatformAddFileFormatData* data,
                          std::int32_t options, AIFileFormatHandle* format,
                          std::int32_t extendedOptions);

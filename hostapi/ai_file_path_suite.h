@@ -8,16 +8,22 @@ namespace hostapi {
 struct AIFilePathSuite {
   static constexpr SuiteId kId{"AI File Path Suite", 3};
 
+  /// Makes an empty path, which the caller deletes.
   AIErr (*NewFilePath)(FilePathBody* path);
-  /// Frees the inside; the path is empty afterwards.
+  /// Frees the inside; the path is empty afterwards. Not for the path in a message, which belongs
+  /// to the host.
   AIErr (*DeleteFilePath)(FilePathBody* path);
+  /// Replaces what the destination holds with a copy of the source.
   AIErr (*Copy)(const FilePathBody* source, FilePathBody* destination);
   ReservedSlot reserved3[12];
+  /// Replaces what the path holds with the system path `text`, with its short names expanded when
+  /// expandShortNames is 1.
   AIErr (*Set)(const UnicodeStringBody* text, AIBool8 expandShortNames, FilePathBody* path);
   ReservedSlot reserved16[3];
-  /// Without the dot.
+  /// Gives the extension without its dot, empty when there is none. The caller destroys the string.
   AIErr (*GetFileExtension)(const FilePathBody* path, UnicodeStringBody* extension);
-  /// With displayName false: the system's path, with its drive and separators.
+  /// Gives the path as the system writes it, with drive and separators, when displayName is 0;
+  /// otherwise as the user reads it. The caller destroys the string.
   AIErr (*GetFullPath)(const FilePathBody* path, AIBool8 displayName, UnicodeStringBody* text);
   ReservedSlot reserved21[8];
 };

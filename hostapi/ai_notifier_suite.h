@@ -8,7 +8,8 @@ namespace hostapi {
 struct AINotifierSuite {
   static constexpr SuiteId kId{"AI Notifier Suite", 3};
 
-  /// Subscribes to the notifications of a type; the host copies both texts. notifier may be null.
+  /// Subscribes to the notifications of `type`, such as kApplicationStarted, which then arrive as
+  /// messages until the plug-in shuts down. `notifier` may be null.
   AIErr (*AddNotifier)(SPPluginRef self, const char* name, const char* type,
                        AINotifierHandle* notifier);
   ReservedSlot reserved1[8];

@@ -9,9 +9,9 @@ struct AIPathStyleSuite {
   static constexpr SuiteId kId{"AI Path Style Suite", 12};
 
   ReservedSlot reserved0[4];
-  /// Opens the file unseen and gives a document that holds its styles, '!Imp' when it cannot. What
-  /// it leaves in document on failure is not known: set it to null before. Nobody closes the
-  /// document.
+  /// Opens the file without showing it and gives a document that holds its styles; '!Imp' when that
+  /// fails. The host may send the plug-in messages meanwhile. The document is never closed: it
+  /// stays in memory until the host quits.
   AIErr (*ImportStyles)(const FilePathBody* file, AIDocumentHandle* document);
   ReservedSlot reserved5[22];
 };

@@ -18,12 +18,15 @@ struct AIPathSuite {
   static constexpr SuiteId kId{"AI Path Suite", 10};
 
   ReservedSlot reserved0;
-  /// Grows or cuts; 'SEGM' for more than the host takes.
+  /// Adds empty segments at the path's end or removes some there; 'SEGM' for more than the host
+  /// allows.
   AIErr (*SetPathSegmentCount)(AIArtHandle path, std::int16_t count);
   ReservedSlot reserved2;
+  /// Sets `count` segments from index `first` on, counted from 0; they must exist already.
   AIErr (*SetPathSegments)(AIArtHandle path, std::int16_t first, std::int16_t count,
                            const AIPathSegment* segments);
   ReservedSlot reserved4[3];
+  /// Joins the path's end to its beginning with 1, leaves it open with 0.
   AIErr (*SetPathClosed)(AIArtHandle path, AIBoolean closed);
   ReservedSlot reserved8[20];
 };

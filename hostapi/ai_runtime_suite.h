@@ -9,7 +9,9 @@ struct AIRuntimeSuite {
   static constexpr SuiteId kId{"AI Runtime Suite", 11};
 
   ReservedSlot reserved0[11];
-  std::int32_t (*GetAppMajorVersion)();  ///< the value itself: 16
+  /// Returns the host's release, 16; it is not an error code.
+  std::int32_t (*GetAppMajorVersion)();
+  /// Returns the release's second number; it is not an error code.
   std::int32_t (*GetAppMinorVersion)();
   ReservedSlot reserved13[11];
 };

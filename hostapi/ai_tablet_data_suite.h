@@ -15,7 +15,8 @@ struct AITabletDataSuite {
   static constexpr SuiteId kId{"AI TabletData Suite", 2};
 
   ReservedSlot reserved0;
-  /// The host copies the profiles. '!spc' when there is no room for them.
+  /// Attaches `count` profiles of one type to a path, in the order of their offsets, replacing any
+  /// of that type; '!spc' when there is no room for them.
   AIErr (*SetTabletData)(AIArtHandle path, const AITabletProfile* profiles, std::int32_t count,
                          AITabletDataType type);
   ReservedSlot reserved2[5];

@@ -9,7 +9,8 @@ struct AIUserSuite {
   static constexpr SuiteId kId{"AI User Suite", 10};
 
   ReservedSlot reserved0[43];
-  /// Shows the text. Whatever stands in this slot in release 16 is an alert with one text.
+  /// Shows the text and returns when the user has closed the alert; has no result. Whichever alert
+  /// release 16 has in this slot, it takes one text.
   void (*ErrorAlert)(const UnicodeStringBody* text);
   ReservedSlot reserved44[9];
 };

@@ -33,7 +33,8 @@ inline constexpr AIErr kTooManySegmentsErr = fourCC("SEGM");
 inline constexpr AIErr kNoTabletSpaceErr = fourCC("!spc");
 inline constexpr AIErr kSuiteNotFoundErr = fourCC("S!Fd");
 inline constexpr AIErr kUnknownFormatErr = fourCC("FMT?");
-/// The Unicode String suite's own.
+inline constexpr AIErr kCancelledErr = fourCC("STOP");
+// Specific to the Unicode String suite.
 inline constexpr AIErr kStringIndexErr = fourCC("US!I");      ///< index past the end
 inline constexpr AIErr kStringLengthErr = fourCC("US#L");     ///< length not allowed
 inline constexpr AIErr kStringMalformedErr = fourCC("US!F");  ///< malformed text

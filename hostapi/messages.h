@@ -16,7 +16,7 @@ inline constexpr std::int32_t kSPCheck = 0x5350436B;  ///< 'SPCk'
 struct SPMessageData {
   std::int32_t SPCheck;  ///< kSPCheck when valid
   SPPluginRef self;      ///< the plug-in's own reference
-  void* globals;         ///< the plug-in's; the host keeps it from one call to the next
+  void* globals;         ///< the plug-in's own; the host keeps it from one message to the next
   const SPBasicSuite* basic;
 };
 static_assert(sizeof(SPMessageData) == 32 && offsetof(SPMessageData, self) == 8 &&
@@ -53,7 +53,7 @@ struct AIFileFormatMessage {
   std::int32_t option;  ///< option bits: kFileFormatRead, ...
   void* extendedData;
   void* actionParm;
-  FilePathBody filePath;  ///< the host's own: copy it, never destroy it
+  FilePathBody filePath;  ///< belongs to the host: copy it, never destroy it
   std::int32_t operationOptions;
   void* rangeHandle;
 };
@@ -66,10 +66,9 @@ static_assert(sizeof(AIFileFormatMessage) == 88 &&
               offsetof(AIFileFormatMessage, operationOptions) == 72 &&
               offsetof(AIFileFormatMessage, rangeHandle) == 80);
 
-/// The same record as release 13 had it, with a file record of 300 bytes in its middle.
-/// Which of the two a host uses shows in the bytes at 40 and 41: a letter and ':' or two
-/// backslashes there are the beginning of a file record, anything else is a small option
-/// number.
+/// The same record as release 13 had it, with a file record of 300 bytes in the middle. The bytes
+/// at 40 and 41 show which of the two a host uses: a letter and ':' or two backslashes begin a file
+/// record, anything else is a small option number.
 struct AIFileFormatMessageWithFileRecord {
   SPMessageData d;
   AIFileFormatHandle fileFormat;

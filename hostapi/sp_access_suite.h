@@ -8,8 +8,9 @@ namespace hostapi {
 struct SPAccessSuite {
   static constexpr SuiteId kId{"SP Access Suite", 3};
 
-  /// Counts one more use of the plug-in's module, which stays in memory until it is given back.
+  /// Counts one more use of the plug-in's module, which stays in memory until `access` is released.
   SPErr (*AcquirePlugin)(SPPluginRef plugin, SPAccessRef* access);
+  /// Releases one use; `access` must not be used afterwards.
   SPErr (*ReleasePlugin)(SPAccessRef access);
   ReservedSlot reserved2[10];
 };

@@ -9,7 +9,8 @@ struct SPPluginsSuite {
   static constexpr SuiteId kId{"SP Plug-ins Suite", 4};
 
   ReservedSlot reserved0[22];
-  /// The text belongs to the host; it comes from the module's property list until it is set.
+  /// Gives the plug-in's name as zero-terminated text, which belongs to the host: copy it. Unless
+  /// it was changed, it is the one in the module's property list. May give null.
   SPErr (*GetPluginName)(SPPluginRef plugin, const char** name);
   ReservedSlot reserved23[5];
 };

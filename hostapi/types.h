@@ -1,11 +1,21 @@
 // The basic types of the host's binary interface, release 16, 64-bit.
 //
-// The interface packs naturally, calls plain C functions and passes every reference as a pointer;
-// the widths below are those of the 64-bit Windows host, so nothing here is a `long`.
+// Structures have natural alignment, functions are plain C functions, and references are passed as
+// pointers. The widths below are those of the 64-bit Windows host, so nothing here is a `long`.
+//
+// What holds for every function of every suite, unless its own comment says otherwise:
+// - It is called on the host's main thread, while the plug-in handles a message. The suites whose
+//   names begin with "SP " work in every message, the others from "Startup" to "Shutdown".
+// - A result of type AIErr or SPErr is 0 on success. What a failed call leaves in its out
+//   parameters is not known: initialise them.
+// - Handles belong to the host and stay valid until the object or its document is deleted.
+// - The host copies the texts, points and records that it is given before the call returns.
+// - No exception crosses the interface in either direction.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
+#include <type_traits>
 
 namespace hostapi {
 
@@ -52,7 +62,15 @@ using AINotifierHandle = struct NotifierOpaque*;
 using SPPluginRef = struct SPPlugin*;
 using SPAccessRef = struct SPAccess*;
 
-/// The bodies of a Unicode string and of a file path as they cross the border: one pointer, null
+/// One of the handles above.
+template <class T>
+concept Handle = std::is_same_v<T, AIArtHandle> || std::is_same_v<T, AILayerHandle> ||
+    std::is_same_v<T, AIDocumentHandle> || std::is_same_v<T, AIArtStyleHandle> ||
+    std::is_same_v<T, AIArtSet> || std::is_same_v<T, AIFileFormatHandle> ||
+    std::is_same_v<T, AINotifierHandle> || std::is_same_v<T, SPPluginRef> ||
+    std::is_same_v<T, SPAccessRef>;
+
+/// The bodies of a Unicode string and of a file path as the interface has them: one pointer, null
 /// when empty, to an inside that the host allocates, owns and frees. Always passed by address.
 struct UnicodeStringBody {
   void* inside = nullptr;
@@ -102,13 +120,13 @@ inline constexpr std::int32_t kFileFormatRead = 1 << 0;
 
 // ---- suites ----
 
-/// The two things by which a suite is asked for; names are exact, case counts.
+/// What identifies a suite: an exact, case-sensitive name and a version.
 struct SuiteId {
   const char* name;
   std::int32_t version;
 };
 
-/// A slot of a suite that nobody here calls.
+/// A slot of a suite that the plug-in does not call.
 using ReservedSlot = void (*)();
 
 }  // namespace hostapi

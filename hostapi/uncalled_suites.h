@@ -1,4 +1,4 @@
-// The suites that a plug-in of the standard frame acquires and never calls.
+// The suites that a plug-in built on the standard frame acquires but never calls.
 #pragma once
 
 #include "hostapi/types.h"
@@ -16,7 +16,7 @@ inline constexpr SuiteId kDocumentListSuite{"AI Document List Suite", 7};
 inline constexpr SuiteId kRealBezierSuite{"AI Real Bezier Suite", 3};
 inline constexpr SuiteId kShapeConstructionSuite{"AI Shape Construction Suite", 5};
 
-/// The text engine's, in the order of the frame's list.
+/// The text engine's suites, in the order of the frame's list.
 inline constexpr SuiteId kTextEngineSuites[] = {
     {"ATE ApplicationPaint Suite", 1},
     {"ATE CompFont Suite", 1},

@@ -1,5 +1,7 @@
 #include "inkml/annotations.h"
 
+#include <tinyxml.h>
+
 #include "inkml/xml_helpers.h"
 
 namespace Orvo {

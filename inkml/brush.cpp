@@ -1,6 +1,10 @@
 #include "inkml/brush.h"
 
+#include <string_view>
+#include <tinyxml.h>
+
 #include "inkml/xml_helpers.h"
+#include "inkml/xpath.h"
 
 namespace Orvo {
 namespace {
@@ -9,11 +13,11 @@ const char* flagText(bool flag) {
   return flag ? "True" : "False";
 }
 
-std::uint32_t readNumber(const TiXmlNode* properties, const std::string& name) {
+std::uint32_t readNumber(const TiXmlNode* properties, std::string_view name) {
   return static_cast<std::uint32_t>(toInteger(childText(properties, name)));
 }
 
-bool readFlag(const TiXmlNode* properties, const std::string& name) {
+bool readFlag(const TiXmlNode* properties, std::string_view name) {
   const std::string text = childText(properties, name);
   return text == "True" || text == "true";
 }
@@ -23,7 +27,7 @@ bool readFlag(const TiXmlNode* properties, const std::string& name) {
 bool Brush::write(TiXmlNode& parent) const {
   TiXmlElement& element = appendOwnElement(*this, parent);
   element.SetAttribute("id", id);
-  TiXmlElement& properties = linkChild(element, std::make_unique<TiXmlElement>("annotationXML"));
+  TiXmlElement& properties = appendElement(element, "annotationXML");
   appendTextElement(properties, "color", color.value);
   appendTextElement(properties, "width", toDecimalString(width.value));
   appendTextElement(properties, "height", toDecimalString(height.value));

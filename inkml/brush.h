@@ -1,3 +1,4 @@
+// How the strokes of an ink document are to be drawn.
 #pragma once
 
 #include <cstdint>
@@ -8,15 +9,15 @@
 
 namespace Orvo {
 
-/// How traces are to be drawn, element "brush". Two flags cross on the way through a file, which is
-/// part of the format: both "antialiased" and "ignorePressure" are written from `ignorePressure`,
-/// and "ignorePressure" is read into `antialiased`.
+/// How traces are to be drawn, element "brush". Two flags are crossed in a file, which is part of
+/// the format: both "antialiased" and "ignorePressure" are written from `ignorePressure`, and
+/// "ignorePressure" is read into `antialiased`.
 class Brush : public IXmlSerializable {
  public:
   Brush() : IXmlSerializable("brush") {}
 
-  /// The properties go as text elements into a child "annotationXML". Numbers above 2147483647 are
-  /// written negative.
+  /// The properties become text elements in a child "annotationXML". Numbers above 2147483647 are
+  /// written as negative ones.
   bool write(TiXmlNode& parent) const override;
 
   /// False without the attribute "id" or without a child node whose value is "annotationXML". A

@@ -1,5 +1,7 @@
 #include "inkml/channel.h"
 
+#include <tinyxml.h>
+
 #include "inkml/xml_helpers.h"
 
 namespace Orvo {
@@ -20,8 +22,8 @@ bool Channel::read(const TiXmlNode* element) {
 
   const char* typeText = findAttribute(element, "type");
   if (typeText == nullptr) return false;
-  for (std::size_t i = 0; i < typeNames.size(); ++i) {
-    if (typeText == typeNames[i]) type.value = static_cast<Type>(i);
+  for (std::size_t i = 0; i < kTypeNames.size(); ++i) {
+    if (typeText == kTypeNames[i]) type.value = static_cast<Type>(i);
   }
 
   const char* minText = findAttribute(element, "min");

@@ -1,3 +1,4 @@
+// A channel of a trace format.
 #pragma once
 
 #include <array>
@@ -15,17 +16,17 @@ class Channel : public IXmlSerializable {
  public:
   enum Type { INTEGER, DECIMAL, BOOLEAN };
 
-  /// How the types are spelled in a file, by their index.
-  static constexpr std::array<std::string_view, 3> typeNames{"INTEGER", "DECIMAL", "BOOLEAN"};
+  /// How the types are spelled in a file, in the order of `Type`.
+  static constexpr std::array<std::string_view, 3> kTypeNames{"INTEGER", "DECIMAL", "BOOLEAN"};
 
   Channel() : IXmlSerializable("channel") {}
 
   /// Writes "name", "min", "max" and "units"; never the type.
   bool write(TiXmlNode& parent) const override;
 
-  /// Reads "name", "type", "min", "max" and "units" in this order; false at the first that is
-  /// missing, and what came before it is kept. A type that is not spelled as in `typeNames` leaves
-  /// the type as it was.
+  /// Reads "name", "type", "min", "max" and "units" in this order; false at the first one that is
+  /// missing, and what was read before it is kept. A type that is not one of `kTypeNames` leaves
+  /// `type` as it was.
   bool read(const TiXmlNode* element) override;
 
   Property<std::string> name{"none"};

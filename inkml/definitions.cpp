@@ -1,8 +1,9 @@
 #include "inkml/definitions.h"
 
+#include <map>
 #include <optional>
 #include <string_view>
-#include <unordered_map>
+#include <tinyxml.h>
 
 #include "inkml/xml_helpers.h"
 #include "inkml/xpath.h"
@@ -10,9 +11,9 @@
 namespace Orvo {
 namespace {
 
-// The first element of each id. A search through the list for every context would take a day where
-// a file has a hundred thousand of both.
-template <typename T>
+// The first element with each id. Searching the list for every context would take a day when a file
+// has a hundred thousand of both, and so would a hash table whose ids were made to collide.
+template <class T>
 class ById {
  public:
   explicit ById(std::list<T>& list) {
@@ -26,10 +27,10 @@ class ById {
   }
 
  private:
-  std::unordered_map<std::string_view, T*> first_;
+  std::map<std::string_view, T*> first_;
 };
 
-// The id in a reference "#id"; empty for no reference, nothing for one of another form.
+// The id in a reference "#id"; empty without a reference, nothing for one in another form.
 std::optional<std::string_view> referredId(const TiXmlElement& element, const char* attribute) {
   const char* reference = findAttribute(&element, attribute);
   if (reference == nullptr) return "";
@@ -38,7 +39,7 @@ std::optional<std::string_view> referredId(const TiXmlElement& element, const ch
 }
 
 void writeContext(const InkContext& context, TiXmlElement& parent) {
-  TiXmlElement& element = linkChild(parent, std::make_unique<TiXmlElement>("context"));
+  TiXmlElement& element = appendElement(parent, "context");
   if (!context.id.empty()) element.SetAttribute("id", context.id);
   if (context.brush.value != nullptr) {
     element.SetAttribute("brushRef", "#" + context.brush.value->id);
@@ -68,10 +69,10 @@ bool InkMLDefinitions::read(const TiXmlNode* element) {
 }
 
 void InkMLDefinitions::readTraceFormats(const TiXmlNode* element) {
-  // The channels that a format reads and drops are those beside it, the same ones for all: they are
-  // read with the first format only, or many formats would read them again and again.
+  // The channels that a format reads and drops are those beside it, the same for all formats. They
+  // are read with the first one only; otherwise reading many formats would take quadratic time.
   bool first = true;
-  for (const TiXmlElement* selected : selectElements(element, "traceFormat")) {
+  for (const TiXmlElement* selected : childElements(element, "traceFormat")) {
     TraceFormat format;
     const bool good = first ? format.read(selected) : format.readId(selected);
     first = false;
@@ -80,7 +81,7 @@ void InkMLDefinitions::readTraceFormats(const TiXmlNode* element) {
 }
 
 void InkMLDefinitions::readBrushes(const TiXmlNode* element) {
-  for (const TiXmlElement* selected : selectElements(element, "brush")) {
+  for (const TiXmlElement* selected : childElements(element, "brush")) {
     Brush brush;
     if (brush.read(selected)) brushes.push_back(brush);
   }
@@ -89,7 +90,7 @@ void InkMLDefinitions::readBrushes(const TiXmlNode* element) {
 bool InkMLDefinitions::readContexts(const TiXmlNode* element) {
   const ById<Brush> brushOf(brushes);
   const ById<TraceFormat> formatOf(traceFormats);
-  for (const TiXmlElement* selected : selectElements(element, "context")) {
+  for (const TiXmlElement* selected : childElements(element, "context")) {
     const char* id = findAttribute(selected, "id");
     const auto brushId = referredId(*selected, "brushRef");
     const auto formatId = referredId(*selected, "traceFormatRef");

@@ -1,3 +1,4 @@
+// The definitions of an ink document: trace formats, brushes and contexts.
 #pragma once
 
 #include <list>
@@ -8,8 +9,8 @@
 
 namespace Orvo {
 
-/// Binds a brush to a trace format. It owns neither; both are elements of the same definitions, or
-/// null.
+/// Binds a brush to a trace format. It owns neither: each belongs to the same definitions as the
+/// context, or is null.
 struct InkContext {
   Property<TraceFormat*> traceFormat;
   Property<Brush*> brush;
@@ -17,7 +18,7 @@ struct InkContext {
 };
 
 /// What an ink document declares before its traces, element "definitions". A brush or format must
-/// stay as long as a context refers to it.
+/// not be removed while a context refers to it.
 class InkMLDefinitions : public IXmlSerializable {
  public:
   InkMLDefinitions() : IXmlSerializable("definitions") {}
@@ -27,10 +28,11 @@ class InkMLDefinitions : public IXmlSerializable {
   /// Writes all formats, then all brushes, then all contexts.
   bool write(TiXmlNode& parent) const override;
 
-  /// Adds the formats and brushes that can be read and skips the others; then the contexts, up to
-  /// the first that fails: one without "id", with a reference that does not begin with "#", or
-  /// whose brush or format is not found (the first of its id counts, an absent reference asks for
-  /// the empty id). That fails the whole read; what was added stays. A null element adds nothing.
+  /// Adds the formats and brushes that can be read, and skips the others. Then adds the contexts,
+  /// up to the first that fails: one without "id", with a reference that does not begin with "#",
+  /// or whose brush or format does not exist. (Of several with one id the first is taken; a missing
+  /// reference stands for the empty id.) A context that fails makes the result false, but what was
+  /// added stays. A null element adds nothing.
   bool read(const TiXmlNode* element) override;
 
   std::list<Brush> brushes;

@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <memory>
 #include <mutex>
+#include <tinyxml.h>
 
 #include "inkml/annotations.h"
 #include "inkml/file_check.h"
@@ -20,23 +21,24 @@ bool isRefused(std::FILE* file, XmlEncoding encoding) {
 
 }  // namespace
 
-// The serializer of one layer, known to the document serializer while it lives.
+// The serializer of one layer, which the document serializer can cancel while it exists.
 class DocumentSerializer::CurrentLayer {
  public:
-  CurrentLayer(DocumentSerializer& owner, Layer& layer)
-      : owner_(owner), serializer_(std::make_unique<LayerSerializer>("tracegroup", &layer, 0)) {
+  CurrentLayer(DocumentSerializer& owner, Layer& layer, std::uint32_t index)
+      : owner_(owner), serializer_(std::make_unique<LayerSerializer>("tracegroup", &layer, index)) {
     const std::lock_guard guard(owner_.layerChange_);
     owner_.currentLayerSerializer = serializer_.get();
-    owner_.readingLayer_ = true;
+    owner_.hasCurrentLayer_ = true;
   }
   ~CurrentLayer() {
     const std::lock_guard guard(owner_.layerChange_);
-    owner_.readingLayer_ = false;
+    owner_.hasCurrentLayer_ = false;
   }
   CurrentLayer(const CurrentLayer&) = delete;
   CurrentLayer& operator=(const CurrentLayer&) = delete;
 
   bool read(const TiXmlElement& element) { return serializer_->read(&element); }
+  bool write(TiXmlNode& parent) const { return serializer_->write(parent); }
 
  private:
   DocumentSerializer& owner_;
@@ -49,7 +51,7 @@ bool DocumentSerializer::write(const wchar_t* path, IXmlSerializable& definition
   const platform::File file = platform::openFile(path, "w");
   if (!file) return false;
   xml.SaveFile(file.get());
-  // What the buffer still holds is an error of the stream only when it is written.
+  // An error with what is still in the buffer shows only once that is written.
   std::fflush(file.get());
   return std::ferror(file.get()) == 0;
 }
@@ -85,16 +87,16 @@ bool DocumentSerializer::read(TiXmlDocument& xml, IXmlSerializable& definitions)
 }
 
 bool DocumentSerializer::readLayers(const TiXmlNode& ink) {
-  for (const TiXmlElement* group : selectElements(&ink, "tracegroup")) {
+  for (const TiXmlElement* group : childElements(&ink, "tracegroup")) {
     if (aborted) return false;
     Layer layer;
-    if (CurrentLayer(*this, layer).read(*group)) document->append(layer);
+    if (CurrentLayer(*this, layer, 0).read(*group)) document->append(layer);
   }
   return true;
 }
 
 bool DocumentSerializer::readAnnotations(const TiXmlNode& ink) {
-  for (const TiXmlElement* annotation : selectElements(&ink, "annotation")) {
+  for (const TiXmlElement* annotation : childElements(&ink, "annotation")) {
     if (aborted) return false;
     readAnnotation(*annotation, document->annotations());
   }
@@ -103,12 +105,12 @@ bool DocumentSerializer::readAnnotations(const TiXmlNode& ink) {
 
 bool DocumentSerializer::buildTree(TiXmlDocument& xml, IXmlSerializable& definitions) {
   linkChild(xml, std::make_unique<TiXmlDeclaration>("1.0", "", ""));
-  TiXmlElement& ink = linkChild(xml, std::make_unique<TiXmlElement>("ink"));
+  TiXmlElement& ink = appendElement(xml, "ink");
   definitions.write(ink);
   writeAnnotations(document->annotations(), ink);
   std::uint32_t index = 0;
   for (Layer& layer : *document) {
-    if (!LayerSerializer("tracegroup", &layer, index++).write(ink)) return false;
+    if (!CurrentLayer(*this, layer, index++).write(ink)) return false;
   }
   return true;
 }
@@ -116,7 +118,7 @@ bool DocumentSerializer::buildTree(TiXmlDocument& xml, IXmlSerializable& definit
 void DocumentSerializer::cancel() {
   aborted = true;
   const std::lock_guard guard(layerChange_);
-  if (readingLayer_) currentLayerSerializer->aborted = true;
+  if (hasCurrentLayer_) currentLayerSerializer->aborted = true;
 }
 
 }  // namespace Orvo

@@ -10,7 +10,7 @@
 namespace Orvo {
 namespace {
 
-// The size of a file that can be positioned; it is at its start afterwards.
+// The size of a file that can be positioned, which is at its start afterwards.
 std::optional<std::int64_t> sizeOf(std::FILE* file) {
   if (!platform::seekToEnd(file)) return std::nullopt;
   const std::int64_t size = platform::tell(file);
@@ -18,7 +18,7 @@ std::optional<std::int64_t> sizeOf(std::FILE* file) {
   return size;
 }
 
-// A folder opens on some systems and is then of an endless size; only reading fails.
+// On some systems a folder can be opened and has an endless size: only reading fails.
 bool firstByteCanBeRead(std::FILE* file) {
   platform::readByte(file);
   const bool good = std::ferror(file) == 0;
@@ -31,7 +31,7 @@ bool readAll(std::FILE* file, std::string& bytes) {
   return platform::seekTo(file, 0) && good;
 }
 
-// How many bytes must follow a byte in UTF-8.
+// How many bytes must follow this one in UTF-8.
 std::size_t followers(char c) {
   const auto byte = static_cast<unsigned char>(c);
   if (byte < 0xC2 || byte > 0xF4) return 0;
@@ -54,7 +54,7 @@ bool endsInsideCharacter(std::string_view bytes) {
   return false;
 }
 
-// CR LF and CR become LF, as the library has it. Nothing changes behind the first NUL.
+// CR LF and CR become LF, as in the library. After the first NUL nothing changes.
 void unifyLineEnds(std::string& text) {
   const std::size_t first = std::string_view(text.c_str()).find('\r');
   if (first == std::string_view::npos) return;
@@ -87,7 +87,7 @@ FileCheck checkFile(std::FILE* file, XmlEncoding encoding) {
     check.refusal = FileRefusal::unreadable;
     return check;
   }
-  if (*size >= firstTooLarge) {
+  if (*size >= kFirstTooLarge) {
     check.refusal = FileRefusal::tooLarge;
     check.size = *size;
     return check;
@@ -107,11 +107,14 @@ FileCheck checkBytes(std::string bytes, XmlEncoding encoding) {
   const bool cut = endsInsideCharacter(bytes);
   check.text = std::move(bytes);
   unifyLineEnds(check.text);
-  check.scan = scanFile(check.text, encoding, deepestNesting);
+  check.scan =
+      scanFile(check.text, encoding, {.depth = kDeepestNesting, .attributes = kMostAttributes});
   if (cut || check.scan.end == ScanEnd::overrun) {
     check.refusal = FileRefusal::cutCharacter;
   } else if (check.scan.end == ScanEnd::tooDeep) {
     check.refusal = FileRefusal::tooDeep;
+  } else if (check.scan.end == ScanEnd::tooManyAttributes) {
+    check.refusal = FileRefusal::tooManyAttributes;
   }
   return check;
 }

@@ -1,3 +1,4 @@
+// Keeps files away from the XML library that it would not survive.
 #pragma once
 
 #include <cstdint>
@@ -12,26 +13,29 @@ namespace Orvo {
 enum class FileRefusal {
   none,
   unreadable,  ///< A folder, a pipe, or a device that fails.
-  tooLarge,    ///< 2 GiB and more: the library counts in 32 bits.
-  tooDeep,  ///< Elements nested deeper than `deepestNesting`: the library would use up the stack.
-  cutCharacter,  ///< It ends inside a UTF-8 character: the library would read past its buffer.
+  tooLarge,    ///< 2 GiB or more: the library counts in 32 bits.
+  tooDeep,  ///< Elements nested deeper than `kDeepestNesting`: the library would use up the stack.
+  tooManyAttributes,  ///< More than `kMostAttributes` on an element: the library compares each with
+                      ///< all before it, and 120,000 of them would take it a minute.
+  cutCharacter,       ///< It ends inside a UTF-8 character: the library would read past its buffer.
 };
 
-inline constexpr int deepestNesting = 500;  ///< The documents of this format nest five deep.
-inline constexpr std::int64_t firstTooLarge = std::int64_t{1} << 31;  ///< In bytes.
+inline constexpr int kDeepestNesting = 500;     ///< The documents of this format nest five deep.
+inline constexpr int kMostAttributes = 10'000;  ///< Those of this format have five at most.
+inline constexpr std::int64_t kFirstTooLarge = std::int64_t{1} << 31;  ///< In bytes.
 
 struct FileCheck {
   FileRefusal refusal = FileRefusal::none;
-  std::string text;       ///< The file's bytes as the library holds them: each line end is LF.
-  FileScan scan;          ///< Where the library will end; not looked at for an empty file.
+  std::string text;       ///< The file's bytes as the library sees them: each line ends with LF.
+  FileScan scan;          ///< How far the library will read.
   std::int64_t size = 0;  ///< Of the file, in bytes.
 
-  /// The line where the scan ended, or with a cut character the last one; from 1.
+  /// The line where the scan ended, or the last one if the file ends inside a character; from 1.
   int line() const;
 };
 
-/// Looks through an open file, at any position, before the XML library loads it. The file is at its
-/// start afterwards, as far as it can be positioned.
+/// Looks through an open file, from its start, before the XML library loads it. Afterwards the file
+/// is at its start again, if it can be positioned at all.
 FileCheck checkFile(std::FILE* file, XmlEncoding encoding);
 
 /// The same for bytes in memory.

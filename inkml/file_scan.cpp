@@ -5,14 +5,12 @@
 #include <cctype>
 #include <string_view>
 
+#include "inkml/characters.h"
+
 namespace Orvo {
 namespace {
 
-constexpr std::string_view byteOrderMarks[] = {"\xEF\xBB\xBF", "\xEF\xBF\xBE", "\xEF\xBF\xBF"};
-
-bool isBlank(char c) {
-  return c == ' ' || (c >= '\t' && c <= '\r');
-}
+constexpr std::string_view kByteOrderMarks[] = {"\xEF\xBB\xBF", "\xEF\xBF\xBE", "\xEF\xBF\xBF"};
 
 bool startsName(char c) {
   const auto byte = static_cast<unsigned char>(c);
@@ -20,10 +18,10 @@ bool startsName(char c) {
 }
 
 bool continuesName(char c) {
-  return startsName(c) || (c >= '0' && c <= '9') || c == '-' || c == '.' || c == ':';
+  return startsName(c) || isDigit(c) || c == '-' || c == '.' || c == ':';
 }
 
-// How many bytes the library takes for one character that begins with `c`.
+// How many bytes a character has that begins with `c`, for the library.
 std::size_t characterLength(char c) {
   const auto byte = static_cast<unsigned char>(c);
   if (byte < 0xC2 || byte > 0xF4) return 1;
@@ -36,12 +34,12 @@ bool equalsIgnoringCase(std::string_view text, std::string_view lowerCase) {
   });
 }
 
-// Walks the file as the library's parser does; a step that gives false has set the end.
+// Goes through the file as the library's parser does. A step that returns false has set the end.
 class Scanner {
  public:
-  Scanner(const std::string& text, XmlEncoding encoding, int deepestAllowed)
-      : text_(text), deepestAllowed_(deepestAllowed) {
-    if (encoding == XmlEncoding::utf8 || startsWith(byteOrderMarks[0])) settle(true);
+  Scanner(const std::string& text, XmlEncoding encoding, ScanLimits limits)
+      : text_(text), limits_(limits) {
+    if (encoding == XmlEncoding::utf8 || startsWith(kByteOrderMarks[0])) settle(true);
   }
 
   FileScan run() {
@@ -53,7 +51,7 @@ class Scanner {
   }
 
  private:
-  char current() const { return text_[position_]; }  // A NUL behind the last byte.
+  char current() const { return text_[position_]; }  // A NUL after the last byte.
   bool atEnd() const { return current() == '\0'; }
 
   bool startsWith(std::string_view start) const {
@@ -64,13 +62,14 @@ class Scanner {
                               lowerCase);
   }
 
-  bool stop(ScanEnd end) {
+  bool stop(ScanEnd end) { return stopAt(position_, end); }
+  bool stopAt(std::size_t offset, ScanEnd end) {
     scan_.end = end;
-    scan_.offset = position_;
+    scan_.offset = offset;
     return false;
   }
 
-  // The bytes are used up, or a NUL stands where the library looks for more.
+  // At the end of the bytes, or at a NUL where the library looks for more.
   void endQuietly() {
     const bool whole = position_ >= text_.size();
     stop(depth_ > 0 ? ScanEnd::failure : whole ? ScanEnd::wholeFile : ScanEnd::nul);
@@ -111,19 +110,20 @@ class Scanner {
     return true;
   }
 
-  // The first NUL from `start` to before `end`; `npos` when there is none.
+  // The first NUL from `start` on and before `end`; `npos` when there is none.
   std::size_t findNul(std::size_t start, std::size_t end) const {
     return std::string_view(text_).substr(0, end).find('\0', start);
   }
 
   bool openElement() {
     scan_.depth = std::max(scan_.depth, depth_ + 1);
-    if (scan_.depth > deepestAllowed_) return stop(ScanEnd::tooDeep);
-    ++position_;
+    if (scan_.depth > limits_.depth) return stop(ScanEnd::tooDeep);
+    const std::size_t start = position_++;
     skipBlanks();
     if (!skipName()) return stop(ScanEnd::failure);
     skipBlanks();
-    while (current() != '>' && current() != '/') {
+    for (int count = 1; current() != '>' && current() != '/'; ++count) {
+      if (count > limits_.attributes) return stopAt(start, ScanEnd::tooManyAttributes);
       if (!readAttribute(nullptr)) return false;
       skipBlanks();
     }
@@ -150,7 +150,7 @@ class Scanner {
     if (depth_ == 0) scan_.afterElement = true;
   }
 
-  // An attribute that cannot be read makes the library stop: with an error inside of an element,
+  // An attribute that cannot be read makes the library stop: with an error inside an element,
   // quietly outside.
   bool readDeclaration() {
     position_ += 5;
@@ -216,8 +216,8 @@ class Scanner {
     return true;
   }
 
-  // Moves to `end`, character by character: a character that lacks its last bytes swallows what
-  // stands there, be it markup, and so does a reference.
+  // Moves to `end`, character by character. A character that lacks its last bytes swallows what
+  // comes next, even markup, and so does a reference.
   bool skipText(char end) {
     while (current() != end && !atEnd()) {
       if (current() == '&') {
@@ -258,14 +258,14 @@ class Scanner {
         ++position_;
       if (!utf8_ || current() != '\xEF') return;
       const bool mark = std::ranges::any_of(
-          byteOrderMarks, [this](std::string_view bytes) { return startsWith(bytes); });
+          kByteOrderMarks, [this](std::string_view bytes) { return startsWith(bytes); });
       if (!mark) return;
       position_ += 3;
     }
   }
 
   const std::string& text_;
-  const int deepestAllowed_;
+  const ScanLimits limits_;
   FileScan scan_;
   std::size_t position_ = 0;
   int depth_ = 0;
@@ -275,8 +275,8 @@ class Scanner {
 
 }  // namespace
 
-FileScan scanFile(const std::string& text, XmlEncoding encoding, int deepestAllowed) {
-  return Scanner(text, encoding, deepestAllowed).run();
+FileScan scanFile(const std::string& text, XmlEncoding encoding, ScanLimits limits) {
+  return Scanner(text, encoding, limits).run();
 }
 
 }  // namespace Orvo

@@ -1,7 +1,13 @@
 #include "inkml/ink_reading.h"
 
+#include <algorithm>
+#include <tinyxml.h>
+
 #include "inkml/document_serializer.h"
 #include "inkml/file_check.h"
+#include "inkml/file_text.h"
+#include "inkml/ink_problems.h"
+#include "inkml/spellings.h"
 #include "platform/file.h"
 
 namespace Orvo {
@@ -17,10 +23,18 @@ InkFailure failureOf(FileRefusal refusal) {
       return InkFailure::tooLarge;
     case FileRefusal::tooDeep:
       return InkFailure::tooDeep;
+    case FileRefusal::tooManyAttributes:
+      return InkFailure::tooManyAttributes;
     case FileRefusal::cutCharacter:
       return InkFailure::cutCharacter;
   }
   return InkFailure::unreadable;
+}
+
+// Whether the scan stopped at the place that is the reason.
+bool hasLine(FileRefusal refusal) {
+  return refusal == FileRefusal::tooDeep || refusal == FileRefusal::tooManyAttributes ||
+         refusal == FileRefusal::cutCharacter;
 }
 
 InkReading nothingRead() {
@@ -34,6 +48,15 @@ bool load(std::FILE* file, TiXmlDocument& xml, InkReport& report) {
   report.line = xml.ErrorRow();
   report.column = xml.ErrorCol();
   return false;
+}
+
+// Where the library gives no line, it came to the end of the text or to a NUL.
+void describeEnd(const std::string& text, InkReport& report) {
+  const std::size_t nul = text.find('\0');
+  report.isCut = nul == std::string::npos && endsEarly(text);
+  if (nul == std::string::npos) return;
+  report.nulLine = 1 + static_cast<int>(std::count(
+                           text.begin(), text.begin() + static_cast<std::ptrdiff_t>(nul), '\n'));
 }
 
 void describeRoot(const TiXmlDocument& xml, InkReport& report) {
@@ -50,15 +73,16 @@ void readFile(std::FILE* file, InkReading& reading) {
   report.size = check.size;
   report.failure = failureOf(check.refusal);
   const int scanLine = check.line();
-  if (check.refusal == FileRefusal::tooDeep || check.refusal == FileRefusal::cutCharacter) {
-    report.line = scanLine;
-  }
+  if (hasLine(check.refusal)) report.line = scanLine;
+  report.encoding = foreignEncoding(check.text);
+  describeEnd(check.text, report);
   check.text = {};
   TiXmlDocument xml;
   if (report.failure != InkFailure::none || !load(file, xml, report)) return;
   describeRoot(xml, report);
   DocumentSerializer serializer(reading.document.get());
   if (!serializer.read(xml, *reading.definitions)) report.failure = InkFailure::noInk;
+  report.traces = countTraces(xml);
   report.problems = findProblems(xml, *reading.definitions, check.scan, scanLine);
 }
 

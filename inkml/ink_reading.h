@@ -1,3 +1,4 @@
+// Reads an ink document and reports how that went.
 #pragma once
 
 #include <cstdio>
@@ -9,10 +10,10 @@
 
 namespace Orvo {
 
-/// An ink file as `DocumentSerializer` reads it, with a report of how it went. Nothing is printed
+/// An ink file as `DocumentSerializer` reads it, with a report of how that went. Nothing is printed
 /// or logged.
 struct InkReading {
-  std::unique_ptr<Document> document;  ///< Never null; complete when there is no failure.
+  std::unique_ptr<Document> document;             ///< Never null; complete if there is no failure.
   std::unique_ptr<InkMLDefinitions> definitions;  ///< Never null.
   InkReport report;
 };

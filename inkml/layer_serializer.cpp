@@ -1,6 +1,7 @@
 #include "inkml/layer_serializer.h"
 
 #include <string_view>
+#include <tinyxml.h>
 
 #include "inkml/annotations.h"
 #include "inkml/stroke_serializer.h"
@@ -10,13 +11,13 @@
 namespace Orvo {
 namespace {
 
-constexpr std::string_view layerPrefix = "layer";
+constexpr std::string_view kLayerPrefix = "layer";
 
 }  // namespace
 
 bool LayerSerializer::write(TiXmlNode& parent) const {
   TiXmlElement& element = appendOwnElement(*this, parent);
-  element.SetAttribute("id", std::string(layerPrefix) + toDecimalString(index));
+  element.SetAttribute("id", std::string(kLayerPrefix) + toDecimalString(index));
   writeAnnotations(layer->annotations(), element);
   StrokeSerializer serializer("trace", nullptr, "#default-context");
   for (Stroke& stroke : *layer) {
@@ -29,14 +30,14 @@ bool LayerSerializer::write(TiXmlNode& parent) const {
 bool LayerSerializer::read(const TiXmlNode* element) {
   const char* text = findAttribute(element, "id");
   const std::string_view id = text == nullptr ? "" : text;
-  if (!id.starts_with(layerPrefix)) return true;
-  index = static_cast<std::uint32_t>(toInteger(id.substr(layerPrefix.size())));
+  if (!id.starts_with(kLayerPrefix)) return true;
+  index = static_cast<std::uint32_t>(toInteger(id.substr(kLayerPrefix.size())));
   if (aborted) return false;
   return readTraces(element) && readAnnotations(element);
 }
 
 bool LayerSerializer::readTraces(const TiXmlNode* element) {
-  for (const TiXmlElement* trace : selectElements(element, "trace")) {
+  for (const TiXmlElement* trace : childElements(element, "trace")) {
     if (aborted) return false;
     Stroke stroke;
     if (StrokeSerializer("trace", &stroke, "none").read(trace)) layer->append(stroke);
@@ -45,7 +46,7 @@ bool LayerSerializer::readTraces(const TiXmlNode* element) {
 }
 
 bool LayerSerializer::readAnnotations(const TiXmlNode* element) {
-  for (const TiXmlElement* annotation : selectElements(element, "annotation")) {
+  for (const TiXmlElement* annotation : childElements(element, "annotation")) {
     if (aborted) return false;
     readAnnotation(*annotation, layer->annotations());
   }

@@ -1,3 +1,4 @@
+// Reads and writes one layer of an ink document.
 #pragma once
 
 #include <atomic>
@@ -16,17 +17,17 @@ class LayerSerializer : public IXmlSerializable {
   LayerSerializer(std::string name, Layer* layerToUse, std::uint32_t number)
       : IXmlSerializable(std::move(name)), layer(layerToUse), index(number) {}
 
-  /// The attribute "id" is "layer" and the index as a signed number; every trace refers to the
-  /// context "#default-context".
+  /// The attribute "id" is "layer" followed by the index as a signed number. Every trace refers to
+  /// the context "#default-context".
   bool write(TiXmlNode& parent) const override;
 
-  /// Takes the index from the "id" (it orders nothing), the traces and the annotations; traces that
-  /// cannot be read and annotations without type or text are skipped. An element without an "id"
-  /// that begins with "layer" leaves the layer empty, which is no failure. False once `aborted` is
-  /// set; what was read before stays.
+  /// Reads the index from the "id" (it has no influence on the order of layers), the traces and the
+  /// annotations. Traces that cannot be read and annotations without type or text are skipped. An
+  /// element without an "id" that begins with "layer" leaves the layer empty, and the result is
+  /// true. False once `aborted` is set; what was read before stays.
   bool read(const TiXmlNode* element) override;
 
-  std::atomic<bool> aborted = false;  ///< Set by any thread, it ends `read`.
+  std::atomic<bool> aborted = false;  ///< May be set by any thread to stop `read`.
   Layer* layer;
   std::uint32_t index;
 

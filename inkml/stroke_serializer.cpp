@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <string_view>
+#include <tinyxml.h>
 #include <vector>
 
 #include "inkml/xml_helpers.h"
@@ -11,17 +12,17 @@
 namespace Orvo {
 namespace {
 
-constexpr std::size_t pointFields = 7;
+constexpr std::size_t kPointFields = 7;
 
 class PointWriter {
  public:
   void decimal(double value) {
-    constexpr int digits = 6;
-    position_ = std::to_chars(position_, end_, value, std::chars_format::general, digits).ptr;
+    constexpr int kDigits = 6;
+    position_ = std::to_chars(position_, end_, value, std::chars_format::general, kDigits).ptr;
     *position_++ = ' ';
   }
 
-  template <typename Integer>
+  template <class Integer>
   void integer(Integer value, char behind) {
     position_ = std::to_chars(position_, end_, value).ptr;
     *position_++ = behind;
@@ -32,7 +33,7 @@ class PointWriter {
   }
 
  private:
-  // Seven numbers of at most 24 characters, the blanks and the comma.
+  // Seven numbers of at most 24 characters each, the blanks and the comma.
   std::array<char, 192> text_;
   char* position_ = text_.data();
   char* end_ = text_.data() + text_.size();
@@ -51,8 +52,8 @@ void appendPoint(const Point& point, std::string& text) {
 }
 
 Point toPoint(const std::vector<std::string_view>& pieces) {
-  std::array<std::int32_t, pointFields> numbers{};
-  const std::size_t count = std::min(pieces.size(), pointFields);
+  std::array<std::int32_t, kPointFields> numbers{};
+  const std::size_t count = std::min(pieces.size(), kPointFields);
   for (std::size_t i = 0; i < count; ++i)
     numbers[i] = toInteger(pieces[i]);
   Point point;
@@ -80,9 +81,9 @@ void appendPoints(std::string_view text, Stroke& stroke) {
 }  // namespace
 
 bool StrokeSerializer::write(TiXmlNode& parent) const {
-  constexpr std::size_t usualLength = 32;
+  constexpr std::size_t kUsualLength = 32;
   std::string text;
-  text.reserve(usualLength * stroke->size());
+  text.reserve(kUsualLength * stroke->size());
   for (const Point& point : *stroke)
     appendPoint(point, text);
   if (!text.empty()) text.pop_back();

@@ -1,5 +1,7 @@
 #include "inkml/trace_format.h"
 
+#include <tinyxml.h>
+
 #include "inkml/xml_helpers.h"
 #include "inkml/xpath.h"
 
@@ -15,7 +17,7 @@ bool TraceFormat::write(TiXmlNode& parent) const {
 
 bool TraceFormat::read(const TiXmlNode* element) {
   if (!readId(element)) return false;
-  for (const TiXmlElement* selected : selectElements(element, "/channel")) {
+  for (const TiXmlElement* selected : siblingElements(element, "channel")) {
     Channel channel;
     channel.read(selected);
   }

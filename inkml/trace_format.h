@@ -1,3 +1,4 @@
+// The channels that traces are declared to have.
 #pragma once
 
 #include <list>
@@ -7,7 +8,7 @@
 
 namespace Orvo {
 
-/// The channels that a trace is declared to have, element "traceFormat". Traces do not go by it:
+/// The channels that a trace is declared to have, element "traceFormat". It does not affect traces:
 /// their points always have seven values.
 class TraceFormat : public std::list<Channel>, public IXmlSerializable {
  public:
@@ -15,11 +16,11 @@ class TraceFormat : public std::list<Channel>, public IXmlSerializable {
 
   bool write(TiXmlNode& parent) const override;
 
-  /// False without the attribute "id". The "channel" elements beside `element` are read and
-  /// dropped, so a format from a file never has channels.
+  /// False without the attribute "id". The "channel" elements beside `element`, not those in it,
+  /// are read and dropped, so a format from a file never has channels.
   bool read(const TiXmlNode* element) override;
 
-  /// Takes the attribute "id" alone; false when there is none.
+  /// Reads only the attribute "id"; false when there is none.
   bool readId(const TiXmlNode* element);
 
   std::string id;

@@ -3,25 +3,27 @@
 #include <charconv>
 #include <limits>
 #include <system_error>
+#include <tinyxml.h>
 
-#include "inkml/xpath.h"
+#include "inkml/characters.h"
 
 namespace Orvo {
-namespace {
 
-bool isBlank(char c) {
-  return c == ' ' || (c >= '\t' && c <= '\r');
+TiXmlNode& linkNode(TiXmlNode& parent, std::unique_ptr<TiXmlNode> child) {
+  return *parent.LinkEndChild(child.release());
 }
 
-}  // namespace
+TiXmlElement& appendElement(TiXmlNode& parent, const std::string& name) {
+  return linkChild(parent, std::make_unique<TiXmlElement>(name));
+}
 
 TiXmlElement& appendOwnElement(const IXmlSerializable& object, TiXmlNode& parent) {
-  return linkChild(parent, std::make_unique<TiXmlElement>(object.getName()));
+  return appendElement(parent, object.getName());
 }
 
 TiXmlElement& appendTextElement(TiXmlNode& parent, const std::string& name,
                                 const std::string& text) {
-  TiXmlElement& element = linkChild(parent, std::make_unique<TiXmlElement>(name));
+  TiXmlElement& element = appendElement(parent, name);
   linkChild(element, std::make_unique<TiXmlText>(text));
   return element;
 }
@@ -36,10 +38,6 @@ const TiXmlNode* findChild(const TiXmlNode& parent, std::string_view value) {
   while (child != nullptr && child->Value() != value)
     child = child->NextSibling();
   return child;
-}
-
-std::string childText(const TiXmlNode* node, const std::string& name) {
-  return selectString(node, "//" + name + "[1]/text()");
 }
 
 std::string toDecimalString(std::uint32_t value) {

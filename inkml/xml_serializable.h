@@ -1,12 +1,14 @@
+// The base class of everything that is one element of an ink document.
 #pragma once
 
 #include <string>
-#include <tinyxml.h>
 #include <utility>
+
+class TiXmlNode;
 
 namespace Orvo {
 
-/// Something that is one element of an ink document. Nothing here logs: a failure is a false
+/// Something that is one element of an ink document. Nothing is logged: a failure is a false
 /// result.
 class IXmlSerializable {
  public:
@@ -16,8 +18,8 @@ class IXmlSerializable {
   /// Appends the object's element under `parent`.
   virtual bool write(TiXmlNode& parent) const = 0;
 
-  /// Fills the object from `element`, which may be null or no element at all; what is there already
-  /// is never cleared. False when something that must be there is missing.
+  /// Fills the object from `element`, which may be null or a node of another kind. Nothing that the
+  /// object already holds is cleared. False when something required is missing.
   virtual bool read(const TiXmlNode* element) = 0;
 
   /// The name of the element that the object writes and reads.

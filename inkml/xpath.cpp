@@ -1,21 +1,21 @@
 #include "inkml/xpath.h"
 
+#include <tinyxml.h>
+
 namespace Orvo {
 namespace {
 
-constexpr std::string_view textPrefix = "//";
-constexpr std::string_view textSuffix = "[1]/text()";
-
-// The name in "//name[1]/text()", empty for any other path.
-std::string_view nameOfTextPath(std::string_view path) {
-  if (!path.starts_with(textPrefix) || !path.ends_with(textSuffix)) return {};
-  path.remove_prefix(textPrefix.size());
-  path.remove_suffix(path.size() < textSuffix.size() ? path.size() : textSuffix.size());
-  return path;
-}
-
 bool isNamed(const TiXmlElement& element, std::string_view name) {
   return element.ValueStr() == name;
+}
+
+std::vector<const TiXmlElement*> childrenNamed(const TiXmlNode& parent, std::string_view name) {
+  std::vector<const TiXmlElement*> found;
+  for (const TiXmlElement* child = parent.FirstChildElement(); child;
+       child = child->NextSiblingElement()) {
+    if (isNamed(*child, name)) found.push_back(child);
+  }
+  return found;
 }
 
 const TiXmlElement* firstChildNamed(const TiXmlNode& parent, std::string_view name) {
@@ -25,7 +25,7 @@ const TiXmlElement* firstChildNamed(const TiXmlNode& parent, std::string_view na
   return child;
 }
 
-// The element behind `node` in document order, as long as it is below `top`.
+// The element after `node` in document order, as long as it is below `top`.
 const TiXmlNode* nextBelow(const TiXmlNode& top, const TiXmlNode* node) {
   if (const TiXmlElement* child = node->FirstChildElement()) return child;
   for (; node != &top; node = node->Parent()) {
@@ -34,61 +34,36 @@ const TiXmlNode* nextBelow(const TiXmlNode& top, const TiXmlNode* node) {
   return nullptr;
 }
 
-// Calls `visit` with each text node directly in the first child element of `name`, until it gives
-// false; then gives false.
-template <typename Visit>
-bool visitTexts(const TiXmlNode& parent, std::string_view name, Visit visit) {
+// The first text node directly in the first child element of this name; null when there is none.
+const TiXmlText* textOfFirstChild(const TiXmlNode& parent, std::string_view name) {
   const TiXmlElement* element = firstChildNamed(parent, name);
-  if (element == nullptr) return true;
+  if (element == nullptr) return nullptr;
   for (const TiXmlNode* child = element->FirstChild(); child; child = child->NextSibling()) {
-    const TiXmlText* text = child->ToText();
-    if (text != nullptr && !visit(*text)) return false;
+    if (const TiXmlText* text = child->ToText()) return text;
   }
-  return true;
-}
-
-template <typename Visit>
-void visitSelectedTexts(const TiXmlNode* source, std::string_view path, Visit visit) {
-  const std::string_view name = nameOfTextPath(path);
-  if (name.empty() || source == nullptr || source->Parent() == nullptr) return;
-  if (!visitTexts(*source->Parent(), name, visit)) return;
-  for (const TiXmlNode* node = source; node; node = nextBelow(*source, node)) {
-    if (!visitTexts(*node, name, visit)) return;
-  }
+  return nullptr;
 }
 
 }  // namespace
 
-std::vector<const TiXmlElement*> selectElements(const TiXmlNode* source, std::string_view path) {
+std::vector<const TiXmlElement*> childElements(const TiXmlNode* source, std::string_view name) {
   if (source == nullptr || source->Parent() == nullptr) return {};
-  const bool amongSiblings = path.starts_with('/');
-  const TiXmlNode* parent = amongSiblings ? source->Parent() : source->ToElement();
-  const std::string_view name = path.substr(amongSiblings ? 1 : 0);
-  std::vector<const TiXmlElement*> selected;
-  if (parent == nullptr) return selected;
-  for (const TiXmlElement* child = parent->FirstChildElement(); child;
-       child = child->NextSiblingElement()) {
-    if (isNamed(*child, name)) selected.push_back(child);
-  }
-  return selected;
+  const TiXmlElement* element = source->ToElement();
+  if (element == nullptr) return {};
+  return childrenNamed(*element, name);
 }
 
-std::vector<const TiXmlText*> selectTexts(const TiXmlNode* source, std::string_view path) {
-  std::vector<const TiXmlText*> selected;
-  visitSelectedTexts(source, path, [&](const TiXmlText& text) {
-    selected.push_back(&text);
-    return true;
-  });
-  return selected;
+std::vector<const TiXmlElement*> siblingElements(const TiXmlNode* source, std::string_view name) {
+  if (source == nullptr || source->Parent() == nullptr) return {};
+  return childrenNamed(*source->Parent(), name);
 }
 
-std::string selectString(const TiXmlNode* source, std::string_view path) {
-  std::string value;
-  visitSelectedTexts(source, path, [&](const TiXmlText& text) {
-    value = text.Value();
-    return false;
-  });
-  return value;
+std::string childText(const TiXmlNode* source, std::string_view name) {
+  if (source == nullptr || source->Parent() == nullptr) return {};
+  const TiXmlText* text = textOfFirstChild(*source->Parent(), name);
+  for (const TiXmlNode* node = source; text == nullptr && node; node = nextBelow(*source, node))
+    text = textOfFirstChild(*node, name);
+  return text == nullptr ? "" : text->Value();
 }
 
 }  // namespace Orvo

@@ -1,28 +1,30 @@
+// What the XPath expressions of this format select, one function for each kind of expression.
 #pragma once
 
 #include <string>
 #include <string_view>
-#include <tinyxml.h>
 #include <vector>
+
+class TiXmlElement;
+class TiXmlNode;
 
 namespace Orvo {
 
-/// The three kinds of XPath expressions in use, evaluated in linear time. Names are compared byte
-/// by byte, prefixes included. A source that is null or has no parent selects nothing; so does any
-/// other expression.
+/// Each function takes linear time and compares names byte by byte, prefixes included. A source
+/// that is null or has no parent selects nothing.
 
-/// The elements that a path of one step selects, in document order: "name" the child elements of
-/// the source, itself an element, that have this name; "/name" those of the source's **parent**, so
-/// the source's siblings and perhaps the source.
-std::vector<const TiXmlElement*> selectElements(const TiXmlNode* source, std::string_view path);
+/// "name": the child elements of this name, in document order. A source that is no element has
+/// none.
+std::vector<const TiXmlElement*> childElements(const TiXmlNode* source, std::string_view name);
 
-/// The text nodes, CDATA too, that "//name[1]/text()" selects. From the source's parent, then from
-/// the source and all elements below it in document order, the first child element of the name is
-/// taken, if there is one, with all its direct text children. So the parent's own child comes
-/// first, wherever it stands.
-std::vector<const TiXmlText*> selectTexts(const TiXmlNode* source, std::string_view path);
+/// "/name": the child elements of this name of the source's **parent**, in document order. These
+/// are the source's siblings and perhaps the source itself.
+std::vector<const TiXmlElement*> siblingElements(const TiXmlNode* source, std::string_view name);
 
-/// The value of the first of `selectTexts`, up to its first NUL; empty when there is none.
-std::string selectString(const TiXmlNode* source, std::string_view path);
+/// "//name[1]/text()" as a string. The source's parent, the source, and then all elements below the
+/// source in document order are asked for their first child element of this name; the first such
+/// child with a text node (CDATA too) directly in it gives its first one, up to its first NUL. So
+/// the parent's own child comes first, wherever it stands. Empty when there is no text.
+std::string childText(const TiXmlNode* source, std::string_view name);
 
 }  // namespace Orvo

@@ -2,7 +2,10 @@
 
 #include <array>
 #include <cstdio>
+#include <cstdlib>
 #include <ctime>
+#include <exception>
+#include <memory>
 #include <mutex>
 
 #include "platform/clock.h"
@@ -23,12 +26,13 @@ std::string formatLine(const char* className, const char* methodName, const char
 
 }  // namespace
 
-Logger Logger::instance_;
+constinit std::atomic<Logger*> Logger::instance_ = nullptr;
+constinit std::atomic<bool> Logger::silent_ = false;
 
 const char* levelName(LogLevel level) {
-  constexpr std::array names{"SEVERE", "WARNING", "INFO", "FINE", "FINER", "FINEST"};
+  constexpr std::array kNames{"SEVERE", "WARNING", "INFO", "FINE", "FINER", "FINEST"};
   const auto index = static_cast<std::size_t>(level);
-  return index < names.size() ? names[index] : "";
+  return index < kNames.size() ? kNames[index] : "";
 }
 
 std::string formatLogTime(std::int64_t secondsSinceEpoch) {
@@ -40,30 +44,46 @@ std::string formatLogTime(std::int64_t secondsSinceEpoch) {
 
 void logMessage(const char* className, const char* methodName, const char* message,
                 LogLevel level) {
-  if (level > LogLevel::warning || Logger::instance_.silent_) return;
+  if (level > LogLevel::warning || Logger::silent_) return;
   try {
     const std::string line = formatLine(className, methodName, message, level);
     platform::debugOutput(line.c_str());
-    Logger::instance_.append(line);
-  } catch (...) {
-    // Without memory for the line there is nothing to write; the caller is never disturbed.
+    Logger::instance().append(line);
+  } catch (const std::exception&) {
+    // Without memory for the line there is nothing to write, and the caller must not notice. Only
+    // the cancellation of a thread passes through: caught by `...`, it would end the process.
     return;
   }
 }
 
 void Logger::silence(bool silent) {
-  instance_.silent_ = silent;
+  silent_ = silent;
+}
+
+// Not a static local, which would stay destroyed: destructors of static objects may log, too.
+Logger& Logger::instance() {
+  Logger* logger = instance_;
+  if (logger != nullptr) return *logger;
+  auto made = std::make_unique<Logger>();
+  if (!instance_.compare_exchange_strong(logger, made.get())) return *logger;
+  // Runs when the program ends or the module is unloaded.
+  std::atexit(&Logger::tearDown);
+  return *made.release();
+}
+
+void Logger::tearDown() {
+  const std::unique_ptr<Logger> owned(instance_.exchange(nullptr));
 }
 
 void Logger::append(const std::string& line) {
-  platform::File file;  // Closed after the lock is given back.
+  platform::File file;  // Closed after the lock is released.
   const std::lock_guard guard(lock_);
-  file = platform::openFile(fileName_.c_str(), truncateNextOpen_ ? "w" : "a");
+  file = platform::openLogFile(fileName_.c_str(), truncateNextOpen_);
   truncateNextOpen_ = false;
   if (!file) return;
   std::fputs(line.c_str(), file.get());
   std::fflush(file.get());
-  if (platform::tell(file.get()) >= sizeLimit) truncateNextOpen_ = true;
+  if (platform::tell(file.get()) >= kSizeLimit) truncateNextOpen_ = true;
 }
 
 }  // namespace Orvo

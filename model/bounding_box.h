@@ -1,29 +1,31 @@
+// The box around a stroke, layer or document, and how it grows, rotates and shifts.
 #pragma once
 
 #include "model/point.h"
 
 namespace Orvo {
 
-/// The two corners of a region. Only their x and y mean something.
+/// The two corners of the box around a region. Only their x and y are meaningful.
 ///
 /// Assigning a box assigns its corners as properties: a corner that compares equal by the partial
-/// rule for points is skipped.
+/// rule for points is left as it is.
 struct BoundingBox {
   Property<Point> minCorner;  ///< Smallest x and smallest y.
   Property<Point> maxCorner;  ///< Largest x and largest y.
 };
 
-/// Makes both corners the point, all seven fields.
+/// Sets both corners to the point, with all seven fields.
 void startBox(BoundingBox& box, const Point& first);
 
-/// Makes the box that of a first child.
+/// Sets the box to that of the first child.
 void startBox(BoundingBox& box, const BoundingBox& first);
 
 /// Moves a corner to x and y; its other five fields become zero.
 void moveCorner(Property<Point>& corner, double x, double y);
 
-/// Widens the box to hold a further point. A corner that moves has zero in its other five fields. A
-/// NaN coordinate never moves a corner. Called for every point read, mostly without a move.
+/// Widens the box to include another point. The other five fields of a corner that moves become
+/// zero. A NaN coordinate never moves a corner. Called for every point that is read; most points
+/// move nothing.
 inline void extendBox(BoundingBox& box, const Point& point) {
   const Point& min = box.minCorner.value;
   const Point& max = box.maxCorner.value;
@@ -37,13 +39,13 @@ inline void extendBox(BoundingBox& box, const Point& point) {
   }
 }
 
-/// Widens the box to hold the box of a further child, in the same way.
+/// Widens the box to include the box of another child, in the same way.
 inline void extendBox(BoundingBox& box, const BoundingBox& child) {
   const Point& min = box.minCorner.value;
   const Point& max = box.maxCorner.value;
   const Point& low = child.minCorner.value;
   const Point& high = child.maxCorner.value;
-  // Where neither is greater, so that one may be NaN, a minimum is taken from the child.
+  // Where neither value is greater, one of them may be NaN; the child's becomes the minimum.
   if (min.x.value > low.x.value || min.y.value > low.y.value) {
     moveCorner(box.minCorner, low.x.value > min.x.value ? min.x.value : low.x.value,
                low.y.value > min.y.value ? min.y.value : low.y.value);
@@ -54,9 +56,9 @@ inline void extendBox(BoundingBox& box, const BoundingBox& child) {
   }
 }
 
-/// Makes the box enclose itself turned about the origin (see `rotatePoint`); it may become larger
-/// than the turned points need. The other five fields of both corners become zero. An angle of 0
-/// leaves it untouched.
+/// Replaces the box by the one around its own rotated corners (see `rotatePoint`), which may be
+/// larger than the rotated points need. The other five fields of both corners become zero. An angle
+/// of 0 changes nothing.
 void rotateBox(BoundingBox& box, float radians);
 
 /// Moves both corners; their other five fields are kept.

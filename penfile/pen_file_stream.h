@@ -1,3 +1,4 @@
+// The bytes of a pen recording, read in order.
 #pragma once
 
 #include <array>
@@ -19,14 +20,15 @@ struct PacketHead {
 
 /// A pen recording opened for reading its bytes in order, through the C library's buffer.
 ///
-/// The end of the file, like a read error, is known only after a read came short: a stream that
-/// stands right behind the last byte is not yet at the end. From then on nothing more is read.
+/// The end of the file, like a read error, is noticed only when a read falls short: a stream right
+/// after the last byte is not yet at the end. From then on nothing more is read.
 class PenFileStream {
  public:
   /// Opens the file; `isOpen` tells whether that succeeded.
   explicit PenFileStream(const wchar_t* path);
 
-  /// Takes over an open file that stands at its start; null is a file that could not be opened.
+  /// Takes ownership of an open file positioned at its start; null is a file that could not be
+  /// opened.
   explicit PenFileStream(platform::File file)
       : file_(std::move(file)), state_(file_ ? State::good : State::closed) {}
 
@@ -39,7 +41,7 @@ class PenFileStream {
   bool failed() const { return state_ == State::failed; }
   bool isReadable() const { return state_ == State::good; }
 
-  /// Reads `size` bytes; what the file does not have is zero.
+  /// Reads `size` bytes; bytes that the file does not have are zero.
   template <std::size_t size>
   std::array<unsigned char, size> read() {
     std::array<unsigned char, size> bytes{};
@@ -48,10 +50,11 @@ class PenFileStream {
     return bytes;
   }
 
-  /// Reads `size` bytes as one big-endian number; what the file does not have is zero. Processors
-  /// wait where bytes that were stored one by one are loaded together, as from an array.
+  /// Reads `size` bytes, 1 to 4, as one big-endian number; bytes that the file does not have are
+  /// zero. The number is not put together in an array: loading bytes together that were stored one
+  /// by one stalls the processor.
   template <std::size_t size>
-  std::uint32_t readNumber() {
+  requires(1 <= size && size <= sizeof(std::uint32_t)) std::uint32_t readNumber() {
     if constexpr (size == 1) {
       return next();
     } else {
@@ -68,25 +71,29 @@ class PenFileStream {
 
   /// Reads one byte as the tag that begins a packet.
   bool readTag(unsigned char& tag) {
-    const bool there = readByte(tag);
+    const bool wasRead = readByte(tag);
     head_ = {};
-    if (there) head_.tag = tag;
-    return there;
+    if (wasRead) head_.tag = tag;
+    return wasRead;
   }
 
   /// Reads one byte as the length code of that packet.
   bool readLengthCode(unsigned char& code) {
-    const bool there = readByte(code);
-    if (there) head_.lengthCode = code;
-    return there;
+    const bool wasRead = readByte(code);
+    if (wasRead) head_.lengthCode = code;
+    return wasRead;
   }
 
-  /// How the packet begins that is being read. Kept since a pipe has no way back to it.
+  /// The beginning of the packet that is being read. It is kept because a pipe cannot go back to
+  /// it.
   const PacketHead& head() const { return head_; }
 
-  /// Moves to `position` bytes from the start; beyond the end is allowed. Forgets the end if it was
-  /// met. A file that cannot be positioned counts as failed.
+  /// Moves to `position` bytes from the start; beyond the end is allowed. A stream at the end is
+  /// readable again. A file that cannot be positioned counts as failed.
   void seek(std::int64_t position);
+
+  /// The position in bytes from the start, or -1 when it is not known, as in a pipe.
+  std::int64_t position() const { return isOpen() ? platform::tell(file_.get()) : -1; }
 
   /// The size of the file in bytes, or -1 when it is not known. Leaves the position undefined:
   /// `seek` before the next read.
@@ -99,11 +106,11 @@ class PenFileStream {
     if (!isReadable()) return 0;
     const int byte = platform::readByte(file_.get());
     if (byte != EOF) return static_cast<unsigned char>(byte);
-    comeShort();
+    fallShort();
     return 0;
   }
 
-  void comeShort();
+  void fallShort();
 
   platform::File file_;
   State state_;

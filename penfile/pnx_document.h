@@ -1,3 +1,4 @@
+// The drawing of a pen recording.
 #pragma once
 
 #include "model/document.h"
@@ -5,8 +6,8 @@
 
 namespace Orvo {
 
-/// The drawing of a pen recording with the three header packets of the file; of each kind of header
-/// the last one in the file.
+/// The drawing of a pen recording, with the three header packets of the file. Of several packets of
+/// one kind it has the last one.
 class PnxDocument final : public Document {
  public:
   FileDescriptor fileDescriptor;

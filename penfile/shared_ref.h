@@ -1,9 +1,11 @@
+// A counted reference to an object on the heap.
 #pragma once
 
 #include <concepts>
 #include <cstdint>
 #include <memory>
 #include <mutex>
+#include <type_traits>
 #include <utility>
 
 #include "platform/thread.h"
@@ -14,16 +16,18 @@ namespace Orvo {
 /// destructor. All copies of a reference form a group with one counter and one lock, so copies may
 /// be made and released in several threads; the object itself is not guarded.
 ///
-/// An object whose destructor releases or assigns references, be it the very one that is being
-/// released, is safe: a reference lets go of its group before the object is deleted.
-template <typename T>
+/// The destructor of an object may release or assign references, even the one that is being
+/// released: a reference leaves its group before the object is deleted.
+///
+/// T must have a virtual destructor.
+template <class T>
 class SharedRef {
  public:
-  /// A group around nothing.
-  SharedRef() : SharedRef(nullptr) {}
+  /// Points at nothing, in a new group.
+  SharedRef() requires std::has_virtual_destructor_v<T> : SharedRef(nullptr) {}
 
-  /// A new group that owns `object`.
-  explicit SharedRef(T* object) {
+  /// A new group that owns `object`, which is deleted if there is no memory for the group.
+  explicit SharedRef(T* object) requires std::has_virtual_destructor_v<T> {
     std::unique_ptr<T> owned(object);
     auto count = std::make_unique<std::uint32_t>(1);
     lock_ = std::make_unique<platform::CriticalSection>().release();
@@ -34,21 +38,22 @@ class SharedRef {
   SharedRef(const SharedRef& other) { join(other); }
 
   /// A reference to the same object as its base class.
-  template <typename U>
-  requires std::convertible_to<U*, T*> SharedRef(const SharedRef<U>& other) { join(other); }
+  template <class U>
+  requires std::convertible_to<U*, T*> && std::has_virtual_destructor_v<T> SharedRef(
+      const SharedRef<U>& other) {
+    join(other);
+  }
 
   SharedRef& operator=(const SharedRef& other) {
     if (this == &other) return *this;
     // Joining first keeps alive what `other` refers to, even if it is part of the old object.
     SharedRef old(other);
-    std::swap(count_, old.count_);
-    std::swap(object_, old.object_);
-    std::swap(lock_, old.lock_);
+    swap(old);
     return *this;
   }
 
   ~SharedRef() {
-    // The object that is deleted may assign this reference anew.
+    // The destructor of the object may assign this reference again.
     while (lock_ != nullptr)
       release();
   }
@@ -58,27 +63,33 @@ class SharedRef {
   T& operator*() const { return *object_; }
   explicit operator bool() const { return object_ != nullptr; }
 
-  /// Hands the object out into a fresh group; this reference, which must be the only one of its
-  /// group, then points at nothing.
+  /// Returns a reference to the object; this one then points at nothing, in a new group. Others
+  /// that hold the object go on sharing it with the returned one.
   SharedRef handOut() {
-    SharedRef fresh;
-    fresh.object_ = std::exchange(object_, nullptr);
-    return fresh;
+    SharedRef out;
+    swap(out);
+    return out;
   }
 
  private:
-  template <typename U>
+  template <class U>
   friend class SharedRef;
 
-  template <typename U>
+  template <class U>
   void join(const SharedRef<U>& other) {
     if (other.lock_ == nullptr) return;
-    // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDelete): the count, not followed there, keeps it.
+    // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDelete): the count keeps it, unseen there.
     const std::lock_guard guard(*other.lock_);
     ++*other.count_;
     count_ = other.count_;
     object_ = other.object_;
     lock_ = other.lock_;
+  }
+
+  void swap(SharedRef& other) noexcept {
+    std::swap(count_, other.count_);
+    std::swap(object_, other.object_);
+    std::swap(lock_, other.lock_);
   }
 
   void release() {

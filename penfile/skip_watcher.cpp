@@ -11,7 +11,7 @@ EndlessSkipGuard::EndlessSkipGuard(PnxParser& parser) : parser_(parser) {
 void EndlessSkipGuard::skippedTo(std::int64_t position) {
   times_ = position == place_ ? times_ + 1 : 1;
   place_ = position;
-  if (times_ == patience) parser_.finished = true;
+  if (times_ == kMostSkipsToOnePlace) parser_.finished = true;
 }
 
 }  // namespace Orvo

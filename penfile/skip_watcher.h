@@ -1,3 +1,4 @@
+// Watching the packets that the parser skips.
 #pragma once
 
 #include <cstdint>
@@ -6,7 +7,7 @@ namespace Orvo {
 
 class PnxParser;
 
-/// Is told where the parser goes on whenever it has skipped a packet.
+/// Is told where the parser continues whenever it has skipped a packet.
 class SkipWatcher {
  public:
   /// `position`: where the next packet will be read, in bytes from the start of the file.
@@ -16,8 +17,8 @@ class SkipWatcher {
   ~SkipWatcher() = default;
 };
 
-/// Ends a parser that reads one packet of length 0 for ever: the 65,536th skip in a row to one
-/// place sets the parser's `finished`, and the drawing up to there is complete.
+/// Stops a parser that would read one packet of length 0 for ever: the 65,536th skip in a row to
+/// the same place sets the parser's `finished`, and the drawing up to that point is complete.
 class EndlessSkipGuard final : public SkipWatcher {
  public:
   /// Watches `parser` from now on, as long as both live.
@@ -26,7 +27,7 @@ class EndlessSkipGuard final : public SkipWatcher {
   void skippedTo(std::int64_t position) override;
 
  private:
-  static constexpr std::uint32_t patience = 65'536;
+  static constexpr std::uint32_t kMostSkipsToOnePlace = 65'536;
 
   PnxParser& parser_;
   std::int64_t place_ = -1;

@@ -1,3 +1,4 @@
+// Local time.
 #pragma once
 
 #include <cstdint>
@@ -5,8 +6,8 @@
 
 namespace platform {
 
-/// The local calendar time of `secondsSinceEpoch`; a moment that the system's calendar cannot hold
-/// gives all fields zero.
+/// The local calendar time of `secondsSinceEpoch`; all fields are zero for a moment that the
+/// system's calendar cannot hold.
 std::tm localTime(std::int64_t secondsSinceEpoch);
 
 }  // namespace platform

@@ -5,7 +5,7 @@
 
 #include "platform/paths.h"
 
-// The C library's own parser of the wide command line; no header of the compiler declares it.
+// The C library's own parser of the wide command line, which no header of the compiler declares.
 struct StartupInfo {
   int newMode;
 };
@@ -19,12 +19,12 @@ namespace platform {
 #ifdef _WIN32
 
 CommandLine::CommandLine(int count, char** words) : texts_(words, words + count) {
-  constexpr int expandWildcards = 1;
+  constexpr int kExpandWildcards = 1;
   int wideCount = 0;
   wchar_t** wideWords = nullptr;
   wchar_t** environment = nullptr;
   StartupInfo start{};
-  if (__wgetmainargs(&wideCount, &wideWords, &environment, expandWildcards, &start) == 0) {
+  if (__wgetmainargs(&wideCount, &wideWords, &environment, kExpandWildcards, &start) == 0) {
     texts_.clear();
     for (int i = 0; i < wideCount; ++i)
       texts_.push_back(wideToNativePath(wideWords[i]));
@@ -34,7 +34,7 @@ CommandLine::CommandLine(int count, char** words) : texts_(words, words + count)
 
 namespace {
 
-// The console's own code page, which comes back at the end.
+// Restores the console's own code page at the end.
 struct ConsoleGuard {
   explicit ConsoleGuard(UINT codePage) : before(codePage) { SetConsoleOutputCP(CP_UTF8); }
   ~ConsoleGuard() { SetConsoleOutputCP(before); }

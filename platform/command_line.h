@@ -1,3 +1,4 @@
+// The words of the command line, and the console that they come from.
 #pragma once
 
 #include <memory>
@@ -6,13 +7,14 @@
 
 namespace platform {
 
-/// The words of the command line, as file names are written elsewhere: natively the bytes that
-/// `main` was given, on Windows the wide command line as UTF-8, words with `*` and `?` replaced by
-/// the files that they stand for, as no shell does it there. `words` is what `main` takes:
-/// `count()` pointers and a null.
+/// The words of the command line, in the encoding of file names: natively the bytes that `main` was
+/// given, on Windows the wide command line as UTF-8, with `*` and `?` expanded to the names of
+/// files, which no shell does there. `words` is what `main` takes: `count()` pointers and a null.
 class CommandLine {
  public:
   CommandLine(int count, char** words);
+  CommandLine(const CommandLine&) = delete;  // A copy's pointers would point into the original.
+  CommandLine& operator=(const CommandLine&) = delete;
 
   int count() const { return static_cast<int>(texts_.size()); }
   char** words() { return words_.data(); }
@@ -24,8 +26,8 @@ class CommandLine {
   std::vector<char*> words_;
 };
 
-/// As long as the guard is kept a Windows console shows what is printed as UTF-8; then as before.
-/// Null where there is no such console.
+/// While the guard lives, a Windows console shows what is printed as UTF-8; afterwards its own code
+/// page is restored. Null where there is no such console.
 std::shared_ptr<void> utf8Console();
 
 }  // namespace platform

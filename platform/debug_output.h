@@ -1,8 +1,9 @@
+// Text for the debugger.
 #pragma once
 
 namespace platform {
 
-/// Hands `text` (zero-terminated, as it stands, no newline added) to the debugger. Natively it is
+/// Sends `text` (zero-terminated, unchanged, no newline added) to the debugger. Natively it is
 /// written to standard error, unbuffered.
 void debugOutput(const char* text);
 

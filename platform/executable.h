@@ -1,10 +1,12 @@
+// Where the running program is.
 #pragma once
 
 #include <filesystem>
 
 namespace platform {
 
-/// Where the running program's file lies, links resolved; empty when the system does not tell.
+/// The path of the running program's file, with links resolved; empty if the system does not know
+/// it.
 std::filesystem::path executablePath();
 
 }  // namespace platform

@@ -3,7 +3,11 @@
 #ifdef _WIN32
 #include <string>
 #else
-#include <sys/types.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "platform/descriptor.h"
 #endif
 
 #include "platform/paths.h"
@@ -14,6 +18,10 @@ namespace platform {
 
 File openFile(const wchar_t* path, const char* mode) {
   return File(_wfopen(path, nativePathToWide(mode).c_str()));
+}
+
+File openLogFile(const wchar_t* path, bool emptyFirst) {
+  return openFile(path, emptyFirst ? "w" : "a");
 }
 
 bool seekTo(std::FILE* file, std::int64_t offset) {
@@ -32,6 +40,19 @@ std::int64_t tell(std::FILE* file) {
 
 File openFile(const wchar_t* path, const char* mode) {
   return File(std::fopen(wideToNativePath(path).c_str(), mode));
+}
+
+File openLogFile(const wchar_t* path, bool emptyFirst) {
+  constexpr int kFlags =
+      O_WRONLY | O_APPEND | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+  Descriptor log(::open(wideToNativePath(path).c_str(), kFlags, 0666));
+  struct stat found {};
+  if (!log || ::fstat(log.number(), &found) != 0) return nullptr;
+  if (!S_ISREG(found.st_mode) || found.st_nlink != 1) return nullptr;
+  if (emptyFirst && ::ftruncate(log.number(), 0) != 0) return nullptr;
+  File file(::fdopen(log.number(), "a"));
+  if (file) log.release();
+  return file;
 }
 
 bool seekTo(std::FILE* file, std::int64_t offset) {

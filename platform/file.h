@@ -1,3 +1,4 @@
+// Files of the C library.
 #pragma once
 
 #include <cstdint>
@@ -10,15 +11,21 @@ struct CloseFile {
   void operator()(std::FILE* file) const { std::fclose(file); }
 };
 
-/// An open file of the C library, closed when its owner goes; null is none.
+/// An open file of the C library, closed when its owner is destroyed; null is none.
 using File = std::unique_ptr<std::FILE, CloseFile>;
 
 /// Opens the file at the wide, zero-terminated `path`. `mode` is what `fopen` takes, such as "rb".
 /// Other processes may read and write the file meanwhile. Null when it cannot be opened.
 File openFile(const wchar_t* path, const char* mode);
 
+/// Opens a log at `path` for appending; `emptyFirst` discards what it held. A missing file is
+/// created. Natively only a regular file with a single name is opened or emptied: a link is not
+/// followed, a file that has another name is left alone, and a pipe is not waited for. Null when it
+/// is something else or cannot be opened.
+File openLogFile(const wchar_t* path, bool emptyFirst);
+
 /// One byte (0 to 255), or `EOF` at the end or on an error, through the C library's buffer without
-/// its lock: about ten times cheaper than `fread` of one byte. One thread a file.
+/// its lock: about ten times cheaper than `fread` of one byte. Only one thread may use the file.
 inline int readByte(std::FILE* file) {
 #ifdef _WIN32
   return _fgetc_nolock(file);
@@ -27,8 +34,8 @@ inline int readByte(std::FILE* file) {
 #endif
 }
 
-/// Moves to `offset` bytes from the start of the file; beyond the end is allowed. Forgets an end
-/// that was met. False when the file cannot be positioned.
+/// Moves to `offset` bytes from the start of the file; beyond the end is allowed. Clears the
+/// end-of-file mark. False when the file cannot be positioned.
 bool seekTo(std::FILE* file, std::int64_t offset);
 
 /// Moves to the end of the file. False when the file cannot be positioned.

@@ -2,13 +2,15 @@
 
 #ifdef _WIN32
 #include <windows.h>
-// The folder call needs the declarations above.
+// shlobj.h needs the declarations above.
 #include <array>
 #include <shlobj.h>
 #else
 #include <array>
+#include <cerrno>
 #include <cstdlib>
 #include <pwd.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "platform/paths.h"
@@ -19,11 +21,23 @@ namespace platform {
 #ifdef _WIN32
 
 std::optional<std::wstring> localAppDataFolder() {
-  constexpr int localAppData = 28;
+  constexpr int kLocalAppData = 28;
   std::array<wchar_t, MAX_PATH> folder{};
-  const HRESULT result = SHGetFolderPathW(nullptr, localAppData, nullptr, 0, folder.data());
+  const HRESULT result = SHGetFolderPathW(nullptr, kLocalAppData, nullptr, 0, folder.data());
   if (result != S_OK) return std::nullopt;
   return std::wstring(folder.data());
+}
+
+std::optional<std::filesystem::path> stateFolder() {
+  const std::optional<std::wstring> folder = localAppDataFolder();
+  if (!folder) return std::nullopt;
+  return std::filesystem::path(*folder) / "Penwick";
+}
+
+std::error_code makePrivateFolder(const std::filesystem::path& folder) {
+  std::error_code error;
+  std::filesystem::create_directories(folder, error);
+  return error;
 }
 
 #else
@@ -46,9 +60,37 @@ std::optional<std::string> homeFolder() {
 }  // namespace
 
 std::optional<std::wstring> localAppDataFolder() {
+  // NOLINTNEXTLINE(concurrency-mt-unsafe): nothing here changes the environment.
+  const char* data = std::getenv("XDG_DATA_HOME");
+  // A relative path is to be ignored.
+  if (data != nullptr && *data == '/') return nativePathToWide(data);
   const std::optional<std::string> home = homeFolder();
   if (!home) return std::nullopt;
   return nativePathToWide(*home + "/.local/share");
+}
+
+std::optional<std::filesystem::path> stateFolder() {
+  // NOLINTNEXTLINE(concurrency-mt-unsafe): nothing here changes the environment.
+  const char* state = std::getenv("XDG_STATE_HOME");
+  if (state != nullptr && *state == '/') return std::filesystem::path(state) / "penwick";
+  const std::optional<std::string> home = homeFolder();
+  if (!home) return std::nullopt;
+  return std::filesystem::path(*home) / ".local/state/penwick";
+}
+
+std::error_code makePrivateFolder(const std::filesystem::path& folder) {
+  std::filesystem::path made;
+  for (const std::filesystem::path& part : folder) {
+    made /= part;
+    if (::mkdir(made.c_str(), 0700) == 0 || errno == EEXIST) continue;
+    // A folder above may be on a read-only file system and exist all the same.
+    const std::error_code failure(errno, std::generic_category());
+    std::error_code unknown;
+    if (!std::filesystem::is_directory(made, unknown)) return failure;
+  }
+  std::error_code error;
+  if (std::filesystem::is_directory(folder, error) || error) return error;
+  return std::make_error_code(std::errc::not_a_directory);
 }
 
 #endif

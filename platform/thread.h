@@ -1,3 +1,4 @@
+// The calling thread's id, and a recursive lock.
 #pragma once
 
 #include <cstdint>
@@ -8,7 +9,7 @@ namespace platform {
 /// The system's numeric id of the calling thread.
 std::uint64_t currentThreadId();
 
-/// A lock that one thread at a time holds; the holder may take it again, and gives it back as
+/// A recursive lock: one thread at a time holds it, may take it again, and must release it as
 /// often. Works with `std::lock_guard`.
 class CriticalSection {
  public:

@@ -16,8 +16,8 @@ namespace {
 
 constexpr char kNamedStyle[] = "kvoaiexportset";
 
-// The building of paths throws the host's code as it is, not as ai::Error: the host is then told
-// 'CANT', whatever the code was.
+// While paths are built the host's code is thrown as a plain integer, not as ai::Error: the host is
+// then answered 'CANT', whatever the code was.
 void throwPlainIfFailed(AIErr code) {
   if (code != kNoErr) throw code;  // NOLINT: a plain integer is what is thrown here
 }
@@ -28,8 +28,7 @@ AIArtHandle newPath(AILayerHandle layer) {
   if (call(&AIArtSuite::GetFirstArtOfLayer, layer, &group) == kNoErr) {
     call(&AIArtSuite::NewArt, kPathArt, kPlaceInsideOnTop, group, &path);
   } else {
-    throwPlainIfFailed(
-        call(&AIArtSuite::NewArt, kPathArt, kPlaceAboveAll, AIArtHandle{nullptr}, &path));
+    throwPlainIfFailed(call(&AIArtSuite::NewArt, kPathArt, kPlaceAboveAll, nullptr, &path));
   }
   return path;
 }
@@ -100,8 +99,8 @@ void kvoexportfileplugin::setupPage() {
   ai::throwIfFailed(setupCalls.set(documentSetup));
 }
 
-// The one layer of a new document; the first ink layer goes there. Here and for a new layer the
-// host is asked for the number of layers, which nothing needs.
+// The only layer of a new document, which takes the first ink layer. Here and for a new layer the
+// host is asked for the number of layers, although nothing uses it.
 AILayerHandle kvoexportfileplugin::firstHostLayer() {
   std::int32_t count = 0;
   AILayerHandle layer = nullptr;
@@ -116,15 +115,14 @@ AILayerHandle kvoexportfileplugin::newHostLayer() {
   std::int32_t count = 0;
   AILayerHandle layer = nullptr;
   call(&AILayerSuite::CountLayers, &count);
-  ai::throwIfFailed(
-      call(&AILayerSuite::InsertLayer, AILayerHandle{nullptr}, kPlaceAboveAll, &layer));
+  ai::throwIfFailed(call(&AILayerSuite::InsertLayer, nullptr, kPlaceAboveAll, &layer));
   call(&AILayerSuite::SetCurrentLayer, layer);
   ai::throwIfFailed(call(&AILayerSuite::SetLayerEditable, layer, AIBoolean{1}));
   return layer;
 }
 
 // An open path of straight pieces from point to point, with the pressure as tablet data. The
-// segment count is cut to the host's 16 bits and set twice.
+// segment count is truncated to the host's 16 bits and set twice.
 void kvoexportfileplugin::buildStrokePath(const Orvo::Stroke& stroke, AILayerHandle layer,
                                           const PageMap& map) {
   const AIArtHandle path = newPath(layer);
@@ -171,9 +169,11 @@ void kvoexportfileplugin::fillSegments(const Orvo::Stroke& stroke, const PageMap
   profiles[i] = {.offset = 1.0F, .value = static_cast<float>(lastPressure >> 10)};
 }
 
-// Every object of every layer gets the style, also what was there before. The answer is the code of
-// the last call that counts: reading a layer, counting a set, setting a style.
+// Every object of every layer gets the style, including what was there before. The result is the
+// code of the last call that counts: reading a layer, counting a set, setting a style. Without a
+// style the art stays as it was drawn.
 AIErr kvoexportfileplugin::applyArtStyle() {
+  if (namedStyle == nullptr) return kNoErr;
   AIErr result = kNoErr;
   std::int32_t count = 0;
   call(&AILayerSuite::CountLayers, &count);

@@ -16,7 +16,7 @@ namespace {
 constexpr char kLibraryFile[] = "\\Penwick\\brush_pressure.ai";
 constexpr char kLibraryStyle[] = "TrillowStyle";
 
-// Empty when the system does not tell it.
+// Empty when the system names no such folder.
 std::wstring libraryFolder() {
   const std::optional<std::wstring> folder = platform::localAppDataFolder();
   if (!folder) return {};
@@ -32,8 +32,8 @@ ai::FilePath libraryPath() {
 
 }  // namespace
 
-// A missing library shows as a missing style: the import's own result is not looked at. The host is
-// not told when the document is no longer needed; it keeps it until it quits.
+// The result of the import is ignored: a missing library is noticed when the style is looked up in
+// a null document. The document is never closed; the host keeps it until it quits.
 void kvoexportfileplugin::loadBrushStyle() {
   const ai::FilePath path = libraryPath();
   brushDocument = nullptr;

@@ -10,7 +10,7 @@ namespace ai {
 class Error : public std::exception {
  public:
   explicit Error(hostapi::AIErr code) : code_(code) {}
-  operator hostapi::AIErr() const { return code_; }  // NOLINT: a code is what an error is
+  operator hostapi::AIErr() const { return code_; }  // NOLINT: an error is its code
   const char* what() const noexcept override { return "the host answered with an error code"; }
 
  private:

@@ -5,14 +5,15 @@
 
 namespace ai {
 
-/// One pointer, so that it can cross the border by address. Its inside belongs to the host. Every
-/// operation but the destructor throws ai::Error with the host's code when it fails.
+/// Holds a single pointer, so that it can be passed to the host by address. What it points to
+/// belongs to the host. Every operation but the destructor throws ai::Error with the host's code
+/// when it fails.
 class FilePath {
  public:
   FilePath() = default;
-  /// A copy of a path that somebody else owns, such as a message's.
+  /// A copy of a path that is owned elsewhere, such as a message's.
   explicit FilePath(const hostapi::FilePathBody& other);
-  /// From the system's path; both separators of Windows are taken.
+  /// From a system path; on Windows both separators are accepted.
   explicit FilePath(const UnicodeString& text, bool expandShortNames = true);
   FilePath(const FilePath& other) : FilePath(other.body_) {}
   FilePath& operator=(const FilePath&) = delete;
@@ -28,7 +29,7 @@ class FilePath {
 };
 static_assert(sizeof(FilePath) == 8);
 
-/// The system's path, with its drive and separators, of a path that somebody else owns.
+/// The system path, with its drive and separators, of a path that is owned elsewhere.
 UnicodeString fullPath(const hostapi::FilePathBody& path, bool displayName);
 
 }  // namespace ai

@@ -1,4 +1,4 @@
-// The one ladder of catches between the plug-in's operations and the host.
+// The one place where exceptions of the plug-in's operations become codes for the host.
 #pragma once
 
 #include "hostapi/codes.h"

@@ -19,7 +19,7 @@ constexpr char kFormatName[] = "  Morva Penwick vector files";  // two leading b
 constexpr char kFormatTitle[] = " Morva Penwick vector files";  // one leading blank
 constexpr std::size_t kTitleBufferSize = 1024;  // zero-filled: a host may read a length from it
 
-// What a file-format message asks, from either known layout of its record.
+// What a file-format message asks for, from either known layout of its record.
 struct OpenRequest {
   std::int32_t option;
   const FilePathBody& file;
@@ -45,9 +45,10 @@ bool is(const ai::UnicodeString& extension, const char* text) {
   return extension.compare(ai::UnicodeString(text)) == 0;
 }
 
-// Exact and case-sensitive. With another extension a file is read as the one before it was. Each
-// string to compare with is made when its turn comes, the first one before the extension is taken:
-// the first of these steps that fails gives the answer to the host.
+// The comparison is exact and case-sensitive; a file with any other extension is read as the kind
+// of the file before it. Each string is made just before it is compared, except that the first one
+// is made before the extension is asked for: the first of these steps to fail determines the answer
+// to the host.
 void chooseFileKind(const FilePathBody& file) {
   const ai::UnicodeString pnx("pnx");
   const ai::UnicodeString extension = ai::FilePath(file).GetFileExtension();
@@ -59,9 +60,25 @@ void chooseFileKind(const FilePathBody& file) {
 }
 
 std::int32_t versionNumber(std::int32_t (*AIRuntimeSuite::*function)()) {
-  const auto* suite = heldSuite<AIRuntimeSuite>;
-  return suite == nullptr || suite->*function == nullptr ? 0 : (suite->*function)();
+  const auto held = heldFunction(function);
+  return held == nullptr ? 0 : held();
 }
+
+bool isOpening = false;
+
+// Only one file is opened at a time in the process: the host opens a document to import its styles,
+// and may meanwhile ask the plug-in to open another file. That one is cancelled before it changes
+// anything that the current one works with.
+class OnlyOpening {
+ public:
+  OnlyOpening() {
+    if (isOpening) throw ai::Error(kCancelledErr);
+    isOpening = true;
+  }
+  ~OnlyOpening() { isOpening = false; }
+  OnlyOpening(const OnlyOpening&) = delete;
+  OnlyOpening& operator=(const OnlyOpening&) = delete;
+};
 
 }  // namespace
 
@@ -78,7 +95,7 @@ SPErr kvoexportfileplugin::startupPlugin(SPInterfaceMessage* record) {
   ai::throwIfFailed(Plugin::startupPlugin(record));
   appMajorVersion = versionNumber(&AIRuntimeSuite::GetAppMajorVersion);
   appMinorVersion = versionNumber(&AIRuntimeSuite::GetAppMinorVersion);
-  // What is printed is asked for once more.
+  // The printed number is asked for separately.
   const std::int32_t printedMinor = versionNumber(&AIRuntimeSuite::GetAppMinorVersion);
   std::printf("AI Major version %d , Minor version %d\n", appMajorVersion, printedMinor);
   registerFileFormat(record);
@@ -96,6 +113,7 @@ void kvoexportfileplugin::registerFileFormat(SPInterfaceMessage* record) {
 }
 
 SPErr kvoexportfileplugin::goFileFormat(void* record) {
+  const OnlyOpening only;
   const OpenRequest request = readRequest(record);
   const ai::UnicodeString path = ai::fullPath(request.file, false);
   chooseFileKind(request.file);

@@ -1,8 +1,8 @@
 // The plug-in itself: opens pen recordings and ink documents as art.
 //
-// One object lives from the host's "Startup" to its "Shutdown". Host calls whose result is tested
-// throw: ai::Error where a person is to read the host's code, a plain AIErr from the building of
-// paths. The dispatcher turns both into the answer to the host.
+// One object lives from the host's "Startup" to its "Shutdown". Host calls whose result is checked
+// throw: ai::Error where the user is to read the host's code, a plain AIErr while paths are built.
+// The dispatcher turns both into the answer to the host.
 #pragma once
 
 #include <vector>
@@ -21,15 +21,15 @@ class kvoexportfileplugin : public Plugin {
   explicit kvoexportfileplugin(hostapi::SPPluginRef self);
   ~kvoexportfileplugin() override = default;
 
-  /// The frame's dispatcher behind the ladder of catches: nothing thrown leaves the module.
+  /// The frame's dispatcher inside `guarded`: no exception leaves the module.
   hostapi::SPErr message(std::string_view caller, std::string_view selector, void* record) override;
 
   /// Starts the frame, prints the host's version and registers the file format.
   hostapi::SPErr startupPlugin(hostapi::SPInterfaceMessage* record) override;
 
  protected:
-  /// Opens one file: reads it by its extension and builds its art in the current document. A file
-  /// that cannot be read to its end gives no art and 0.
+  /// Opens one file: reads it by its extension and builds its art in the current document. For a
+  /// file that cannot be read to its end it draws nothing and gives 0.
   hostapi::SPErr goFileFormat(void* record) override;
 
  private:

@@ -4,7 +4,7 @@
 #include "hostapi/ai_document_suite.h"
 #include "model/bounding_box.h"
 
-/// Constants in single precision, widened where a computation runs in double.
+/// Constants in single precision, widened where the computation is in double.
 inline constexpr float kInkToPoints = 0.2834F;  ///< one ink unit, about 0.1 mm
 inline constexpr float kPageCentreH = 297.57F;  ///< the centre of an A4 page
 inline constexpr float kPageCentreV = 420.849F;

@@ -16,7 +16,7 @@
 
 using namespace hostapi;
 
-// Codes that steer the host and mean nothing to a person.
+// Codes that control the host and mean nothing to the user.
 static constexpr AIErr kNeverShown[] = {
     fourCC("FMT?"),
     fourCC("RFSE"),
@@ -43,8 +43,8 @@ struct Plugin::MessageRow {
   SPErr (Plugin::*operation)(void* record);
 };
 
-// Every message of the host's protocol. "Startup" and "Shutdown" are not among them: they make and
-// end the object.
+// Every message of the host's protocol but "Startup" and "Shutdown", which create and delete the
+// object.
 const Plugin::MessageRow Plugin::kMessages[] = {
     {caller::kAccess, selector::kReload, &Plugin::answerNothing},
     {caller::kAccess, selector::kUnload, &Plugin::answerNothing},
@@ -126,7 +126,7 @@ void Plugin::setName(const char* text) {
   name[sizeof name - 1] = '\0';
 }
 
-// The name is the one of the module's property list; ours stays where the host does not tell it.
+// The host gives the name in the module's property list; otherwise the plug-in keeps its own.
 void Plugin::takeNameFromHost() {
   const char* text = nullptr;
   if (call(&SPPluginsSuite::GetPluginName, self, &text) == kNoErr && text != nullptr) setName(text);

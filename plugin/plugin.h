@@ -8,8 +8,8 @@
 #include "hostapi/sp_access_suite.h"
 #include "plugin/suites.h"
 
-/// A handler answers 0, or a host code; '!MSG' says that it does not handle the message. What is
-/// thrown out of a handler ends in the ladder of `guarded`.
+/// A handler answers 0 or a host code; '!MSG' means that it does not handle the message. Whatever a
+/// handler throws is caught by `guarded`.
 class Plugin {
  public:
   explicit Plugin(hostapi::SPPluginRef self);
@@ -17,29 +17,28 @@ class Plugin {
   Plugin(const Plugin&) = delete;
   Plugin& operator=(const Plugin&) = delete;
 
-  /// Compares caller and selector byte for byte and calls the operation for them; 0 when there is
-  /// none.
+  /// Compares caller and selector byte for byte and runs the operation for them; gives 0 when there
+  /// is none.
   virtual hostapi::SPErr message(std::string_view caller, std::string_view selector, void* record);
 
   /// Acquires the suites, subscribes to "application started" and keeps the module in memory.
   virtual hostapi::SPErr startupPlugin(hostapi::SPInterfaceMessage* record);
-  /// Undoes what start-up did, also what a failed start-up did.
+  /// Undoes what start-up did, including what a failed start-up had done so far.
   virtual hostapi::SPErr shutdownPlugin(hostapi::SPInterfaceMessage* record);
 
-  /// Runs an operation of the plug-in and turns whatever comes out of it into a code for the host:
-  /// ai::Error gives its code, any other exception 'CANT', '!MSG' becomes 0. A code other than 0 is
-  /// reported.
+  /// Runs an operation of the plug-in and turns its outcome into a code for the host: ai::Error
+  /// gives its code, any other exception 'CANT', '!MSG' becomes 0. A code other than 0 is reported.
   template <class Operation>
   hostapi::SPErr guarded(std::string_view caller, std::string_view selector, Operation operation);
 
-  /// Shows the host's error alert for a code, unless it says nothing to a person, or is the one
-  /// reported less than `duplicateTimeout` seconds ago.
+  /// Shows the host's error alert for a code, unless the code means nothing to the user or was the
+  /// last one shown, less than `duplicateTimeout` seconds ago.
   void reportError(hostapi::AIErr code, std::string_view caller, std::string_view selector);
 
-  /// The alert alone.
+  /// Shows the alert, whatever was shown before.
   static void showErrorAlert(hostapi::AIErr code);
 
-  /// Seconds since the epoch; replaceable, for the rule of the duplicates.
+  /// Seconds since the epoch; tests replace it to try the suppression of duplicates.
   static std::int64_t (*clock)();
 
  protected:

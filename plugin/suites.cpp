@@ -26,7 +26,7 @@ using namespace hostapi;
 
 namespace {
 
-// One suite of the list: how it is asked for and where its pointer goes.
+// One suite of the list: how it is requested and where its pointer goes.
 struct Row {
   SuiteId id{};
   void (*keep)(const void* table) = nullptr;
@@ -81,7 +81,7 @@ constexpr auto allRows() {
   return list;
 }
 
-// Made by the compiler: start-up needs no memory for it.
+// Built by the compiler: start-up allocates nothing for it.
 constinit auto rows = allRows();
 
 int acquisitionCount = 0;

@@ -8,9 +8,9 @@
 
 namespace ai {
 
-/// One pointer, so that it can cross the border by address. Its inside belongs to the host. Every
-/// operation but compare and the destructor throws ai::Error with the host's code when it fails; a
-/// constructor that throws leaves nothing behind.
+/// Holds a single pointer, so that it can be passed to the host by address. What it points to
+/// belongs to the host. Every operation but compare and the destructor throws ai::Error with the
+/// host's code when it fails; a constructor that throws leaves nothing behind.
 class UnicodeString {
  public:
   UnicodeString() = default;
@@ -26,11 +26,11 @@ class UnicodeString {
 
   UnicodeString& append(const UnicodeString& other);
 
-  /// Below 0, 0 or above 0, over the whole of both strings.
+  /// Compares the whole of both strings: below 0, 0 or above 0.
   std::int32_t compare(const UnicodeString& other) const;
 
-  /// The text as the system's wide text. Read character by character, as only that function stands
-  /// in the same slot in every known layout of the suite.
+  /// The text as the system's wide text. It is read character by character because that is the only
+  /// reading function whose slot is the same in every known layout of the suite.
   std::wstring toWide() const;
 
   hostapi::UnicodeStringBody* body() { return &body_; }

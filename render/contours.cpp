@@ -6,18 +6,18 @@ namespace render {
 
 namespace {
 
-constexpr int kRim = 1'000'000'000;  // steps; the widest picture is still told by a 32-bit number
+constexpr int kFarthest = 1'000'000'000;  // steps; the widest picture still fits 32 bits
 
 int nearest(double value) {
   if (std::isnan(value)) return 0;
-  if (std::abs(value) >= kRim) return value < 0 ? -kRim : kRim;
+  if (std::abs(value) >= kFarthest) return value < 0 ? -kFarthest : kFarthest;
   return static_cast<int>(std::lrint(value));
 }
 
 }  // namespace
 
 Spot Grid::spot(double h, double v) const {
-  return {nearest(h * stepsOfPoint), nearest(v * stepsOfPoint)};
+  return {nearest(h * stepsPerPoint), nearest(v * stepsPerPoint)};
 }
 
 Squeeze::Squeeze(const Grid& grid, double roundness, double angle)

@@ -1,4 +1,4 @@
-// Takes the points of one outline.
+// Collects the points of one outline.
 #pragma once
 
 #include <cstddef>
@@ -9,7 +9,7 @@
 
 namespace render {
 
-/// Makes every stamp of a brush of fixed shape a disc, and outlines of discs those of the brush.
+/// Maps every stamp of a brush of fixed shape to a disc, and outlines of discs back to the brush.
 class Squeeze {
  public:
   /// `roundness` above 0; `angle` in radians.
@@ -33,7 +33,7 @@ class Contours {
 
   void begin(std::size_t expectedPoints);
   void point(double x, double y);
-  /// What has become too small to cover anything is left out.
+  /// A contour that is too small to cover anything is left out.
   void end();
 
  private:

@@ -14,15 +14,15 @@ constexpr double kHairline = 0.75;  // points
 Frame frameOf(const Extent& extent, const Grid& grid) {
   const Spot low = grid.spot(extent.left, extent.bottom);
   const Spot high = grid.spot(extent.right, extent.top);
-  return {low.h, std::min(low.v, high.v - grid.stepsOfPoint),
-          std::max(high.h, low.h + grid.stepsOfPoint), high.v};
+  return {low.h, std::min(low.v, high.v - grid.stepsPerPoint),
+          std::max(high.h, low.h + grid.stepsPerPoint), high.v};
 }
 
 const art::Style* styleOf(const art::Document& document, std::optional<std::size_t> index) {
   return index && *index < document.styles.size() ? &document.styles[*index] : nullptr;
 }
 
-// A nib for each style, made when it is first asked for.
+// A nib for each style.
 class Nibs {
  public:
   explicit Nibs(const art::Document& document) : document_(document), plain_(nullptr) {
@@ -39,9 +39,9 @@ class Nibs {
   std::vector<Nib> nibs_;
 };
 
-class Draughtsman {
+class DrawingBuilder {
  public:
-  Draughtsman(const art::Document& document, const Options& options)
+  DrawingBuilder(const art::Document& document, const Options& options)
       : document_(document),
         options_(options),
         nibs_(document),
@@ -117,7 +117,7 @@ class Draughtsman {
 }  // namespace
 
 Drawing drawingOf(const art::Document& document, const Options& options) {
-  return Draughtsman(document, options).draw();
+  return DrawingBuilder(document, options).draw();
 }
 
 }  // namespace render

@@ -1,4 +1,4 @@
-// A document with its outlines: what every writer of a picture starts from.
+// A document with its outlines, from which every picture format is written.
 #pragma once
 
 #include <string>

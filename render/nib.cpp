@@ -9,7 +9,7 @@ namespace render {
 namespace {
 
 constexpr double kFlattest = 0.01;
-constexpr double kLargest = 1e5;  // points; keeps sums within what the picture can hold
+constexpr double kLargest = 1e5;  // points; keeps sums within the range of the grid
 
 double finite(double value) {
   return std::isfinite(value) ? std::clamp(value, -kLargest, kLargest) : 0;

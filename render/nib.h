@@ -1,4 +1,4 @@
-// The shape of a brush as the pressure changes it.
+// The shape of a brush at each pressure.
 #pragma once
 
 #include "art/style.h"
@@ -12,15 +12,16 @@ struct Stamp {
   double angle = 0;      ///< of the long axis, in radians, counter-clockwise
 };
 
-/// What a style draws with: its calligraphic brush, or a disc of its stroke's weight; without a
-/// style a disc of one point.
+/// What a style draws with: its calligraphic brush, or a disc as wide as its stroke weight; without
+/// a style a disc of one point.
 class Nib {
  public:
   explicit Nib(const art::Style* style);
   /// A disc of this diameter whatever the pressure.
   explicit Nib(double diameter);
 
-  /// `pressure` 0 to 1. A value that something other than pressure drives is taken at its centre.
+  /// `pressure` 0 to 1. A value that something other than pressure drives is taken at the middle of
+  /// its range.
   Stamp at(double pressure) const;
   /// Whether roundness or angle depend on the pressure.
   bool changesShape() const;

@@ -12,17 +12,17 @@
 
 namespace render {
 
-/// In whole steps of a grid, as the host counts: v upward.
+/// A point in whole steps of a grid; v grows upward, as in the host.
 struct Spot {
   int h = 0;
   int v = 0;
   friend bool operator==(const Spot&, const Spot&) = default;
 };
 
-/// Closed; clockwise as the host counts.
+/// Closed; clockwise with v upward.
 using Contour = std::vector<Spot>;
 
-/// The room that something takes, in points; empty while left is not below right.
+/// A rectangle in points; empty while left is not below right.
 struct Extent {
   double left = std::numeric_limits<double>::max();
   double bottom = std::numeric_limits<double>::max();
@@ -40,22 +40,22 @@ struct Outline {
   Extent extent;  ///< of what the brush covers, before any rounding
 };
 
-/// How far an outline may lie from the edge of what the brush covers, in points: closer than anyone
+/// How far an outline may lie from the edge of what the brush covers, in points: less than anyone
 /// can see in print.
 inline constexpr double kTolerance = 0.02;
 
-/// How finely pictures are drawn: hundredths of a point, or where lines are so thin that this
-/// shows, thousandths.
+/// How finely pictures are drawn: in hundredths of a point, or in thousandths where lines are so
+/// thin that hundredths would show.
 struct Grid {
-  int stepsOfPoint = 100;
+  int stepsPerPoint = 100;
 
-  /// The nearest spot; what is not a number counts as 0, what is too far out as the rim.
+  /// The nearest spot; NaN counts as 0, and coordinates are clamped to ±1e9 steps.
   Spot spot(double h, double v) const;
   Spot spot(const art::Point& point) const { return spot(double{point.h}, double{point.v}); }
-  double points(int steps) const { return static_cast<double>(steps) / stepsOfPoint; }
+  double points(int steps) const { return static_cast<double>(steps) / stepsPerPoint; }
 };
 
-/// Draws outlines; one object for many paths keeps its memory.
+/// Makes outlines; one object for many paths keeps its memory.
 class Outliner {
  public:
   explicit Outliner(const Grid& grid = {}) : grid_(grid) {}

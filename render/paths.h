@@ -1,4 +1,4 @@
-// Walks over the paths of a layer, and along one of them.
+// Visits the paths of a layer, and walks along one of them.
 #pragma once
 
 #include <optional>
@@ -23,12 +23,12 @@ void forEachPath(const std::vector<art::Object>& objects, Visit&& visit,
   }
 }
 
-/// Tells `pen` the pieces of a path: `move(point)`, `line(point)`, `curve(out, in, point)` and for
-/// a closed path `close()`. A piece whose control points lie on the anchors is a line, but for one
-/// that goes out to a control point and comes back. A single point is a line to itself, so that
-/// round line ends show it.
+/// Walks along a path, calling `pen.move(point)`, `pen.line(point)`, `pen.curve(out, in, point)`
+/// and for a closed path `pen.close()`. A piece whose control points lie on the anchors is a line,
+/// except one that goes out to a control point and comes back. A single point is a line to itself,
+/// so that round line ends show it.
 template <class Pen>
-void trace(const art::Path& path, Pen& pen) {
+void walk(const art::Path& path, Pen& pen) {
   const auto piece = [&pen](const art::Segment& from, const art::Segment& to) {
     const bool swapped = from.out == to.p && to.in == from.p;
     const bool retracted = from.out == from.p && to.in == to.p;

@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "render/drawing.h"
-#include "render/pages.h"
 #include "render/paths.h"
+#include "render/pdf_and_png.h"
 #include "render/pdf_file.h"
 #include "render/text.h"
 
@@ -16,15 +16,15 @@ namespace {
 constexpr double kLongestSide = 14400;  // a PDF page in its own units
 
 // The page's drawing operators. Coordinates are whole steps of the grid: shorter to write, and
-// shorter still as each stroke counts from its own start.
+// shorter still since each stroke is relative to its own start.
 class Content {
  public:
   Content(const Drawing& drawing, double unit) : drawing_(drawing), frame_(drawing.frame) {
-    const std::string scale = pdfNumber(1.0 / drawing.grid.stepsOfPoint / unit);
+    const std::string scale = pdfNumber(1.0 / drawing.grid.stepsPerPoint / unit);
     text_ = scale + " 0 0 " + scale + " 0 0 cm\n";
     if (!drawing.centreLines) return;
     text_ += "1 J 1 j ";
-    integer(static_cast<int>(kLineWidth * drawing.grid.stepsOfPoint));
+    integer(static_cast<int>(kLineWidth * drawing.grid.stepsPerPoint));
     text_ += "w\n";
   }
 
@@ -43,7 +43,7 @@ class Content {
       if (color != stroke.color) paint(stroke.color, drawing_.centreLines ? "RG\n" : "rg\n");
       color = stroke.color;
       if (drawing_.centreLines) {
-        trace(*stroke.path, *this);
+        walk(*stroke.path, *this);
         text_ += "S\n";
       } else if (!stroke.outline.contours.empty()) {
         fill(stroke.outline);
@@ -52,7 +52,7 @@ class Content {
     text_ += "EMC\n";
   }
 
-  // What `trace` tells of a centre line.
+  // Called by `walk` along a centre line.
   void move(const art::Point& point) {
     place(point);
     text_ += "m\n";
@@ -102,7 +102,7 @@ class Content {
     text_ += command;
   }
 
-  // And a blank.
+  // Followed by a space.
   void integer(int value) {
     std::array<char, 16> digits;
     char* end = std::to_chars(digits.data(), digits.data() + 12, value).ptr;
@@ -138,10 +138,6 @@ Picture toPdf(const art::Document& document, const Options& options) {
   PdfResult result = pdfFile(pageOf(drawingOf(document, options), options));
   if (result.problem.empty()) return {std::move(result.bytes), std::nullopt};
   return {{}, "no PDF could be made of the drawing: " + result.problem};
-}
-
-bool writesPages() {
-  return true;
 }
 
 }  // namespace render

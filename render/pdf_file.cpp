@@ -5,17 +5,19 @@
 #include <exception>
 #include <memory>
 #include <qpdf/Buffer.hh>
+#include <qpdf/Pl_Flate.hh>
 #include <qpdf/QPDF.hh>
 #include <qpdf/QPDFObjectHandle.hh>
 #include <qpdf/QPDFWriter.hh>
-
-#include "render/deflate.h"
 
 namespace render {
 
 namespace {
 
 using Handle = QPDFObjectHandle;
+
+// Fast rather than small: a higher level hardly makes outlines any smaller.
+constexpr int kCompressionLevel = 2;
 
 class PdfWriter {
  public:
@@ -33,6 +35,8 @@ class PdfWriter {
     writer.setMinimumPDFVersion("1.6");
     writer.setDeterministicID(true);
     writer.setObjectStreamMode(qpdf_o_disable);
+    writer.setCompressStreams(true);
+    Pl_Flate::setCompressionLevel(kCompressionLevel);
     writer.write();
     const std::unique_ptr<Buffer> buffer(writer.getBuffer());
     return {reinterpret_cast<const char*>(buffer->getBuffer()), buffer->getSize()};
@@ -50,8 +54,7 @@ class PdfWriter {
   }
 
   void addPage(const PdfPage& wanted) {
-    Handle stream = Handle::newStream(&pdf_, deflated(wanted.content));
-    stream.getDict().replaceKey("/Filter", Handle::newName("/FlateDecode"));
+    const Handle stream = Handle::newStream(&pdf_, wanted.content);
     Handle box = Handle::newArray();
     for (const double side : {0.0, 0.0, wanted.width, wanted.height})
       box.appendItem(Handle::newReal(pdfNumber(side)));

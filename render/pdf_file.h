@@ -1,5 +1,5 @@
-// The file of a PDF around the operators of its page. Plain types only: the library that writes it
-// is seen by one source file.
+// The PDF file around the drawing operators of its page. Plain types only: one source file alone
+// sees the library that writes it.
 #pragma once
 
 #include <cstddef>
@@ -14,7 +14,7 @@ struct PdfLayer {
 };
 
 struct PdfPage {
-  /// What the operators call the layer of this number, counted from 1: /OC NAME BDC ... EMC.
+  /// The name of a layer in the operators, by its number from 1: /OC NAME BDC ... EMC.
   static std::string nameOfLayer(std::size_t number) { return "/L" + std::to_string(number); }
 
   double width = 0;  ///< in units of the page
@@ -34,7 +34,7 @@ struct PdfResult {
 /// them.
 PdfResult pdfFile(const PdfPage& page);
 
-/// With a point in every locale, without an exponent.
+/// With a decimal point in every locale, and without an exponent.
 std::string pdfNumber(double value);
 
 }  // namespace render

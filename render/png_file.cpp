@@ -13,7 +13,7 @@ namespace render {
 
 namespace {
 
-constexpr int kEffort = 1;
+constexpr int kCompressionLevel = 1;
 constexpr std::size_t kChunk = 1U << 16U;
 constexpr unsigned char kUp = 2;  // each byte as its difference from the one above
 
@@ -48,13 +48,14 @@ unsigned char plain(unsigned color, unsigned alpha) {
 struct PngFile::State {
   explicit State(const PngHeader& h) : header(h), type(colorTypeOf(h)), output(kChunk, '\0') {
     constexpr std::array<std::size_t, 7> kBytes{1, 0, 3, 0, 2, 0, 4};
-    bytesOfPixel = kBytes.at(type);
-    const std::size_t bytes = static_cast<std::size_t>(h.width) * bytesOfPixel;
+    bytesPerPixel = kBytes.at(type);
+    const std::size_t bytes = static_cast<std::size_t>(h.width) * bytesPerPixel;
     above.resize(bytes);
     current.resize(bytes);
     filtered.resize(bytes + 1);
     filtered[0] = kUp;
-    if (deflateInit2(&stream, kEffort, Z_DEFLATED, MAX_WBITS, MAX_MEM_LEVEL, Z_RLE) != Z_OK) {
+    if (deflateInit2(&stream, kCompressionLevel, Z_DEFLATED, MAX_WBITS, MAX_MEM_LEVEL, Z_RLE) !=
+        Z_OK) {
       throw std::bad_alloc();
     }
     stream.next_out = outputBytes();
@@ -84,7 +85,7 @@ struct PngFile::State {
 
   void convert(const std::uint32_t* pixels) {
     unsigned char* to = current.data();
-    for (int i = 0; i < header.width; ++i, to += bytesOfPixel) {
+    for (int i = 0; i < header.width; ++i, to += bytesPerPixel) {
       const std::uint32_t pixel = pixels[i];
       if (header.transparent) {
         convertTransparent(pixel, to);
@@ -97,17 +98,24 @@ struct PngFile::State {
     }
   }
 
+  // Most pixels are empty or opaque, and need no division.
   void convertTransparent(std::uint32_t pixel, unsigned char* to) const {
     const unsigned alpha = pixel >> 24U;
-    to[bytesOfPixel - 1] = static_cast<unsigned char>(alpha);
-    to[0] = alpha == 0 ? 0 : plain(pixel >> 16U & 0xFFU, alpha);
+    const bool divided = alpha != 0 && alpha != 255;
+    const auto part = [&](unsigned shift) {
+      const unsigned color = pixel >> shift & 0xFFU;
+      return divided ? plain(color, alpha) : static_cast<unsigned char>(color);
+    };
+    to[bytesPerPixel - 1] = static_cast<unsigned char>(alpha);
+    to[0] = part(16);
     if (type == greyAlpha) return;
-    to[1] = alpha == 0 ? 0 : plain(pixel >> 8U & 0xFFU, alpha);
-    to[2] = alpha == 0 ? 0 : plain(pixel & 0xFFU, alpha);
+    to[1] = part(8);
+    to[2] = part(0);
   }
 
   void filter() {
-    for (std::size_t i = 0; i < current.size(); ++i)
+    const std::size_t bytes = current.size();
+    for (std::size_t i = 0; i < bytes; ++i)
       filtered[i + 1] = static_cast<unsigned char>(current[i] - above[i]);
     current.swap(above);
   }
@@ -129,7 +137,7 @@ struct PngFile::State {
 
   PngHeader header;
   ColorType type;
-  std::size_t bytesOfPixel = 0;
+  std::size_t bytesPerPixel = 0;
   std::vector<unsigned char> above;
   std::vector<unsigned char> current;
   std::vector<unsigned char> filtered;

@@ -1,4 +1,4 @@
-// The file of a bitmap, written row by row.
+// Writes a bitmap as a PNG file, row by row.
 #pragma once
 
 #include <cstdint>
@@ -27,7 +27,7 @@ class PngFile {
   /// colours multiplied by alpha.
   void row(const std::uint32_t* pixels);
 
-  /// The whole file, once all rows are told.
+  /// The whole file, after all rows were given.
   std::string finish();
 
  private:

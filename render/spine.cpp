@@ -9,11 +9,12 @@ namespace render {
 
 namespace {
 
-constexpr double kRim = 1e7;       // points
+constexpr double kFarthest = 1e7;  // points
 constexpr int kManyPieces = 2000;  // of one curve
 
 Place placeOf(const art::Point& point) {
-  return {std::clamp(double{point.h}, -kRim, kRim), std::clamp(double{point.v}, -kRim, kRim)};
+  return {std::clamp(double{point.h}, -kFarthest, kFarthest),
+          std::clamp(double{point.v}, -kFarthest, kFarthest)};
 }
 
 bool isNumber(const art::Point& point) {

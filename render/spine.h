@@ -23,18 +23,17 @@ struct Vertex {
 inline constexpr double kFlatness = 0.001;
 
 /// The path as straight pieces, start and end included, closed paths back to their start. Points
-/// that are not numbers are left out; what lies further out than the picture can hold is brought
-/// to its rim.
+/// that are not numbers are left out; coordinates are clamped to ±1e7 pt.
 void flatten(const art::Path& path, std::vector<Place>& line);
 
 /// The flattened path with the pressure at every place where direction or pressure changes.
 /// Pressure runs linearly over the length of the line between the samples; repeated offsets are
-/// taken in order, before the first and behind the last sample their values are held, and values
-/// are brought into 0 to 1. Without samples the pressure is 0.5, the brush's own size. `pressure`
-/// takes the place of the samples where the path has no pressure.
+/// taken in order, the first and the last value hold beyond their samples, and values are clamped
+/// to 0 to 1. Without samples the pressure is 0.5, the brush's own size. `pressure` replaces the
+/// samples where the path has no pressure.
 class Spine {
  public:
-  /// Overwrites what was there; kept between paths for its memory.
+  /// Overwrites the last result; one object for many paths keeps its memory.
   const std::vector<Vertex>& follow(const art::Path& path, std::optional<double> pressure);
 
  private:
@@ -53,11 +52,11 @@ class Spine {
   std::vector<Vertex> vertices_;
 };
 
-/// Whether the path tells of any pressure: a tablet value above 0.
+/// Whether the path has any pressure: a tablet value above 0.
 bool hasPressure(const art::Path& path);
 
-/// Whether nothing in the document tells of pressure though tablet data is there: with a brush
-/// driven by pressure it is drawn in hairlines.
+/// Whether the document has tablet data but no pressure at all: a brush driven by pressure then
+/// draws hairlines.
 bool lacksPressure(const art::Document& document);
 
 }  // namespace render

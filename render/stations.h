@@ -12,8 +12,8 @@ struct Station {
   double radius = 0;
 };
 
-/// Leaves out stations that the line between their neighbours passes, in place and in radius, as
-/// closely as `tolerance`. The first and the last station stay, and so do turns and jumps.
+/// Removes stations that the line between their neighbours passes within `tolerance`, in place and
+/// in radius. The first and the last station stay, and so do turns and jumps.
 void thin(std::vector<Station>& stations, double tolerance);
 
 }  // namespace render

@@ -28,7 +28,7 @@ class SvgWriter {
 
   std::string take() { return std::move(text_); }
 
-  // What `trace` tells of a centre line.
+  // Called by `walk` along a centre line.
   void move(const art::Point& point) { command('M', point); }
   void line(const art::Point& point) { command('L', point); }
   void curve(const art::Point& out, const art::Point& in, const art::Point& point) {
@@ -84,7 +84,7 @@ class SvgWriter {
     const art::Color color = layer.strokes.empty() ? art::Color{} : layer.strokes.front().color;
     if (centreLines_) {
       text_ += "\" fill=\"none\" stroke-width=\"";
-      number(static_cast<int>(std::lround(kLineWidth * grid_.stepsOfPoint)));
+      number(static_cast<int>(std::lround(kLineWidth * grid_.stepsPerPoint)));
       text_ += "\" stroke-linecap=\"round\" stroke-linejoin=\"round";
     }
     paint(color);
@@ -94,7 +94,7 @@ class SvgWriter {
     text_ += "</g>\n";
   }
 
-  // Behind an attribute that is still open.
+  // Follows an attribute that is still open.
   void paint(const art::Color& color) {
     text_ += centreLines_ ? "\" stroke=\"" : "\" fill=\"";
     appendColor(text_, color);
@@ -104,7 +104,7 @@ class SvgWriter {
     if (!centreLines_ && stroke.outline.contours.empty()) return;
     text_ += "<path d=\"";
     if (centreLines_) {
-      trace(*stroke.path, *this);
+      walk(*stroke.path, *this);
     } else {
       for (const Contour& contour : stroke.outline.contours)
         write(contour);
@@ -113,7 +113,7 @@ class SvgWriter {
     text_ += "\"/>\n";
   }
 
-  // Relative lines: the first pair behind a move is absolute, all others follow it without a
+  // The first point is absolute; all others are relative lines, written without repeating the
   // letter.
   void write(const Contour& contour) {
     Spot last = contour.front();
@@ -145,7 +145,7 @@ class SvgWriter {
 
   void number(int hundredths) { appendHundredths(text_, hundredths); }
 
-  // A further number: only a minus sign keeps it apart from the one before without a blank.
+  // A further number: it needs a space before it unless it begins with a minus sign.
   void follow(int hundredths) {
     std::array<char, kLongestNumber + 1> digits;
     digits[0] = ' ';

@@ -1,3 +1,4 @@
+// A document as SVG.
 #pragma once
 
 #include <string>

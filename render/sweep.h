@@ -1,4 +1,4 @@
-// The edge of the area that a brush covers on its way.
+// The edge of the area that a moving brush covers.
 #pragma once
 
 #include <vector>

@@ -6,39 +6,9 @@
 #include <cmath>
 #include <cstddef>
 
+#include "text/utf8.h"
+
 namespace render {
-
-namespace {
-
-constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
-
-unsigned byteAt(std::string_view text, std::size_t index) {
-  return index < text.size() ? static_cast<unsigned char>(text[index]) : 0U;
-}
-
-struct Character {
-  char32_t code = 0;
-  std::size_t length = 0;  // 0: not UTF-8
-};
-
-Character characterAt(std::string_view text, std::size_t index) {
-  const unsigned lead = byteAt(text, index);
-  if (lead < 0x80) return {lead, 1};
-  const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
-  if (lead < 0xC2 || lead > 0xF4) return {};
-  char32_t code = lead & (0x7FU >> length);
-  for (std::size_t i = 1; i < length; ++i) {
-    const unsigned next = byteAt(text, index + i);
-    if ((next & 0xC0U) != 0x80U) return {};
-    code = (code << 6U) | (next & 0x3FU);
-  }
-  constexpr std::array<char32_t, 5> kLeast{0, 0, 0x80, 0x800, 0x10000};
-  const bool surrogate = code >= 0xD800 && code <= 0xDFFF;
-  if (code < kLeast.at(length) || surrogate || code > 0x10FFFF) return {};
-  return {code, length};
-}
-
-}  // namespace
 
 char* putHundredths(char* to, int hundredths) {
   auto rest = static_cast<unsigned>(hundredths);
@@ -62,20 +32,19 @@ void appendHundredths(std::string& text, int hundredths) {
 }
 
 std::string plainText(std::string_view name) {
-  std::string text;
+  std::string plain;
   for (std::size_t i = 0; i < name.size();) {
-    const Character character = characterAt(name, i);
-    const bool control = character.code < 0x20 || (character.code >= 0x7F && character.code < 0xA0);
-    if (character.length == 0 || (character.code & 0xFFFEU) == 0xFFFEU) {
-      text += kReplacement;
-    } else if (control) {
-      text += ' ';
+    const text::Utf8Character character = text::firstCharacter(name.substr(i));
+    if (!character || (character.code & 0xFFFEU) == 0xFFFEU) {
+      plain += text::kReplacement;
+    } else if (text::isControl(character.code)) {
+      plain += ' ';
     } else {
-      text += name.substr(i, character.length);
+      plain += name.substr(i, character.length);
     }
     i += std::max<std::size_t>(character.length, 1);
   }
-  return text;
+  return plain;
 }
 
 void appendEscaped(std::string& text, std::string_view plain) {

@@ -1,4 +1,4 @@
-// Numbers and names as pictures write them, the same in every locale.
+// Numbers and names as they are written in pictures, the same in every locale.
 #pragma once
 
 #include <string>
@@ -8,21 +8,21 @@
 
 namespace render {
 
-/// Enough for every number that `putHundredths` writes.
+/// Long enough for every number that `putHundredths` writes.
 inline constexpr int kLongestNumber = 12;
 
 /// Writes hundredths as a decimal with at most two decimals, no trailing zeros, no zero before the
-/// point, no negative zero: 1234 -> 12.34, -50 -> -.5. Gives the place behind it; `to` must have
-/// room for `kLongestNumber`.
+/// point, no negative zero: 1234 -> 12.34, -50 -> -.5. Gives the end of the text; `to` must have
+/// space for `kLongestNumber`.
 char* putHundredths(char* to, int hundredths);
 
 void appendHundredths(std::string& text, int hundredths);
 
-/// UTF-8 without control characters: a blank stands for each of these, U+FFFD for each byte that
-/// is not part of a character and for characters that XML knows not.
+/// UTF-8 without control characters: each of these becomes a space. Each byte that is not part
+/// of a character, and each character that XML does not allow, becomes U+FFFD.
 std::string plainText(std::string_view name);
 
-/// Within an attribute in quotation marks.
+/// Appends the text escaped for a quoted attribute.
 void appendEscaped(std::string& text, std::string_view plain);
 
 /// #rgb or #rrggbb.

@@ -1,4 +1,4 @@
-"""Two more ink documents, a bar of music and a teapot, and one as other programs write them."""
+"""Two more ink documents, a tune and a teapot, and one in the form that other programs write."""
 
 from ink_pen import InkPen, document
 from pen import arc, curve, line, visible
@@ -135,8 +135,8 @@ def teapot():
 # -- as other programs write it ----------------------------------------------
 
 def other_program():
-    """A leaf in well-formed ink mark-up of another kind: a default namespace, "traceGroup" in camel case
-    without ids, points of two decimals without contexts. Nothing of it can be read as layers."""
+    """A leaf in well-formed InkML of another kind: a default namespace, "traceGroup" in camel case
+    without ids, points of two decimals without contexts. None of it can be read as layers."""
     pen = InkPen(0x6C)
     pen.stroke(curve([(1050, 2200), (1046, 1900), (1056, 1500), (1050, 900)]), pressure=520)
     for side in (-1, 1):

@@ -1,4 +1,4 @@
-"""The pretended pen of pen.py, writing an ink document in place of a recording.
+"""The simulated pen of pen.py, writing an ink document instead of a recording.
 
 Coordinates are whole ink units: a reader of this format cuts fractions off.
 """
@@ -24,7 +24,7 @@ class InkPen(Pen):
         """An ink document has no packets."""
 
     def vendor(self):
-        """Nor any that only its maker understands."""
+        """Nor packets that only the pen's maker understands."""
 
     battery = vendor
 
@@ -33,7 +33,7 @@ class InkPen(Pen):
             self.layers[-1][1].append([])
 
     def new_layer(self, name=""):
-        """A layer of that name; the first one is there already and only gets its name."""
+        """Starts a layer of that name; the first one already exists and only gets its name."""
         if not self.layers[-1][1]:
             self.layers.pop()
         else:

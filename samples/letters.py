@@ -1,11 +1,11 @@
 """An upright running hand, a few points for each letter: x to the right, y up,
 the height of a small letter 1, the base line 0.  A letter may need several
-pulls of the pen.
+strokes of the pen.
 """
 
 from pen import curve
 
-# letter: (advance, pulls)
+# letter: (advance, strokes)
 SMALL = {
     "a": (1.10, [[(.75, .82), (.45, 1), (.1, .75), (.05, .3), (.35, 0), (.65, .3), (.78, .95), (.76, .3), (.88, .02), (1.05, .15)]]),
     "b": (1.00, [[(.1, 1.9), (.06, 1), (.05, .1), (.1, .5), (.45, 1), (.8, .6), (.65, .1), (.3, 0), (.06, .2)]]),
@@ -46,8 +46,8 @@ SMALL = {
 
 
 def set_text(text, x, y, size, chance, slant=0.16, loose=0.06):
-    """The pulls of a line of text from (x, y) on; and where it ends."""
-    pulls = []
+    """The strokes of a line of text that starts at (x, y), and where it ends."""
+    strokes = []
     for letter in text:
         if letter == " ":
             x += size * (0.62 + 0.3 * chance())
@@ -57,6 +57,6 @@ def set_text(text, x, y, size, chance, slant=0.16, loose=0.06):
         for one in lines:
             shaped = [(x + size * grow * (px + slant * py + loose * chance()),
                        y - lift - size * grow * (py + loose * chance())) for px, py in one]
-            pulls.append(curve(shaped, 8))
+            strokes.append(curve(shaped, 8))
         x += size * (advance + 0.08 + 0.1 * chance())
-    return pulls, x
+    return strokes, x

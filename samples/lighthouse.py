@@ -177,7 +177,7 @@ def cottage(pen):
 
 
 def tower(pen):
-    # Both flanks in a few pulls each, as an arm draws a long line.
+    # Both flanks in a few strokes each, as an arm draws a long line.
     for side in (-1, 1):
         for top in range(850, 2040, 240):
             flank = [(CENTRE + side * half_width(y), float(y)) for y in range(top, min(top + 252, 2052), 12)]
@@ -253,7 +253,7 @@ def lamp(pen):
     pen.stroke(arc((x, 494), 17, 17, -1.57, 4.71, 18), speed=330, pressure=560)
     pen.stroke([(x, 476), (x + 1, 408)], speed=420, pressure=480)
     # Beams: rays that open and fade, to the left and to the right.
-    # Each ray is several pulls, the farther the lighter.
+    # Each ray is several strokes, the farther the lighter.
     for side, slant in ((-1, 0.10), (1, -0.10)):
         for ray in range(7):
             spread = (ray - 3) / 3.0

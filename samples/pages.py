@@ -14,8 +14,8 @@ def signature():
     def at(points):
         return curve([(330 + 1.08 * x + 0.2 * (400 - y), 900 + 1.1 * y) for x, y in points], 8)
 
-    # A large A, then "ma" run together in short pulls, a large T, "rillow".
-    pulls = [
+    # A large A, then "ma" run together in short strokes, a large T, "rillow".
+    strokes = [
         (at([(20, 420), (110, 250), (215, 20), (232, 40), (246, 200), (272, 400), (300, 388)]), 1500),
         (at([(70, 300), (40, 262), (120, 236), (250, 250), (330, 240)]), 1300),
         (at([(318, 270), (322, 400), (334, 310), (366, 276), (384, 320), (386, 392), (398, 310), (430, 274), (446, 330), (448, 394), (474, 380)]), 1050),
@@ -30,7 +30,7 @@ def signature():
         (at([(1386, 470), (1000, 500), (520, 520), (120, 560), (60, 596), (180, 606), (640, 556), (1120, 520), (1460, 540)]), 2700),
         (at([(968, 206), (974, 212)]), 300),
     ]
-    for points, speed in pulls:
+    for points, speed in strokes:
         pen.stroke(points, speed=speed * 2.55, pressure=560 if speed > 400 else 760, tremor=0.8,
                    weight=lambda point, part: 0.75 + 0.25 * sine(9.0 * part + 1.0))
     return pen.data
@@ -44,7 +44,7 @@ TEXT = ["The Keeper's Notes", "",
 
 
 def handwriting():
-    """A page of writing, algorithm 5, the time told now and then."""
+    """A page of writing, algorithm 5, the time recorded now and then."""
     pen = Pen(0x68, [0x07, 0xDC, 0x06, 0x03, 0x06, 0x1E, 0x00], algorithm=5, time_every=8)
     y = 330.0
     for number, text in enumerate(TEXT):
@@ -52,9 +52,9 @@ def handwriting():
             y += 62
             continue
         size = 62.0 if number == 0 else 43.0
-        pulls, end = set_text(text, 250.0 + 26 * pen.chance(), y, size, pen.chance)
-        for pull in pulls:
-            pen.stroke(pull, speed=1300 if number == 0 else 1040, pressure=470 if number == 0 else 380, tremor=0.5)
+        strokes, end = set_text(text, 250.0 + 26 * pen.chance(), y, size, pen.chance)
+        for stroke in strokes:
+            pen.stroke(stroke, speed=1300 if number == 0 else 1040, pressure=470 if number == 0 else 380, tremor=0.5)
         if number == 0:
             pen.stroke(curve([(240, y + 52), (600, y + 44), (end + 30, y + 54)]), speed=3600, pressure=420)
             pen.new_layer()
@@ -72,7 +72,7 @@ def handwriting():
 # -- hatching ----------------------------------------------------------------
 
 def hatch(pen, shape, angle, gap, pressure, tone=None, long=165.0, speed=900.0):
-    """Hatches a polygon with short strong pulls; tone(point) of 0 leaves paper white."""
+    """Hatches a polygon with short strong strokes; tone(point) of 0 leaves paper white."""
     ux, uy = cosine(angle), sine(angle)
     spots = [(x * ux + y * uy, -x * uy + y * ux) for x, y in shape]
     low, high = min(s[0] for s in spots), max(s[0] for s in spots)
@@ -121,7 +121,7 @@ def hatching():
     block = [(750.0, 1290.0), (980.0, 1176.0), (1390.0, 1240.0), (1390.0, 1680.0), (1170.0, 1840.0), (750.0, 1750.0)]
     solids = [circle, body, rim]
 
-    # Outlines in several pulls.
+    # Outlines in several strokes.
     for start in range(8):
         pen.stroke(arc(ball, radius, radius, start * 0.7854 + 0.04, start * 0.7854 + 0.86, 16), speed=1300, pressure=760)
     for start in range(6):
@@ -165,7 +165,7 @@ def hatching():
                                     (1.57, 14.0, 0.56, 1100)):
         hatch(pen, body, angle, gap, force, round_shade(edge))
     hatch(pen, [p for p in rim], 0.12, 20.0, 420, lambda point: 1.0 if point[0] < 1500 else 0.0)
-    # What the things throw on the table.
+    # The shadows on the table.
     pen.new_layer()
     shadow = arc((920.0, 2238.0), 520, 112, 0.0, 6.2832, 50)
     hatch(pen, shadow, 0.0, 15.0, 860, lambda point: 0.0 if inside(point, circle) or inside(point, body) else

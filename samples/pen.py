@@ -1,9 +1,9 @@
-"""A pretended digital pen: takes lines on a page, writes the packets of a recording.
+"""A simulated digital pen: takes lines on a page and writes the packets of a recording.
 
 The same bytes come out on every machine: results of trigonometry are rounded
 before use, everything else is plain IEEE arithmetic (which Python keeps exact
-to the last bit), and the only chance is a small congruential generator with a
-fixed seed.
+to the last bit), and the only random numbers come from a small congruential
+generator with a fixed seed.
 
 Units are ink units, tenths of a millimetre: an A4 page is 2100 by 2970.
 """
@@ -33,7 +33,7 @@ def smooth(u):
 
 
 class Chance:
-    """Numbers from -0.5 to 0.5, always the same ones for a seed."""
+    """Random numbers from -0.5 to 0.5, always the same for a seed."""
 
     def __init__(self, seed):
         self.state = seed & 0xFFFFFFFF
@@ -93,7 +93,7 @@ def inside(point, polygon):
 
 
 def visible(points, hidden=(), only=None, shortest=14.0):
-    """The parts of a line outside of all hidden polygons (and inside of `only`)."""
+    """The parts of a line outside all hidden polygons (and inside `only`)."""
     parts, part = [], []
     for point in dense(points, 3.0):
         if any(inside(point, polygon) for polygon in hidden) or (only and not inside(point, only)):
@@ -118,7 +118,7 @@ class Pen:
         self.time_every = time_every
         self.pressure_every = pressure_every
         self.length_six = length_six        # 0x06 and 0x41 both say six bytes
-        self.clock = 1500                   # milliseconds since the pen woke up
+        self.clock = 1500                   # milliseconds since the pen was switched on
         self.half = 0
         self.place = (1050.0, 1485.0)
         self.strokes = 0
@@ -137,7 +137,7 @@ class Pen:
         self.data += bytes([0x21, 0x05, 0x4B, self.strokes >> 8 & 0xFF, self.strokes & 0xFF])
 
     def battery(self):
-        """Another unknown one, of 12 bytes: its length code is 6 times 2."""
+        """Another unknown packet, of 12 bytes: its length code means 6 times 2."""
         self.data += bytes([0x42, 0x42, 0x0E, 0xD8]) + bytes(8)
 
     def status(self, bits):
@@ -166,7 +166,7 @@ class Pen:
         self._packet6(0xC2, [0x11, now >> 16 & 0xFF, now >> 8 & 0xFF, now & 0xFF])
 
     def _tick(self):
-        """7.5 milliseconds, told in whole ones."""
+        """7.5 milliseconds, in whole ones: 7 and 8 in turn."""
         self.clock += 7 + self.half
         self.half = 1 - self.half
 

@@ -1,33 +1,50 @@
 # Completion of penwick for bash.
+shopt -s extglob
+
+# Offers those of the given words that begin with the current one.
+_penwick_words() {
+  mapfile -t COMPREPLY < <(compgen -W "$1" -- "$word")
+}
+
+_penwick_recordings() {
+  compopt -o filenames
+  mapfile -t COMPREPLY < <(compgen -f -X '!*.@([pP][nN][xX]|[eE][lL][iI]|kvo|inkml)' -- "$word"
+                           compgen -d -- "$word")
+}
+
 _penwick() {
   local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD-1]} command=${COMP_WORDS[1]}
   COMPREPLY=()
   if [ "$COMP_CWORD" -eq 1 ]; then
-    mapfile -t COMPREPLY < <(compgen -W "open ink convert --help --version" -- "$word")
+    _penwick_words "open ink convert --help --version"
     return
   fi
+  # Bash takes "--format=s" apart into three words.
+  if [[ $before == = ]]; then
+    before=${COMP_WORDS[COMP_CWORD-2]}
+  elif [[ $word == = ]]; then
+    word=
+  fi
   case $before in
-    --format) mapfile -t COMPREPLY < <(compgen -W "svg pdf png json" -- "$word"); return ;;
-    --style) mapfile -t COMPREPLY < <(compgen -W "outline centerline" -- "$word"); return ;;
-    --as) mapfile -t COMPREPLY < <(compgen -W "pen inkml" -- "$word"); return ;;
-    --background) mapfile -t COMPREPLY < <(compgen -W "white black" -- "$word"); return ;;
-    --out-dir) compopt -o dirnames; return ;;
+    --format) _penwick_words "svg pdf png json"; return ;;
+    --style) _penwick_words "outline centerline"; return ;;
+    --as) _penwick_words "pen inkml"; return ;;
+    --background) _penwick_words "white black"; return ;;
+    --out-dir | --log-dir) compopt -o dirnames; return ;;
     --pressure | --dpi | --size) return ;;
     -o | --output | --journal | --module) compopt -o default; return ;;
   esac
-  local options="--help --output"
+  local options="--help --output --quiet --as"
   case $command in
-    open) options+=" --out-dir --force --quiet --format --style --pressure --background --dpi --size
-                     --journal --no-built-in-library --module --verbose" ;;
-    convert) options+=" --out-dir --force --quiet --as" ;;
-    ink) options+=" --quiet --as" ;;
+    open) options+=" --out-dir --force --format --style --pressure --background --dpi --size
+                     --journal --no-built-in-library --module --log-dir --verbose" ;;
+    convert) options+=" --out-dir --force --exact" ;;
+    ink) options+=" --force" ;;
   esac
   if [[ $word == -* ]]; then
-    mapfile -t COMPREPLY < <(compgen -W "$options" -- "$word")
+    _penwick_words "$options"
   else
-    compopt -o filenames
-    mapfile -t COMPREPLY < <(compgen -f -X '!*.@(pnx|eli|kvo|inkml)' -- "$word"; compgen -d -- "$word")
+    _penwick_recordings
   fi
 }
-shopt -s extglob
 complete -F _penwick penwick

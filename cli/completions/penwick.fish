@@ -1,21 +1,37 @@
 # Completion of penwick for fish.
+
+# The recordings, and the folders on the way to them, that begin with the current word.
+function __penwick_recordings
+    for path in (commandline -ct)*
+        if test -d $path
+            printf '%s/\tfolder\n' $path
+        else if string match -qr '\.((?i:pnx|eli)|kvo|inkml)$' -- $path
+            printf '%s\trecording\n' $path
+        end
+    end
+end
+
+complete -c penwick -f
 complete -c penwick -n __fish_use_subcommand -a open -d 'draw recordings'
 complete -c penwick -n __fish_use_subcommand -a ink -d 'show a recording as JSON'
 complete -c penwick -n __fish_use_subcommand -a convert -d 'write ink documents'
 complete -c penwick -n __fish_use_subcommand -l version -d 'show the version'
+complete -c penwick -n '__fish_seen_subcommand_from open ink convert' -a '(__penwick_recordings)'
 complete -c penwick -s h -l help -d 'show help'
-complete -c penwick -n '__fish_seen_subcommand_from open ink convert' -s o -l output -r -d 'where the result goes'
-complete -c penwick -n '__fish_seen_subcommand_from ink convert' -l as -x -a 'pen inkml' -d 'read it as'
+complete -c penwick -n '__fish_seen_subcommand_from open ink convert' -s o -l output -r -F -d 'where the result goes'
+complete -c penwick -n '__fish_seen_subcommand_from open ink convert' -l as -x -a 'pen inkml' -d 'read FILE as'
+complete -c penwick -n '__fish_seen_subcommand_from convert' -l exact -d 'keep the tenths of coordinates'
 complete -c penwick -n '__fish_seen_subcommand_from open convert' -l out-dir -x -a '(__fish_complete_directories)' -d 'folder for results'
-complete -c penwick -n '__fish_seen_subcommand_from open convert' -l force -d 'replace results'
-complete -c penwick -n '__fish_seen_subcommand_from open ink convert' -s q -l quiet -d 'say nothing but errors'
+complete -c penwick -n '__fish_seen_subcommand_from open ink convert' -l force -d 'overwrite results'
+complete -c penwick -n '__fish_seen_subcommand_from open ink convert' -s q -l quiet -d 'print only errors'
 complete -c penwick -n '__fish_seen_subcommand_from open' -l format -x -a 'svg pdf png json' -d 'format'
 complete -c penwick -n '__fish_seen_subcommand_from open' -l style -x -a 'outline centerline' -d 'outlines or lines'
 complete -c penwick -n '__fish_seen_subcommand_from open' -l pressure -x -d 'pressure where there is none'
 complete -c penwick -n '__fish_seen_subcommand_from open' -l background -x -a 'white black' -d 'colour behind'
-complete -c penwick -n '__fish_seen_subcommand_from open' -l dpi -x -d 'pixels an inch'
+complete -c penwick -n '__fish_seen_subcommand_from open' -l dpi -x -d 'pixels per inch'
 complete -c penwick -n '__fish_seen_subcommand_from open' -l size -x -d 'largest size in pixels'
-complete -c penwick -n '__fish_seen_subcommand_from open' -l journal -r -d 'write every call'
+complete -c penwick -n '__fish_seen_subcommand_from open' -l journal -r -F -d 'write every call'
 complete -c penwick -n '__fish_seen_subcommand_from open' -l no-built-in-library -d 'your own library only'
-complete -c penwick -n '__fish_seen_subcommand_from open' -l module -r -d 'plug-in module to run'
-complete -c penwick -n '__fish_seen_subcommand_from open' -s v -l verbose -d 'show what was printed'
+complete -c penwick -n '__fish_seen_subcommand_from open' -l module -r -F -d 'plug-in module to run'
+complete -c penwick -n '__fish_seen_subcommand_from open' -l log-dir -x -a '(__fish_complete_directories)' -d 'folder for the log'
+complete -c penwick -n '__fish_seen_subcommand_from open' -s v -l verbose -d 'show what was printed and skipped'

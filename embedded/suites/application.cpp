@@ -1,4 +1,4 @@
-// What concerns the application as a whole: Notifier 3, User 10, Runtime 11, File Format 12.
+// The suites of the application as a whole: Notifier 3, User 10, Runtime 11, File Format 12.
 #include <algorithm>
 #include <cstring>
 
@@ -65,7 +65,7 @@ std::int32_t getAppMinorVersion() {
 // ---- File Format ----
 
 // A host that reads the title as length-prefixed takes its first byte for the length; a leading
-// blank then stands for 32, so 33 bytes are read.
+// blank then means 32, so 33 bytes are read.
 constexpr unsigned char kLeadingBlank = ' ';
 constexpr std::size_t kTitleBytes = 33;
 constexpr std::size_t kMostExtensions = 31;  // characters in all
@@ -75,7 +75,7 @@ std::string titleOf(const PlatformAddFileFormatData& data) {
   return reinterpret_cast<const char*>(data.title);
 }
 
-// A title as long as the bytes that are read has nothing to fill.
+// A title that fills all of these bytes needs no zeros.
 bool titleIsFilled(const unsigned char* title) {
   if (title[0] != kLeadingBlank) return true;
   const std::size_t length = std::strlen(reinterpret_cast<const char*>(title));
@@ -108,10 +108,11 @@ AIErr registerFormat(Call& call, const char* name, const PlatformAddFileFormatDa
                      std::int32_t options, AIFileFormatHandle* format) {
   auto& formats = call.host.formats;
   if (!titleIsFilled(data.title)) {
-    return call.misbehaves("title is not filled with zeros up to 33 bytes");
+    return call.misbehaves("title is not zero-filled to 33 bytes");
   }
   if (!extensionsFit(data.extension)) {
-    return call.misbehaves("extension has more than 31 characters, or 5 in one of its parts");
+    return call.misbehaves(
+        "extension has more than 31 characters, or one of its parts more than 5");
   }
   if (std::ranges::any_of(formats, [&](const Host::Format& other) { return other.name == name; })) {
     return kNameInUseErr;

@@ -1,4 +1,4 @@
-// Art 16: making objects; Art Set 7: naming many of them.
+// Art 16: making objects; Art Set 7: listing them.
 #include <algorithm>
 #include <cstring>
 
@@ -13,7 +13,7 @@ namespace {
 
 constexpr AIErr kTooDeepErr = fourCC("NEST");
 constexpr AIErr kWrongPlaceErr = fourCC("~VAT");
-// Groups inside one another, a layer's own among them; the real host's bound is not known.
+// Groups inside one another, including the layer's own; the real host's limit is not known.
 constexpr std::size_t kDeepestGroup = 100;
 
 constexpr Function kNewArt{AIArtSuite::kId, "NewArt"};
@@ -36,11 +36,10 @@ Place besides(ArtNode& reference, bool above) {
   return {reference.parent, static_cast<std::size_t>(index) + (above ? 1 : 0)};
 }
 
-// Where an object of this order goes. Above all and below all are meant within the current layer;
-// the other orders need a reference, inside ones a group, beside ones an object that lies in one.
-AIErr findPlace(const DocumentNode& document, ArtNode* reference, std::int16_t order,
-                Place& place) {
-  ArtNode* all = document.currentLayer->group;
+// Where an object goes by its order. "Above all" and "below all" refer to the current layer; the
+// other orders need a reference: "inside" a group, "above" and "below" an object in a group.
+AIErr findPlace(Call& call, ArtNode* reference, std::int16_t order, Place& place) {
+  ArtNode* all = call.host.documents.current()->currentLayer->group;
   switch (order) {
     case kPlaceAboveAll:
       place = {all, all->children.size()};
@@ -50,13 +49,13 @@ AIErr findPlace(const DocumentNode& document, ArtNode* reference, std::int16_t o
       return kNoErr;
     case kPlaceInsideOnTop:
     case kPlaceInsideOnBottom:
-      if (reference == nullptr) return kBadParameterErr;
+      if (reference == nullptr) return call.badHandle("reference", nullptr);
       if (!reference->isGroup) return kWrongPlaceErr;
       place = {reference, order == kPlaceInsideOnTop ? reference->children.size() : 0};
       return kNoErr;
     case kPlaceAbove:
     case kPlaceBelow:
-      if (reference == nullptr) return kBadParameterErr;
+      if (reference == nullptr) return call.badHandle("reference", nullptr);
       if (reference->parent == nullptr) return kWrongPlaceErr;
       place = besides(*reference, order == kPlaceAbove);
       return kNoErr;
@@ -67,7 +66,7 @@ AIErr findPlace(const DocumentNode& document, ArtNode* reference, std::int16_t o
   }
 }
 
-// Compound paths are known to the host and not offered by this one.
+// A real host has compound paths; this one does not.
 AIErr checkType(std::int16_t type) {
   if (type == kPathArt || type == kGroupArt) return kNoErr;
   return type == kCompoundPathArt ? kNotImplementedErr : kUnknownArtTypeErr;
@@ -81,9 +80,7 @@ AIErr makeArt(Call& call, std::int16_t type, std::int16_t order, AIArtHandle han
   if (documents.current() == nullptr) return kNoDocumentErr;
   Place place;
   if (const AIErr code = checkType(type); code != kNoErr) return code;
-  if (const AIErr code = findPlace(*documents.current(), reference, order, place); code != kNoErr) {
-    return code;
-  }
+  if (const AIErr code = findPlace(call, reference, order, place); code != kNoErr) return code;
   const LayerNode& layer = *place.parent->layer;
   if (!layer.editable || !layer.visible) return kUntouchableLayerErr;
   if (depthOf(*place.parent) + 1 >= kDeepestGroup) return kTooDeepErr;
@@ -133,7 +130,7 @@ AIErr newArtSet(AIArtSet* set) {
       });
 }
 
-// The count has 32 bits in this host.
+// True in a host whose counts and indices have 64 bits.
 bool hasWideNumbers(const Call& call) {
   return call.host.options.artSetNumbers == ArtSetNumbers::bits64;
 }
@@ -154,7 +151,7 @@ AIErr countArtSet(AIArtSet set, std::uint64_t* count) {
       });
 }
 
-// Of the index no more is read than the host has.
+// Only as many bits of the index are read as the host's indices have.
 AIErr indexArtSet(AIArtSet set, std::uint64_t index, AIArtHandle* art) {
   const auto low = static_cast<std::uint32_t>(index);
   return answer(

@@ -19,6 +19,15 @@ Value valueAt(const void* place) {
   return value;
 }
 
+template <class Value>
+void putAt(void* place, Value value) {
+  std::memcpy(place, &value, sizeof value);
+}
+
+// What a failed call leaves behind. No handle of this host and no address looks like this one.
+constexpr std::int16_t kNumberOfNothing = 99;
+constexpr std::uint64_t kHandleOfNothing = 0x7777777777777770;
+
 }  // namespace
 
 void Call::inText(const char* name, const char* text) {
@@ -37,7 +46,7 @@ void Call::inString(const char* name, const UnicodeStringBody* string) {
     missingPointer_ = true;
     misbehaves(std::string(name) + (host.strings.wasRemoved(string->inside)
                                         ? " is a string that was destroyed"
-                                        : " is no string of this host"));
+                                        : " is not a string of this host"));
   }
   host.journal.addText(name, inside == nullptr ? std::string() : encodeUtf8(inside->text));
 }
@@ -49,7 +58,7 @@ void Call::inPath(const char* name, const FilePathBody* path) {
     missingPointer_ = true;
     misbehaves(std::string(name) + (host.paths.wasRemoved(path->inside)
                                         ? " is a file path that was deleted"
-                                        : " is no file path of this host"));
+                                        : " is not a file path of this host"));
   }
   if (inside == nullptr) {
     host.journal.addNull(name);
@@ -64,7 +73,7 @@ void Call::required(const char* name, const void* pointer) {
   misbehaves(std::string(name) + " is a null pointer");
 }
 
-void Call::addOut(const char* name, const void* place, OutKind kind) {
+void Call::addOut(const char* name, void* place, OutKind kind) {
   required(name, place);
   host.journal.addNull(name);
   outs_.at(outCount_++) = {place, host.journal.lastArgument(), kind};
@@ -91,20 +100,49 @@ void Call::record(const Out& out) {
   }
 }
 
+void Call::fillOuts() {
+  for (std::size_t i = 0; i < outCount_; ++i)
+    fill(outs_[i]);
+}
+
+void Call::fill(const Out& out) {
+  if (out.place == nullptr) return;
+  switch (out.kind) {
+    case OutKind::integer16:
+      putAt(out.place, kNumberOfNothing);
+      break;
+    case OutKind::integer:
+      putAt(out.place, std::int32_t{kNumberOfNothing});
+      break;
+    case OutKind::boolean:
+      putAt(out.place, AIBoolean{0});
+      break;
+    case OutKind::handle:
+      putAt(out.place, kHandleOfNothing);
+      break;
+    case OutKind::text:
+      putAt<const char*>(out.place, "left by a call that failed");
+      break;
+  }
+}
+
 AIErr Call::misbehaves(const std::string& what) {
   host.misbehaves(std::string("\"") + function_.suite.name + "\" " + function_.name + ": " + what);
   return badParameter();
 }
 
-// The plug-in manager's own suites spell the code in small letters.
+// The plug-in manager's own suites have the code in lower case.
 AIErr Call::badParameter() const {
   const bool manager = std::string_view(function_.suite.name).starts_with("SP ");
   return manager ? fourCC("Parm") : kBadParameterErr;
 }
 
 AIErr Call::badHandle(const char* name, const void* handle) {
-  if (handle == nullptr) return badParameter();
-  return misbehaves(std::string(name) + " is no handle that is in use here");
+  if (handle != nullptr) {
+    return misbehaves(std::string(name) + " is not a valid handle");
+  }
+  if (host.options.nullHandles == NullHandles::refused) return badParameter();
+  return misbehaves(std::string(name) + " is a null handle");
 }
 
 void Call::concerns(AIArtHandle art) {
@@ -140,7 +178,8 @@ void Call::finish(std::int32_t result, bool injected) {
     for (std::size_t i = 0; i < outCount_; ++i)
       record(outs_[i]);
   }
-  host.journal.end(result, injected, done ? std::nullopt : concernedPath());
+  if (!done && host.options.failedOuts == FailedOuts::filled) fillOuts();
+  host.journal.end(entry_, result, injected, done ? std::nullopt : concernedPath());
 }
 
 }  // namespace embedded

@@ -1,5 +1,4 @@
-// One call of a suite's function: recorded, made to fail where that is wanted, checked, carried
-// out.
+// One call of a suite's function: recorded, failed by fault injection, or checked and carried out.
 #pragma once
 
 #include <array>
@@ -17,14 +16,13 @@
 
 namespace embedded {
 
-/// What a function tells of its arguments. Each `in` records a value; each `out` records what
-/// stands there once the call has succeeded, and null after a failure. A pointer that must not be
-/// null and is makes the call answer 'PARM' and is named as misuse.
+/// A call and its arguments. Each `in` records a value; each `out` records the value given back
+/// when the call has succeeded, or null when it failed. If a pointer that must not be null is null,
+/// the call answers 'PARM' and is reported as misuse.
 class Call {
  public:
-  Call(HostState& state, const Function& function) : host(state), function_(function) {
-    host.journal.begin(function);
-  }
+  Call(HostState& state, const Function& function)
+      : host(state), function_(function), entry_(host.journal.begin(function)) {}
 
   HostState& host;
 
@@ -34,9 +32,9 @@ class Call {
   }
   void inHandle(const char* name, const void* handle) { host.journal.addHandle(name, handle); }
   void inText(const char* name, const char* text);
-  /// A null string body is the empty text; the address of the body must not be null.
+  /// A body with a null inside is the empty text; the address of the body must not be null.
   void inString(const char* name, const hostapi::UnicodeStringBody* string);
-  /// Shown as the path's last name.
+  /// Recorded as the path's last name.
   void inPath(const char* name, const hostapi::FilePathBody* path);
 
   void out(const char* name, std::int16_t* place) { addOut(name, place, OutKind::integer16); }
@@ -44,7 +42,7 @@ class Call {
   void outBoolean(const char* name, hostapi::AIBoolean* place) {
     addOut(name, place, OutKind::boolean);
   }
-  /// The 32 bits at the beginning of a place that may be wider.
+  /// The first 32 bits of an out parameter that may be wider.
   void outLow32(const char* name, void* place) { addOut(name, place, OutKind::integer); }
   template <class Handle>
   void outHandle(const char* name, Handle* place) {
@@ -59,15 +57,16 @@ class Call {
     }
   }
   void outText(const char* name, const char** place) { addOut(name, place, OutKind::text); }
-  /// A pointer that has to be there and is not recorded.
+  /// A pointer that must not be null; it is not recorded.
   void required(const char* name, const void* pointer);
 
-  /// 'PARM', in the plug-in manager's own suites 'Parm'.
+  /// 'PARM', or 'Parm' in the plug-in manager's own suites.
   hostapi::AIErr badParameter() const;
-  /// Names what the plug-in did wrong; gives `badParameter`.
+  /// Reports what the plug-in did wrong and returns `badParameter`.
   hostapi::AIErr misbehaves(const std::string& what);
-  /// For a handle that stands for nothing: `badParameter`; misuse unless it is null, since the host
-  /// itself gives out null where it refuses.
+  /// For an invalid handle: reports it as misuse and returns `badParameter`. A null handle is
+  /// reported only if the options ask for it, since a call that the host refuses leaves null
+  /// behind.
   hostapi::AIErr badHandle(const char* name, const void* handle);
 
   // For answer().
@@ -78,31 +77,34 @@ class Call {
  private:
   enum class OutKind : std::uint8_t { integer16, integer, boolean, handle, text };
   struct Out {
-    const void* place;
+    void* place;
     std::size_t argument;
     OutKind kind;
   };
   static constexpr std::size_t kMostOuts = 3;
 
-  void addOut(const char* name, const void* place, OutKind kind);
+  void addOut(const char* name, void* place, OutKind kind);
   void record(const Out& out);
+  void fillOuts();
+  static void fill(const Out& out);
   std::optional<std::size_t> concernedPath() const;
 
   const Function& function_;
+  std::size_t entry_;  ///< of the journal
   std::array<Out, kMostOuts> outs_{};
   std::size_t outCount_ = 0;
   std::size_t concernedPath_ = 0;
   bool missingPointer_ = false;
 
  public:
-  /// The call is about this path; kept for the journal's first failure.
+  /// The call concerns this path; the journal keeps it if the call fails.
   void concerns(hostapi::AIArtHandle art);
   void concernsNextPath();
 };
 
-/// Answers a call: `describe(call)` tells its arguments, `carryOut(call)` does it and gives the
-/// code. Nothing is carried out when a fault answers in its place or a pointer is missing. No
-/// exception leaves it: '!MEM' when memory is out, 'CANT' for anything else.
+/// Answers a call: `describe(call)` records its arguments, `carryOut(call)` performs it and returns
+/// the code. It is not performed if a fault is injected or a required pointer is null. Exceptions
+/// become codes: '!MEM' when memory runs out, 'CANT' for any other.
 template <class Describe, class CarryOut>
 std::int32_t answer(const Function& function, Describe describe, CarryOut carryOut) noexcept {
   try {

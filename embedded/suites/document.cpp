@@ -49,7 +49,7 @@ void describeSetup(Journal& journal, const AIDocumentSetup& setup) {
   journal.endObject();
 }
 
-// Asking is what shows that the plug-in builds art, whatever it is answered.
+// Asking for the set-up shows that the plug-in is building art, whatever the answer is.
 AIErr getDocumentSetup(AIDocumentSetup* setup) {
   return answer(
       kGetDocumentSetup,
@@ -68,6 +68,12 @@ AIErr getDocumentSetup(AIDocumentSetup* setup) {
       });
 }
 
+AIErr checkPageSize(const Call& call, float width, float height) {
+  if (!std::isfinite(width) || !std::isfinite(height)) return kBadParameterErr;
+  const bool isFlat = width <= 0 || height <= 0;
+  return isFlat && call.host.options.flatPages == FlatPages::refused ? kBadParameterErr : kNoErr;
+}
+
 AIErr setDocumentSetup(const AIDocumentSetup* setup) {
   return answer(
       kSetDocumentSetup,
@@ -79,8 +85,8 @@ AIErr setDocumentSetup(const AIDocumentSetup* setup) {
       [&](Call& call) {
         DocumentNode* document = call.host.documents.current();
         if (document == nullptr) return kNoDocumentErr;
-        if (!std::isfinite(setup->width) || !std::isfinite(setup->height)) {
-          return kBadParameterErr;
+        if (const AIErr code = checkPageSize(call, setup->width, setup->height); code != kNoErr) {
+          return code;
         }
         document->setup = *setup;
         setPageSize(*document, setup->width, setup->height);

@@ -67,25 +67,29 @@ AIErr getFirstLayer(AILayerHandle* layer) {
       });
 }
 
-// Above and below need a reference, above all and below all need none. Sublayers, which the orders
-// inside a layer would make, are not offered.
+std::size_t placeOf(const DocumentNode& document, const LayerNode* layer) {
+  const auto found = std::ranges::find(document.layers, layer);
+  return static_cast<std::size_t>(found - document.layers.begin());
+}
+
+// "Above" and "below" need a reference, which is searched for among all layers; "above all" and
+// "below all" need none and take the same time however many layers there are. Sublayers, which
+// "inside" would make, are not offered.
 AIErr insert(Call& call, DocumentNode& document, AILayerHandle reference, std::int16_t order,
              AILayerHandle* layer) {
   const LayerNode* beside = call.host.documents.find(reference);
   if (reference != nullptr && beside == nullptr) return call.badHandle("reference", reference);
-  const auto found = std::ranges::find(document.layers, beside);
-  auto place = static_cast<std::size_t>(found - document.layers.begin());
+  std::size_t place = 0;
   switch (order) {
     case kPlaceAboveAll:
       place = document.layers.size();
       break;
     case kPlaceBelowAll:
-      place = 0;
       break;
     case kPlaceAbove:
     case kPlaceBelow:
-      if (beside == nullptr) return kBadParameterErr;
-      place += order == kPlaceAbove ? 1 : 0;
+      if (beside == nullptr) return call.badHandle("reference", reference);
+      place = placeOf(document, beside) + (order == kPlaceAbove ? 1 : 0);
       break;
     case kPlaceDefault:
     case kPlaceInsideOnTop:

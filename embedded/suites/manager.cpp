@@ -79,7 +79,7 @@ SPBoolean isEqual(const char* a, const char* b) {
       [&](Call&) { return std::string_view(a) == b ? 1 : 0; });
 }
 
-// Blocks are made of units that suit every type; one of no bytes has an address too.
+// Blocks are aligned for every type; even one of size 0 has an address.
 std::vector<std::max_align_t> makeBlock(std::size_t size) {
   return std::vector<std::max_align_t>(size / sizeof(std::max_align_t) + 1);
 }
@@ -109,7 +109,7 @@ SPErr freeBlock(void* block) {
       kFreeBlock, [](Call&) {},
       [&](Call& call) {
         if (block == nullptr || call.host.blocks.erase(block) == 1) return kNoErr;
-        return call.misbehaves("this block was not allocated, or is freed already");
+        return call.misbehaves("block was not allocated, or was already freed");
       });
 }
 
@@ -123,7 +123,7 @@ SPErr reallocateBlock(void* block, std::size_t size, void** newBlock) {
       [&](Call& call) {
         const auto old = call.host.blocks.find(block);
         if (block != nullptr && old == call.host.blocks.end()) {
-          return call.misbehaves("this block was not allocated, or is freed already");
+          return call.misbehaves("block was not allocated, or was already freed");
         }
         if (size > kLargestBlock) return kOutOfMemoryErr;
         std::vector<std::max_align_t> made = makeBlock(size);
@@ -140,7 +140,7 @@ SPErr undefined() {
   return answer(
       kUndefined, [](Call&) {},
       [](Call& call) {
-        call.misbehaves("this stands in for functions that are missing");
+        call.misbehaves("it stands in for missing functions and must not be called");
         return kNotImplementedErr;
       });
 }
@@ -171,7 +171,7 @@ SPErr releasePlugin(SPAccessRef access) {
       kReleasePlugin, [&](Call& call) { call.inHandle("access", access); },
       [&](Call& call) {
         if (numberOf(access, HandleKind::access) != 1) return call.badHandle("access", access);
-        if (call.host.accessCount == 0) return call.misbehaves("access was released before");
+        if (call.host.accessCount == 0) return call.misbehaves("access was already released");
         --call.host.accessCount;
         return kNoErr;
       });

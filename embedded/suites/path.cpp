@@ -1,4 +1,4 @@
-// Path 10 and TabletData 2: what a path is made of.
+// Path 10 and TabletData 2: the segments of a path and its pressure.
 #include <algorithm>
 
 #include "embedded/suites/call.h"
@@ -22,7 +22,7 @@ void describePath(Call& call, AIArtHandle path) {
   call.concerns(path);
 }
 
-// Null after telling, in `code`, what is wrong with the handle.
+// Null when the handle is wrong; `code` is then the answer.
 art::Path* findPath(Call& call, AIArtHandle handle, AIErr& code) {
   ArtNode* node = call.host.documents.find(handle);
   code = kNoErr;
@@ -69,7 +69,7 @@ AIErr storeSegments(Call& call, art::Path& path, std::int16_t first, std::int16_
   const auto size = static_cast<std::ptrdiff_t>(path.segments.size());
   if (first < 0 || std::ptrdiff_t{first} + count > size) {
     return call.misbehaves("segments " + std::to_string(first) + " to " +
-                           std::to_string(first + count - 1) + " of a path of " +
+                           std::to_string(first + count - 1) + " of a path that has " +
                            std::to_string(size));
   }
   std::transform(segments, segments + count, path.segments.begin() + first,
@@ -110,7 +110,7 @@ AIErr setPathClosed(AIArtHandle path, AIBoolean closed) {
       });
 }
 
-// More samples than segments and values above 1 are taken as they are.
+// More samples than segments, and values above 1, are accepted.
 AIErr storeTabletData(Call& call, art::Path& path, const AITabletProfile* profiles,
                       std::int32_t count, AITabletDataType type) {
   if (count < 0) return call.misbehaves("count is " + std::to_string(count));

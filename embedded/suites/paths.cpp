@@ -35,16 +35,16 @@ constexpr Function kSet = function("Set");
 constexpr Function kGetFileExtension = function("GetFileExtension");
 constexpr Function kGetFullPath = function("GetFullPath");
 
-// The path's text, empty for an empty path; nothing after naming as misuse what is no path.
+// The path's text, empty for an empty path; anything that is not a path is reported as misuse.
 std::optional<std::u32string_view> textOf(Call& call, const FilePathBody& path) {
   if (path.inside == nullptr) return std::u32string_view();
   if (const HostPath* inside = call.host.paths.find(path.inside)) return inside->text;
-  call.misbehaves(call.host.paths.wasRemoved(path.inside) ? "a file path that was deleted is used"
-                                                          : "this is no file path of this host");
+  call.misbehaves(call.host.paths.wasRemoved(path.inside) ? "a deleted file path is used"
+                                                          : "this is not a file path of this host");
   return std::nullopt;
 }
 
-// Gives the path a text; an empty body gets an inside of its own.
+// Sets the path's text; an empty body gets an inside of its own.
 AIErr assign(Call& call, FilePathBody& path, std::u32string text) {
   if (!textOf(call, path)) return call.badParameter();
   if (path.inside == nullptr) {
@@ -55,7 +55,7 @@ AIErr assign(Call& call, FilePathBody& path, std::u32string text) {
   return kNoErr;
 }
 
-// On Windows both separators are the system's own.
+// Windows itself accepts both separators.
 std::u32string withSystemSeparators(std::u32string_view given) {
   std::u32string text(given);
 #ifndef _WIN32
@@ -125,7 +125,7 @@ AIErr getFileExtension(const FilePathBody* path, UnicodeStringBody* extension) {
       });
 }
 
-// What people see of a path is its last name.
+// The user sees the path's last name.
 AIErr getFullPath(const FilePathBody* path, AIBool8 displayName, UnicodeStringBody* text) {
   return answer(
       kGetFullPath,

@@ -1,4 +1,4 @@
-// Names inside a file path. Both '/' and '\' separate, on every system.
+// Names in a file path. Both '/' and '\' are separators, on every system.
 #pragma once
 
 #include <string>
@@ -6,10 +6,10 @@
 
 namespace embedded {
 
-/// Behind the last separator.
+/// What follows the last separator.
 std::u32string_view lastName(std::u32string_view path);
 
-/// Behind the last dot of the last name; empty when there is none.
+/// What follows the last dot of the last name; empty when there is no dot.
 std::u32string_view extensionOf(std::u32string_view path);
 
 }  // namespace embedded

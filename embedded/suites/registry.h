@@ -1,4 +1,4 @@
-// The suites of one host, with everything that its options change about them.
+// The suites of one host, as its options modify them.
 #pragma once
 
 #include <vector>
@@ -8,11 +8,11 @@
 
 namespace embedded {
 
-/// All suites but those that the options lack, at the versions and with the null slots they ask
-/// for.
+/// All suites except those that the options leave out, with the versions and null slots that they
+/// ask for.
 std::vector<OfferedSuite> makeSuites(const Options& options);
 
-/// The basic suite, which comes with each message; its null slots too.
+/// The basic suite, which comes with each message, with the null slots of the options.
 hostapi::SPBasicSuite makeBasicSuite(const Options& options);
 
 }  // namespace embedded

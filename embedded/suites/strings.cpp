@@ -15,8 +15,8 @@ std::optional<std::u32string_view> textOf(Call& call, const UnicodeStringBody& s
   if (string.inside == nullptr) return std::u32string_view();
   if (const HostString* inside = call.host.strings.find(string.inside)) return inside->text;
   call.misbehaves(call.host.strings.wasRemoved(string.inside)
-                      ? "a string that was destroyed is used"
-                      : "this is no string of this host");
+                      ? "a destroyed string is used"
+                      : "this is not a string of this host");
   return std::nullopt;
 }
 
@@ -74,7 +74,7 @@ AIErr initializeFrom(Call& call, UnicodeStringBody& string, std::string_view byt
       text = decodeUtf16Bytes(bytes);
       break;
     default:
-      return call.misbehaves("encoding " + std::to_string(encoding) + " is not offered");
+      return call.misbehaves("encoding " + std::to_string(encoding) + " is not supported");
   }
   if (!text) return kStringMalformedErr;
   return assign(call, string, std::move(*text));
@@ -136,7 +136,7 @@ AIErr destroy(UnicodeStringBody* string) {
       });
 }
 
-// Appends a part of `other`; its start may be its end, not lie beyond it.
+// Appends a part of `other`, which may start at its end but not beyond it.
 AIErr appendPart(Call& call, UnicodeStringBody& string, const UnicodeStringBody& other,
                  std::size_t start, std::size_t count) {
   const auto text = textOf(call, string);
@@ -167,7 +167,7 @@ AIErr appendSubString(UnicodeStringBody* string, const UnicodeStringBody* other,
       [&](Call& call) { return appendPart(call, *string, *other, start, count); });
 }
 
-// A string that was never initialised makes one like it, unless there is something to replace.
+// Copying a string that was never initialised gives one like it, unless there is text to replace.
 AIErr copyInto(Call& call, UnicodeStringBody& destination, const UnicodeStringBody& source) {
   const auto text = textOf(call, source);
   if (!text) return call.badParameter();

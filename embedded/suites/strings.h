@@ -1,4 +1,4 @@
-// The host's strings, for the suites that take or give them.
+// The host's strings, for the suites that accept or give them.
 #pragma once
 
 #include <optional>
@@ -10,11 +10,11 @@
 
 namespace embedded {
 
-/// The string's text, empty for one that was never initialised; nothing after naming as misuse what
-/// is no string. Valid until the string changes.
+/// The string's text, empty for one that was never initialised; nothing for anything that is not a
+/// string, which is reported as misuse. Valid until the string changes.
 std::optional<std::u32string_view> textOf(Call& call, const hostapi::UnicodeStringBody& string);
 
-/// Gives the string a text; a body that was never initialised gets an inside of its own.
+/// Sets the string's text; a body that was never initialised gets an inside of its own.
 hostapi::AIErr assign(Call& call, hostapi::UnicodeStringBody& string, std::u32string text);
 
 }  // namespace embedded

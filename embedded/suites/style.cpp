@@ -1,9 +1,9 @@
-// Art Style 6 and Path Style 12: named styles and the libraries that they come from.
-#include "embedded/library.h"
+// Art Style 6 and Path Style 12: named styles and the libraries they come from.
 #include "embedded/suites/call.h"
 #include "embedded/suites/strings.h"
 #include "embedded/suites/tables.h"
 #include "embedded/text.h"
+#include "stylelib/library.h"
 
 namespace embedded {
 
@@ -79,7 +79,8 @@ AIErr addNamedStyle(AIArtStyleHandle style, const UnicodeStringBody* name, AIBoo
       [&](Call& call) { return addStyle(call, style, *name, unique != 0, namedStyle); });
 }
 
-// A null document has no styles: it is what an import that failed leaves.
+// A null document, which a failed import leaves behind, has no styles. Only a host that is told to
+// report null handles refuses it.
 AIErr getArtStyleByNameFromDocument(AIArtStyleHandle* style, const UnicodeStringBody* name,
                                     AIDocumentHandle document) {
   return answer(
@@ -91,7 +92,10 @@ AIErr getArtStyleByNameFromDocument(AIArtStyleHandle* style, const UnicodeString
       },
       [&](Call& call) {
         const DocumentNode* node = call.host.documents.find(document);
-        if (node == nullptr && document != nullptr) return call.badHandle("document", document);
+        const bool noneIsTaken = call.host.options.nullHandles == NullHandles::refused;
+        if (node == nullptr && (document != nullptr || !noneIsTaken)) {
+          return call.badHandle("document", document);
+        }
         const std::string wanted = encodeUtf8(textOf(call, *name).value_or(U""));
         const StyleNode* found = node == nullptr ? nullptr : findStyle(*node, wanted);
         *style = found == nullptr ? nullptr : found->handle;
@@ -105,22 +109,22 @@ AIErr getArtStyleByNameFromDocument(AIArtStyleHandle* style, const UnicodeString
 void noteBadLibrary(Call& call, const std::string& path, const std::string& problem) {
   const bool served = call.host.options.builtInLibrary;
   call.host.note("the brush style library " + path + " was not read: " + problem +
-                 "; expected is a native file, level 9 to CS6, that lists the graphic style "
+                 "; expected a native file, level 9 to CS6, that lists the graphic style "
                  "TrillowStyle" +
-                 (served ? "; the built-in library was used in its place" : ""));
+                 (served ? "; the built-in library was used instead" : ""));
 }
 
 AIErr import(Call& call, const std::u32string& path, AIDocumentHandle* document) {
   if (path.empty() || path != call.host.libraryPath) return kCantImportErr;
   const std::string native = toNativePath(path);
-  NativeLibrary library;
-  if (libraryFileExists(native)) {
-    library = readLibraryFile(native);
+  stylelib::NativeLibrary library;
+  if (stylelib::libraryFileExists(native)) {
+    library = stylelib::readLibraryFile(native);
     if (!library.problem.empty()) noteBadLibrary(call, native, library.problem);
   }
   if (library.styles.empty()) {
     if (!call.host.options.builtInLibrary) return kCantImportErr;
-    library = builtInLibrary();
+    library = stylelib::builtInLibrary();
   }
   *document = call.host.documents.makeLibrary(library.styles)->handle;
   return kNoErr;
@@ -134,6 +138,7 @@ AIErr importStyles(const FilePathBody* file, AIDocumentHandle* document) {
         call.outHandle("document", document);
       },
       [&](Call& call) {
+        if (call.host.options.whileImporting) call.host.options.whileImporting();
         const HostPath* path = call.host.paths.find(file->inside);
         return import(call, path == nullptr ? std::u32string() : path->text, document);
       });

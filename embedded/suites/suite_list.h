@@ -30,8 +30,8 @@ struct SuiteShape {
   std::size_t slots;
 };
 
-/// The suites that are acquired and never called have no table here that is known: each slot of
-/// theirs up to this one is named by its number when it is called, the rest are named together.
+/// The tables of the suites that are acquired but never called are not known. If one of their first
+/// `kUncalledSlots` slots is called, it is reported by its number, the others by one name.
 inline constexpr std::size_t kUncalledSlots = 32;
 inline constexpr std::size_t kUncalledTable = 256;
 

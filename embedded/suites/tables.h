@@ -1,4 +1,4 @@
-// The tables of the suites, one function each, and what fills the slots that are not offered.
+// The tables of the suites, one function for each, and what fills the slots that are not offered.
 #pragma once
 
 #include <array>
@@ -18,10 +18,10 @@ hostapi::ReservedSlot asSlot(Result (*function)(Parameters...)) {
   return reinterpret_cast<hostapi::ReservedSlot>(function);
 }
 
-/// Names the call as misuse and records it; '!IMP'. `slot` counts from 0.
+/// Reports the call as misuse, records it and returns '!IMP'. `slot` counts from 0.
 hostapi::AIErr calledUnofferedSlot(const hostapi::SuiteId& suite, std::size_t slot) noexcept;
 
-/// What stands in a slot of a called suite that is not offered.
+/// Fills a slot of a called suite that is not offered.
 template <std::size_t suite, std::size_t slot>
 hostapi::AIErr unofferedSlot() {
   return calledUnofferedSlot(kCalledSuites[suite].id, slot);
@@ -33,15 +33,15 @@ constexpr auto unofferedSlots(std::index_sequence<slot...>) {
   return std::array<Unoffered, sizeof...(slot)>{&unofferedSlot<suite, slot>...};
 }
 
-/// A table without any function of its own.
+/// A table in which calling any slot is misuse.
 template <class Suite>
 Suite tableOfMisuse() {
-  constexpr std::size_t index = calledSuiteIndex(Suite::kId.name);
-  constexpr auto slots =
-      unofferedSlots<index>(std::make_index_sequence<kCalledSuites[index].slots>());
-  static_assert(sizeof slots == sizeof(Suite));
+  constexpr std::size_t kIndex = calledSuiteIndex(Suite::kId.name);
+  constexpr auto kSlots =
+      unofferedSlots<kIndex>(std::make_index_sequence<kCalledSuites[kIndex].slots>());
+  static_assert(sizeof kSlots == sizeof(Suite));
   Suite table;
-  std::memcpy(static_cast<void*>(&table), slots.data(), sizeof table);
+  std::memcpy(static_cast<void*>(&table), kSlots.data(), sizeof table);
   return table;
 }
 

@@ -1,3 +1,4 @@
+// What answers when a slot that is not offered is called.
 #include <string>
 
 #include "embedded/host_state.h"
@@ -22,8 +23,8 @@ void recordUnoffered(HostState& host, const SuiteId& suite, const std::string& n
   UnofferedFunction& call = host.unofferedCalls.emplace_back();
   call.name = name;
   call.function = {.suite = suite, .name = call.name.c_str()};
-  host.journal.begin(call.function);
-  host.journal.end(kNotImplementedErr, false, std::nullopt);
+  const std::size_t place = host.journal.begin(call.function);
+  host.journal.end(place, kNotImplementedErr, false, std::nullopt);
 }
 
 template <std::size_t suite, std::size_t slot>
@@ -36,7 +37,7 @@ AIErr textEngineSlot() {
   return calledUnofferedSlot(kTextEngineSuites[suite], slot);
 }
 
-// A table of kUncalledTable slots whose first ones are given and whose others are all `rest`.
+// A table of kUncalledTable slots: the first ones as given, all others `rest`.
 std::vector<ReservedSlot> tableOf(const std::array<Unoffered, kUncalledSlots>& first,
                                   Unoffered rest) {
   std::vector<ReservedSlot> slots(kUncalledTable, asSlot(rest));

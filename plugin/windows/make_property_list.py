@@ -1,11 +1,11 @@
 #!/usr/bin/env python3
-"""Writes the property list by which the host knows the plug-in module, as its resource holds it.
+"""Writes the property list by which the host recognises the plug-in module, as a resource.
 
 make_property_list.py OUT NAME ENTRY
 
 A list is a 16-bit 1, then as 32-bit numbers the list's version 0 and the number of properties. Each
-property is four 32-bit numbers, vendor, key, id and length, and its data, padded with zeros to a
-multiple of 4. All numbers are little-endian, so that four-character codes stand reversed.
+property is four 32-bit numbers (vendor, key, id and length) and its data, padded with zeros to a
+multiple of 4. All numbers are little-endian, so four-character codes appear reversed.
 """
 import pathlib
 import struct

@@ -28,7 +28,7 @@ TEST(JsonWriter, PutsCommasBetweenValuesAndNowhereElse) {
   EXPECT_EQ(out, R"({"a":1,"b":[2,3],"c":{},"d":[]})");
 }
 
-TEST(JsonWriter, AppendsToWhatIsThere) {
+TEST(JsonWriter, AppendsToExistingText) {
   std::string out = "before ";
   JsonWriter(out).beginArray().value(true).null().value(false).endArray();
   EXPECT_EQ(out, "before [true,null,false]");
@@ -104,7 +104,7 @@ TEST(JsonWriter, EscapesKeysLikeText) {
   EXPECT_EQ(out, R"({"a\"b":"c\n"})");
 }
 
-TEST(JsonWriter, BreaksTheLineBehindACommaOrBeforeAnEnd) {
+TEST(JsonWriter, BreaksTheLineAfterACommaOrBeforeAnEnd) {
   std::string out;
   JsonWriter json(out);
   json.beginArray().newline().value(1).newline().value(2).newline().endArray();

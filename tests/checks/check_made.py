@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
-"""Shows that kept files are what their script makes: check_made.py FOLDER SCRIPT [WORD ...]
+"""Checks that committed files are what their script makes: check_made.py FOLDER SCRIPT [ARGUMENT ...]
 
-A word MADE stands for a new folder, MADE/NAME for a file in it; every file that the script puts there
-is compared with the one of its name in FOLDER.
+In an argument MADE stands for a new folder, MADE/NAME for a file in it; every file that the script puts
+there is compared with the file of the same name in FOLDER.
 """
 import pathlib
 import subprocess

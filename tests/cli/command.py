@@ -27,13 +27,48 @@ def pressure(value):
 
 
 def stroke(*points, pressed=512):
-    """Pen up, pen down, the points; the pressure packet behind the first holds for all of them."""
+    """Pen up, pen down, the points; the pressure packet after the first holds for all of them."""
     first, *rest = (coordinate(x, y) for x, y in points)
     return status(0) + status(1) + first + (pressure(pressed) if pressed else b"") + b"".join(rest)
 
 
+# Where the plug-in's log lies, below the folder of the test.
+LOG = "home/.local/state/penwick/orvo.log"
+
 TWO_POINTS = descriptor() + stroke((0, 10), (100, 200))
 THREE_POINTS = descriptor() + stroke((0, 10), (100, 200), (300, 50))
+
+
+TRACE = '<trace contextRef="#c">0 1 0 512,10 20 0 512,30 5 0 512</trace>'
+
+
+def ink(inside, head=""):
+    return (head + "<ink>" + inside + "</ink>").encode()
+
+
+def layer(inside, name="layer0"):
+    return f'<tracegroup id="{name}">{inside}</tracegroup>'
+
+
+# What files that are no recordings are said to be, and how they begin.
+UTF_16 = "text in UTF-16, not a recording; save ink documents in UTF-8"
+OTHER_KINDS = (
+    ("a PNG picture, not a recording", b"\x89PNG\r\n\x1a\n\0\0"),
+    ("a JPEG picture, not a recording", b"\xff\xd8\xff\xe0\0\x10JFIF"),
+    ("a GIF picture, not a recording", b"GIF89a\1\0"),
+    ("a PDF document, not a recording", b"%PDF-1.5\n"),
+    ("a PostScript document, not a recording", b"%!PS-Adobe-3.0\n"),
+    ("a ZIP archive, not a recording; unpack it and open what is in it", b"PK\x03\x04\x14\0"),
+    ("compressed with gzip, not a recording; unpack it and open what is in it", b"\x1f\x8b\x08\0"),
+    (UTF_16, "\ufeff<ink/>".encode("utf-16-le")),
+    (UTF_16, "\ufeff<ink/>".encode("utf-16-be")),
+    (UTF_16, "<ink/>".encode("utf-16-le")),
+    (UTF_16, "<ink/>".encode("utf-16-be")),
+    ("an SVG picture, not a recording", b"<?xml version='1.0'?>\n<!-- <ink/> -->\n<svg width='1'></svg>"),
+    ("an SVG picture, not a recording", b"<svg:svg/>"),
+    ("an HTML page, not a recording", b"<!DOCTYPE html>\n<HTML lang='en'>"),
+    ("a text file, not a recording", b"x,y\n1,2\n"),
+)
 
 
 class CommandTest(unittest.TestCase):
@@ -51,10 +86,13 @@ class CommandTest(unittest.TestCase):
         return path
 
     def penwick(self, *words, program=PENWICK, **options):
-        environment = dict(os.environ, HOME=str(self.home), **options.pop("env", {}))
+        environment = {**os.environ, "HOME": str(self.home), "XDG_STATE_HOME": ""}
+        environment.pop("XDG_DATA_HOME", None)
+        environment.update(options.pop("env", {}))
+        if "input" not in options:
+            options.setdefault("stdin", subprocess.DEVNULL)
         self.result = subprocess.run(
-            [program, *map(os.fspath, words)], cwd=self.folder, env=environment,
-            stdin=subprocess.DEVNULL, capture_output=True, timeout=120, check=False, **options)
+            [program, *map(os.fspath, words)], cwd=self.folder, env=environment, capture_output=True, timeout=120, check=False, **options)
         self.out = self.result.stdout.decode("utf-8", "surrogateescape")
         self.errors = self.result.stderr.decode("utf-8", "surrogateescape")
         return self.result
@@ -68,7 +106,7 @@ class CommandTest(unittest.TestCase):
         before = self.files()
         self.penwick(*words, **options)
         self.assertEqual((self.errors, self.result.returncode), (f"penwick: {sentence}\n", status))
-        self.assertEqual(self.files() - before - {"orvo.log"}, set())
+        self.assertEqual(self.files() - before - {LOG}, set())
 
     def files(self):
         return {path.relative_to(self.folder).as_posix() for path in self.folder.rglob("*")

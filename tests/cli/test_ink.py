@@ -49,6 +49,16 @@ class Ink(CommandTest):
         self.assert_done("ink", "a.kvo", "--as", "pen")
         self.assertEqual(json.loads(self.out)["kind"], "pen")
 
+    def test_takes_an_ending_in_capitals_for_a_pen_recording_as_the_plug_in_does(self):
+        for name in ("a.KVO", "a.Kvo", "a.INKML", "a.inkMl"):
+            self.file(name)
+            self.assert_done("ink", name)
+            self.assertEqual(json.loads(self.out)["kind"], "pen", name)
+        for name in ("b.kvo", "b.inkml"):
+            self.file(name, b"<ink/>")
+            self.assert_done("ink", name)
+            self.assertEqual(json.loads(self.out)["kind"], "inkml", name)
+
     def test_writes_no_log(self):
         self.file("a.pnx", b"x")
         self.penwick("ink", "a.pnx")

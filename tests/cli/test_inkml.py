@@ -1,23 +1,10 @@
 import json
 import os
 import pathlib
-import subprocess
-import time
-import xml.dom.minidom
 
-from command import PENWICK, THREE_POINTS, CommandTest, coordinate, descriptor, status, stroke
+from command import OTHER_KINDS, THREE_POINTS, TRACE, CommandTest, ink, layer
 
 SAMPLES = pathlib.Path(__file__).resolve().parents[2] / "samples"
-
-TRACE = '<trace contextRef="#c">0 1 0 512,10 20 0 512,30 5 0 512</trace>'
-
-
-def ink(inside, head=""):
-    return (head + "<ink>" + inside + "</ink>").encode()
-
-
-def layer(inside, name="layer0"):
-    return f'<tracegroup id="{name}">{inside}</tracegroup>'
 
 
 class InkDocuments(CommandTest):
@@ -79,35 +66,64 @@ class Refusals(CommandTest):
 
     def test_a_file_of_2_gibibytes(self):
         os.truncate(self.file("a.kvo", b""), 2 ** 31)
-        self.assert_all_fail("the file has 2 GiB or more, ink documents are read up to that size; "
-                             "split it", "a.kvo")
+        self.assert_all_fail("the file has 2 GiB or more, and ink documents are read below that "
+                             "size only; split it", "a.kvo")
 
-    def test_a_pen_recording_of_the_wrong_name(self):
+    def test_a_pen_recording_with_the_wrong_extension(self):
         for content in (THREE_POINTS, THREE_POINTS + b"\xc3"):
-            self.assert_refused("this is no ink document; it looks like a pen recording: one opens "
-                                "when its name ends in .pnx or .eli", content)
+            self.assert_refused("this is not an ink document; it looks like a pen recording, which "
+                                "opens when its name ends in .pnx or .eli, or with --as pen", content)
 
-    def test_what_ends_the_reading_before_the_root(self):
+    def test_what_stops_the_reading_before_the_root(self):
         for what, content in (
                 ("a DOCTYPE with declarations of its own", b'<!DOCTYPE ink [<!ENTITY e "v">]><ink/>'),
                 ('a processing instruction with a ">" inside', b"<?pi a > b ?><ink/>"),
                 ("a broken declaration", b"<?xml version ?><ink/>"),
                 ("a NUL", b"<!--c-->\0<ink/>"),
                 ("text", b"<!--c-->text<ink/>")):
-            self.assert_refused(f"this is no ink document: {what} before its first element (line 2) "
-                                "ends the reading; take it out", b"\n" + content)
+            self.assert_refused(f"this is not an ink document: reading stops at {what} before its root "
+                                "element (line 2); remove it", b"\n" + content)
 
     def test_a_prefixed_root(self):
-        self.assert_refused('this is no ink document: its top element is "x:ink", not "ink"; names '
-                            'with a prefix are not understood, take the prefix "x:" out of every '
-                            "element", b"<x:ink/>")
+        self.assert_refused('this is not an ink document: its root element is "x:ink", not "ink"; InkML '
+                            "in the form that other programs write is not read; export the drawing there "
+                            "as a picture, such as SVG or PDF", b"<x:ink/>")
 
     def test_another_root(self):
-        self.assert_refused('this is no ink document: its top element is "svg", not "ink"', b"<svg/>")
+        self.assert_refused('this is not an ink document: its root element is "a", not "ink"', b"<a/>")
+
+    def test_files_of_other_kinds(self):
+        for what, content in OTHER_KINDS:
+            with self.subTest(what):
+                self.assert_refused(f"this is {what}", content)
+
+    def test_nothing_but_white_space(self):
+        self.assert_refused("the file contains only white space", b" \r\n\t\n")
+
+    def test_a_declared_encoding_that_is_not_read(self):
+        head = '<?xml version="1.0" encoding="ISO-8859-1"?>'
+        for content in (head + "<ink><!-- é", head + "<ink>\n<!-- é --><b>"):
+            self.assert_refused('the document declares the encoding "ISO-8859-1", but ink documents '
+                                "are always read as UTF-8; save it as UTF-8", content.encode("latin-1"))
+
+    def test_a_nul_byte(self):
+        self.assert_refused("its XML is broken: error reading Element value, at a NUL byte (line 2)",
+                            b"<ink>\nabc\0def</ink>\n")
+
+    def test_something_that_is_not_closed(self):
+        for content in (b"<ink><!-- x </ink>", b"<ink><![CDATA[ x </ink>\n"):
+            self.assert_refused("its XML is broken: error reading Element value, at its end; a tag, "
+                                "quotation or comment is not closed", content)
 
     def test_deep_nesting(self):
-        self.assert_refused("elements nest more than 500 deep (line 501); no ink document does",
+        self.assert_refused("elements are nested more than 500 deep (line 501); no ink document "
+                            "needs that",
                             b"<ink>\n" + b"<a>\n" * 600 + b"</a>" * 600 + b"</ink>")
+
+    def test_too_many_attributes(self):
+        attributes = "".join(f" a{i}=''" for i in range(10001)).encode()
+        self.assert_refused("an element has more than 10,000 attributes (line 2); no ink document "
+                            "needs so many", b"<ink>\n<a" + attributes + b"/></ink>")
 
     def test_a_file_cut_inside_a_character(self):
         self.assert_refused("the file ends inside a character (line 3); its end was lost",
@@ -115,7 +131,7 @@ class Refusals(CommandTest):
 
     def test_a_document_that_is_cut(self):
         self.assert_refused("its XML is broken: error reading Element value, at its end; it may be "
-                            "cut off, try an older copy", b"<ink>\n<tracegroup id='layer0'>")
+                            "cut off: try an older copy", b"<ink>\n<tracegroup id='layer0'>")
 
     def test_broken_xml(self):
         self.file("a.kvo", b"<ink>\n<tracegroup id='layer0'\n</ink>")
@@ -134,24 +150,24 @@ class Omissions(CommandTest):
         self.assertTrue(self.errors.startswith("penwick: a.kvo: warning: "))
         return self.errors
 
-    def test_text_behind_the_root(self):
-        self.assertIn("text behind the end of the document",
+    def test_text_after_the_root(self):
+        self.assertIn("reading stops at text after the end of the document",
                       self.warning(ink(layer(TRACE)) + b"\nmore"))
 
-    def test_what_ends_the_reading(self):
+    def test_what_stops_the_reading(self):
         for content, sentence in (
-                (b"<ink/>\n\0x", "a NUL behind the end of the document ends the reading (line 2)"),
-                (b'<ink/><!DOCTYPE x [ <!ENTITY e "v"> ]>', "a DOCTYPE with declarations of its own "
-                 "behind the end of the document ends the reading (line 1)")):
+                (b"<ink/>\n\0x", "reading stops at a NUL after the end of the document (line 2)"),
+                (b'<ink/><!DOCTYPE x [ <!ENTITY e "v"> ]>', "reading stops at a DOCTYPE with "
+                 "declarations of its own after the end of the document (line 1)")):
             self.assertIn(sentence, self.warning(content))
 
-    def test_a_text_that_is_divided(self):
-        self.assertIn("1 text read only up to the comment or element that divides it (line 1)",
+    def test_a_text_that_is_interrupted(self):
+        self.assertIn("1 text read only up to the comment or element that interrupts it (line 1)",
                       self.warning(ink(layer('<trace contextRef="#c">1 2 0 9,3 4<!--c-->,5 6</trace>'))))
 
-    def test_are_told_of_what_is_shown_and_converted_too(self):
+    def test_are_told_when_a_document_is_shown_or_converted_too(self):
         self.file("a.kvo", ink(layer(TRACE)) + b"\nmore")
-        said = ("penwick: a.kvo: warning: text behind the end of the document ends the reading "
+        said = ("penwick: a.kvo: warning: reading stops at text after the end of the document "
                 "(line 2)\n")
         for words in (["ink", "a.kvo"], ["convert", "a.kvo", "-o", "b.kvo"]):
             self.penwick(*words)
@@ -165,101 +181,80 @@ class Omissions(CommandTest):
         self.assertIn("was taken for the document", self.warning(b"<!--ink--><ink/>"))
 
     def test_traces_without_context(self):
-        self.assertIn("1 trace without contextRef left out (line 1)",
+        self.assertIn("1 trace without a contextRef left out (line 1)",
                       self.warning(ink(layer(TRACE + "<trace>1 2,3 4</trace>"))))
 
-    def test_the_way_other_programs_write(self):
+    def test_the_form_that_other_programs_write(self):
         said = self.warning(b'<ink xmlns="http://www.w3.org/2003/InkML"><traceGroup>'
                             b"<trace>1 2, 3 4</trace></traceGroup></ink>")
-        self.assertIn('1 group "traceGroup" not read, only "tracegroup" is', said)
+        self.assertIn('1 group "traceGroup" with 1 trace not read: only "tracegroup" is', said)
         self.assertIn('namespace "http://www.w3.org/2003/InkML"', said)
 
     def test_the_sample_of_another_program(self):
         said = self.warning((SAMPLES / "other-program.inkml").read_bytes())
-        self.assertIn('"traceGroup" not read, only "tracegroup" is', said)
-        self.assertEqual(self.out, "a.kvo: an empty drawing (the recording has no strokes to draw) "
+        self.assertRegex(said, r'1 group "traceGroup" with \d+ traces? not read: only "tracegroup" is')
+        self.assertEqual(self.out, "a.kvo: an empty drawing (none of the strokes could be drawn) "
                                    "-> a.svg\n")
+
+    def test_traces_in_places_that_are_not_read(self):
+        inside = "<trace>1 2,3 4</trace>" * 2
+        for sentence, content in (
+                ('2 traces not drawn, because traces inside "definitions" are not read (line 1)',
+                 ink(f"<definitions>{inside}</definitions>" + layer(TRACE))),
+                ('2 traces not drawn, because traces inside "page" are not read (line 1)',
+                 ink(f"<page><b>{inside}</b></page>" + layer(TRACE))),
+                ('2 traces not drawn, because traces inside "page" are not read (line 1)',
+                 ink(layer(TRACE + f"<page>{inside}</page>"))),
+                ("1 nested group with 2 traces not read (line 1)",
+                 ink(layer(TRACE + layer(inside, "layer1")))),
+                ('1 group without an id of the form "layer0" with 2 traces left empty, which '
+                 "extends the page to the origin (line 1)", ink(layer(TRACE) + layer(inside, "a"))),
+                ("2 traces inside another trace not drawn (line 1)",
+                 ink(layer(TRACE.replace("</", f"{inside}</"))))):
+            self.assertEqual(f"penwick: a.kvo: warning: {sentence}\n", self.warning(content))
+
+    def test_what_is_drawn_differently_from_how_it_is_meant(self):
+        def channels(names, units="0.1mm"):
+            made = "".join(f'<channel name="{name}" units="{units}"/>' for name in names.split())
+            return f'<definitions><traceFormat id="f">{made}</traceFormat></definitions>'
+
+        for sentence, content in (
+                ("1 trace has no points, which extends the page to the origin (line 1)",
+                 layer(TRACE + '<trace contextRef="#c">,</trace>')),
+                ('1 trace of the type "penUp" drawn as ink (line 1)',
+                 layer(TRACE.replace("<trace ", '<trace type="penUp" '))),
+                ("2 points are blank and drawn at the origin (line 1)",
+                 layer('<trace contextRef="#c">9 9, ,8 8 0 1, ,7 7</trace>')),
+                ("2 points have a pressure or time below 0, which was read as a very large one (line 1)",
+                 layer('<trace contextRef="#c">9 9 0 -1,8 8 0 -0,7 7 0 1 -1 -1 -9</trace>')),
+                ('the channels are declared as "X Y T", but points are always read as x, y, z, force, '
+                 "tilt x, tilt y, time (line 1)", channels("X Y T") + layer(TRACE)),
+                ('the channels are declared as "Y X Z F OTx OTy T", but points are always read as x, y, '
+                 "z, force, tilt x, tilt y, time (line 1)",
+                 channels("Y X Z F OTx OTy T") + layer(TRACE)),
+                ('coordinates are declared in "cm", but are always read in tenths of a millimetre '
+                 "(line 1)", channels("X Y Z F TX TY T", "cm") + layer(TRACE))):
+            self.file("a.kvo", ink(content))
+            self.penwick("open", "a.kvo", "-o", "a.svg", "--pressure", "1")
+            self.assertEqual(f"penwick: a.kvo: warning: {sentence}\n", self.errors)
+        for names in ("X Y Z F OTx OTy T", "X Y Z F TX TY T"):
+            self.file("a.kvo", ink(channels(names) + layer(TRACE)))
+            self.assert_done("open", "a.kvo", "-o", "a.svg")
+
+    def test_a_declared_encoding_that_is_not_read(self):
+        head = "<?xml version='1.0' encoding='windows-1252'?>"
+        self.assertIn('the document declares the encoding "windows-1252", but ink documents are '
+                      "always read as UTF-8", self.warning(ink("<!-- é -->" + layer(TRACE), head)))
+        for text in (ink(layer(TRACE), head), ink("<!-- é -->" + layer(TRACE), head.replace(
+                "windows-1252", "Utf-8"))):
+            self.file("a.kvo", text)
+            self.assert_done("open", "a.kvo", "-o", "a.svg")
+
+    def test_long_names_are_cut_between_characters(self):
+        for name, shown in (("é" * 81, "é" * 80 + "..."), ("é" * 80, "é" * 80)):
+            self.assertIn(f'traces inside "{shown}" are not read (line 1)', self.warning(ink(
+                f"<{name}><trace/></{name}>" + layer(TRACE))))
 
     def test_fractions(self):
         self.assertIn("has a fraction or an exponent", self.warning(
             ink(layer('<trace contextRef="#c">0.5 1 0 512,10 20 0 512,30 5 0 512</trace>'))))
-
-
-class Convert(CommandTest):
-    def test_writes_an_ink_document_that_opens(self):
-        self.file("a.pnx", descriptor() + bytes([100, 6, 6, 0, 2, 0]) +
-                  stroke((-5, 10), (95, 20), (195, 30)) + status(0x80) + stroke((5, 7), (15, 17)))
-        self.penwick("convert", "a.pnx", "-o", "a.kvo")
-        self.assertEqual((self.result.returncode, self.errors), (0, ""))
-        self.assertEqual(self.out, "a.pnx: 2 layers, 2 strokes -> a.kvo\n")
-        self.penwick("open", "-q", "a.kvo", "-o", "a.json")
-        self.assertEqual((self.result.returncode, self.errors), (0, ""))
-        art = json.loads((self.folder / "a.json").read_text())
-        self.assertEqual([len(layer["art"]) for layer in art["layers"]], [1, 1])
-
-    def test_writes_points_with_all_their_digits(self):
-        self.file("a.pnx", descriptor() + coordinate(10, 10) + coordinate(7, -1))
-        self.assert_done("convert", "-q", "a.pnx", "-o", "a.kvo")
-        root = xml.dom.minidom.parse(str(self.folder / "a.kvo")).documentElement
-        trace = root.getElementsByTagName("trace")[0]
-        self.assertEqual(trace.firstChild.data, "1.5 2.5 0 0 0 0 0,1.2 0.3 0 0 0 0 0")
-        # The context that the traces refer to is there.
-        self.assertEqual(trace.getAttribute("contextRef"), "#default-context")
-        contexts = root.getElementsByTagName("context")
-        self.assertEqual([c.getAttribute("id") for c in contexts], ["default-context"])
-
-    def test_leaves_nothing_behind_where_it_is_ended(self):
-        self.file("a.pnx", descriptor() + stroke(*[(i % 999, 10) for i in range(60000)]))
-        temporary = self.folder / "temporary"
-        temporary.mkdir()
-        environment = dict(os.environ, TMPDIR=str(temporary))
-        for delay in (0.01, 0.03, 0.06, 0.1, 0.15):
-            with subprocess.Popen([PENWICK, "convert", "-q", "--force", "a.pnx"], cwd=self.folder,
-                                  env=environment) as running:
-                time.sleep(delay)
-                running.terminate()
-            self.assertEqual(list(temporary.iterdir()), [])
-
-    def test_says_where_there_is_no_room_for_a_temporary_file(self):
-        self.file("a.pnx")
-        self.assert_fails("a.kvo: cannot be written: there is no room for a temporary file",
-                          "convert", "a.pnx", env={"TMPDIR": str(self.folder / "none")})
-
-    def test_names_results_after_their_files(self):
-        for name in ("a.pnx", "b.pnx"):
-            self.file(name)
-        self.assert_done("convert", "-q", "a.pnx", "b.pnx", "--out-dir", "out")
-        self.assertLessEqual({"out/a.kvo", "out/b.kvo"}, self.files())
-
-    def test_never_writes_over_the_recording_itself(self):
-        before = self.file("a.kvo", ink(layer(TRACE))).read_bytes()
-        self.penwick("convert", "--force", "a.kvo")
-        self.assertEqual(self.result.returncode, 1)
-        self.assertEqual((self.folder / "a.kvo").read_bytes(), before)
-
-    def converted(self, definitions):
-        self.file("a.kvo", ink(f"<definitions>{definitions}</definitions>"
-                               '<annotation type="author">me</annotation>' + layer(TRACE)))
-        self.assert_done("convert", "-q", "--force", "a.kvo", "-o", "b.inkml")
-        root = xml.dom.minidom.parse(str(self.folder / "b.inkml")).documentElement
-        self.assertEqual(root.getElementsByTagName("annotation")[0].firstChild.data, "me")
-        trace = root.getElementsByTagName("trace")[0]
-        self.assertEqual(trace.getAttribute("contextRef"), "#default-context")
-        return {name: [one.getAttribute("id") for one in root.getElementsByTagName(name)]
-                for name in ("traceFormat", "brush", "context")}
-
-    def test_keeps_own_definitions_and_annotations(self):
-        own = '<traceFormat id="f"/><brush id="b"><annotationXML/></brush>'
-        self.assertEqual(
-            self.converted(own + '<context id="mine" brushRef="#b" traceFormatRef="#f"/>'),
-            {"traceFormat": ["f", "default-format"], "brush": ["b", "default-brush"],
-             "context": ["default-context", "mine"]})
-        self.assertEqual(self.converted(own), {
-            "traceFormat": ["f", "default-format"], "brush": ["b", "default-brush"],
-            "context": ["default-context"]})
-
-    def test_keeps_an_own_context_of_the_default_name(self):
-        self.assertEqual(self.converted(
-            '<traceFormat id="f"/><brush id="b"><annotationXML/></brush>'
-            '<context id="default-context" brushRef="#b" traceFormatRef="#f"/>'),
-            {"traceFormat": ["f"], "brush": ["b"], "context": ["default-context"]})

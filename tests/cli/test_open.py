@@ -6,7 +6,7 @@ import stat
 import subprocess
 import xml.dom.minidom
 
-from command import (MODULE, PENWICK, THREE_POINTS, TWO_POINTS, CommandTest, coordinate, descriptor,
+from command import (LOG, MODULE, OTHER_KINDS, PENWICK, THREE_POINTS, TWO_POINTS, CommandTest, coordinate, descriptor,
                      status, stroke)
 
 
@@ -42,10 +42,10 @@ class OpeningOneFile(CommandTest):
         self.assert_done("open", "deep/a.pnx")
         self.assertIn("a.svg", self.files())
 
-    def test_keeps_a_drawing_that_is_there_unless_forced(self):
+    def test_keeps_a_drawing_that_already_exists_unless_forced(self):
         self.file("a.pnx")
         self.file("a.svg", b"mine")
-        self.assert_fails("a.svg: is there already and is kept; --force replaces it", "open", "a.pnx")
+        self.assert_fails("a.svg: already exists; use --force to overwrite it", "open", "a.pnx")
         self.assertEqual((self.folder / "a.svg").read_bytes(), b"mine")
         self.assert_done("open", "--force", "a.pnx")
         self.assertNotEqual((self.folder / "a.svg").read_bytes(), b"mine")
@@ -58,23 +58,23 @@ class OpeningOneFile(CommandTest):
 
     def test_never_writes_over_the_recording_itself(self):
         self.file("a.svg")
-        for words in (["a.svg", "--force"], ["a.svg", "-o", "./a.svg"]):
-            self.penwick("open", *words)
+        self.file("a.json")
+        for words in (["open", "a.svg", "--force"], ["open", "a.svg", "-o", "./a.svg"],
+                      ["ink", "a.json", "-o", "./a.json"],
+                      ["open", "a.json", "-o", "b.svg", "--journal", "a.json"]):
+            self.penwick(*words)
             self.assertEqual(self.result.returncode, 1)
             self.assertIn("is the recording itself", self.errors)
-        self.penwick("ink", "a.svg", "-o", "./a.svg")
-        self.assertIn("is the recording itself", self.errors)
-        self.penwick("open", "a.svg", "-o", "b.svg", "--journal", "a.svg")
-        self.assertIn("is the recording itself", self.errors)
-        self.assertEqual((self.folder / "a.svg").read_bytes(), THREE_POINTS)
+        for name in ("a.svg", "a.json"):
+            self.assertEqual((self.folder / name).read_bytes(), THREE_POINTS)
         self.assertNotIn("b.svg", self.files())
 
     def test_never_writes_drawing_and_journal_to_one_place(self):
         self.file("a.pnx")
-        for drawing, journal in (("a.svg", "./a.svg"), ("a.svg", "no/../a.svg")):
-            self.assert_fails(f"{journal}: is where the drawing goes; name another",
+        for drawing, journal in (("a.json", "./a.json"), ("a.json", "no/../a.json")):
+            self.assert_fails(f"{journal}: is also where the drawing goes; choose another file",
                               "open", "a.pnx", "-o", drawing, "--journal", journal)
-        self.assert_fails("-: is where the drawing goes; name another",
+        self.assert_fails("-: is also where the drawing goes; choose another file",
                           "open", "a.pnx", "-o", "-", "--journal", "-")
 
     def test_writes_clean_data_to_standard_output(self):
@@ -137,12 +137,12 @@ class OpeningOneFile(CommandTest):
     def test_leaves_no_log_for_a_recording_that_opens(self):
         self.file("a.pnx")
         self.assert_done("open", "a.pnx", "-o", "a.svg")
-        self.assertNotIn("orvo.log", self.files())
+        self.assertEqual(self.files(), {"a.pnx", "a.svg"})
 
     def test_the_plug_in_alone_writes_the_log(self):
         self.file("a.pnx", b"x")
         self.penwick("open", "a.pnx")
-        log = (self.folder / "orvo.log").read_text().splitlines()
+        log = (self.folder / LOG).read_text().splitlines()
         self.assertEqual([line.split("] ")[-1] for line in log], [
             "SEVERE bad packet tag: 1 expected for file descriptor\tFileDescriptor::readFromStream()",
             "SEVERE invalid file descriptor\tPnxParser::parse()"])
@@ -160,7 +160,7 @@ class OpeningOneFile(CommandTest):
         self.assert_done("open", "a.pnx", "-o", "a.svg")
         self.assertEqual(stat.S_IMODE((self.folder / "a.svg").stat().st_mode), 0o600)
 
-    def test_the_ending_of_an_output_tells_the_format_in_any_case(self):
+    def test_the_ending_of_an_output_chooses_the_format_in_any_case(self):
         self.file("a.pnx")
         self.assert_done("open", "a.pnx", "-o", "a.SVG")
         self.assertIn(b"<svg", (self.folder / "a.SVG").read_bytes())
@@ -169,6 +169,25 @@ class OpeningOneFile(CommandTest):
         self.file("a\n.pnx")
         self.assert_done("open", "a\n.pnx", "-o", "b\r.svg")
         self.assertEqual(self.out, "a?.pnx: 1 layer, 1 stroke, 3 points, 3 x 4 mm -> b?.svg\n")
+
+
+class Readings(CommandTest):
+    def times_opened(self, name, *words):
+        """How often the command opens a file."""
+        trace = self.folder / "trace"
+        subprocess.run(["strace", "-f", "-o", trace, "-e", "trace=open,openat", PENWICK, *words],
+                       cwd=self.folder, check=True, capture_output=True, timeout=120,
+                       env=dict(os.environ, HOME=str(self.home), ASAN_OPTIONS="detect_leaks=0"))
+        return trace.read_text().count(f'{name}"')
+
+    def test_a_recording_is_read_by_the_plug_in_alone_where_nothing_is_said(self):
+        self.file("a.pnx", THREE_POINTS + bytes([0x21, 5, 0, 0, 0]))
+        self.assertEqual(self.times_opened("a.pnx", "open", "-q", "a.pnx"), 1)
+
+    def test_a_recording_is_read_once_more_to_tell_what_was_left_out(self):
+        for content in (THREE_POINTS, THREE_POINTS + bytes([0x21, 5, 0, 0, 0])):
+            self.file("a.pnx", content)
+            self.assertEqual(self.times_opened("a.pnx", "open", "a.pnx", "--force"), 2)
 
 
 class Warnings(CommandTest):
@@ -180,11 +199,11 @@ class Warnings(CommandTest):
         self.assertIn("a.svg", self.files())
 
     def test_of_a_cut_last_packet(self):
-        self.assert_warns("the file ends inside its last packet (byte 36), what is missing there was "
-                          "taken as zeros", THREE_POINTS + bytes([97, 6, 0]))
+        self.assert_warns("the file ends inside its last packet (byte 36), the missing bytes were "
+                          "read as zeros", THREE_POINTS + bytes([97, 6, 0]))
 
     def test_of_a_packet_of_length_0(self):
-        self.assert_warns("a packet of length 0 (byte 36) ends the recording, nothing behind it was "
+        self.assert_warns("a packet of length 0 (byte 36) ends the recording, nothing after it was "
                           "read", THREE_POINTS + bytes([0x22, 0x40]) + stroke((1, 2), (3, 4)))
 
     def test_of_points_left_out(self):
@@ -201,15 +220,39 @@ class Warnings(CommandTest):
                           "keeps all points", THREE_POINTS + stroke(*points))
         self.assertIn("2 strokes, 7 points", self.out)
 
-    def test_of_unknown_tags(self):
-        self.assert_warns("1 packet of unknown tags skipped, the first (byte 36)",
-                          THREE_POINTS + bytes([0x21, 5, 0, 0, 0]))
+    def test_not_of_unknown_tags_unless_verbose(self):
+        unknown = bytes([0x21, 5, 0, 0, 0])
+        for content in (THREE_POINTS + unknown, THREE_POINTS + unknown + bytes([0x42, 0x42, *[7] * 10])):
+            self.file("a.pnx", content)
+            self.assert_done("open", "a.pnx", "-o", "a.svg")
+        self.penwick("open", "a.pnx", "-o", "a.svg", "--verbose")
+        self.assertIn("penwick: a.pnx: note: 2 packets of unknown tags skipped, the first (byte 36)\n",
+                      self.errors)
+
+    def test_of_unknown_tags_that_are_as_long_as_a_known_packet_and_occur_once(self):
+        for length in (3, 6, 9):
+            packet = bytes([0x21, length, *bytes(length - 2)])
+            self.assert_warns("1 packet skipped whose tag or length is probably damaged, the first "
+                              "(byte 36)", THREE_POINTS + packet)
+            self.file("a.pnx", THREE_POINTS + packet * 2)
+            self.assert_done("open", "a.pnx", "-o", "a.svg")
+
+    def test_of_unknown_tags_that_hide_known_packets(self):
+        hidden = coordinate(5, 6) + coordinate(7, 8)
+        self.assert_warns("2 packets skipped whose tag or length is probably damaged, the first "
+                          "(byte 41)", THREE_POINTS + bytes([0x21, 5, 0, 0, 0]) +
+                          (bytes([0x21, 15, 0]) + hidden) * 2)
+
+    def test_not_of_one_packet_that_an_unknown_tag_holds(self):
+        self.file("a.pnx", THREE_POINTS + bytes([0x21, 11, 0]) + coordinate(5, 6) + bytes(2))
+        self.assert_done("open", "a.pnx", "-o", "a.svg")
 
     def test_an_empty_drawing_is_said_to_be_one(self):
-        self.file("a.pnx", descriptor())
-        self.assert_done("open", "a.pnx", "-o", "a.svg")
-        self.assertEqual(
-            self.out, "a.pnx: an empty drawing (the recording has no strokes to draw) -> a.svg\n")
+        for content, why in ((descriptor(), "the recording has no strokes to draw"),
+                             (descriptor() + stroke((1, 2)), "none of the strokes could be drawn")):
+            self.file("a.pnx", content)
+            self.penwick("open", "a.pnx", "-o", "a.svg")
+            self.assertEqual(self.out, f"a.pnx: an empty drawing ({why}) -> a.svg\n")
 
 
 class BadInput(CommandTest):
@@ -241,23 +284,34 @@ class BadInput(CommandTest):
             options = {}
         self.penwick("open", "a.pnx", "-o", "a.svg", **options)
         self.assertEqual((self.result.returncode, self.errors), (
-            1, "penwick: a.pnx: the file may not be read; check its permissions\n"))
+            1, "penwick: a.pnx: permission to read the file is denied; check its permissions\n"))
 
     def test_an_empty_file(self):
         self.assert_refused("the file is empty (0 bytes)", b"")
 
     def test_a_text_file(self):
-        self.assert_refused("this is no pen recording: it begins with 0x48 where 0x01 is expected "
-                            "(byte 0); it looks like a text file", b"Hello\n")
+        for content in (b"Hello\n", "Grüße,\r\n\tich".encode(), b"\xef\xbb\xbf1,2\n"):
+            self.assert_refused("this is a text file, not a recording", content)
 
     def test_an_xml_file(self):
-        self.assert_refused("this is no pen recording: it begins with 0x3C where 0x01 is expected "
-                            "(byte 0); it looks like an XML document: an ink document opens when its "
-                            "name ends in .kvo or .inkml, in small letters", b"<?xml version='1.0'?><ink/>")
+        for content in (b"<?xml version='1.0'?><ink/>", b"\xef\xbb\xbf \n<x:ink/>"):
+            self.assert_refused("this is an XML document, not a pen recording; an ink document opens "
+                                "when its name ends in .kvo or .inkml, in small letters, or with --as "
+                                "inkml", content)
+
+    def test_files_of_other_kinds(self):
+        for what, content in OTHER_KINDS:
+            with self.subTest(what):
+                self.assert_refused(f"this is {what}", content)
+
+    def test_a_picture_is_named_as_one_and_not_as_its_own_output(self):
+        self.file("a.svg", b"<svg/>")
+        self.assert_fails("a.svg: this is an SVG picture, not a recording", "open", "a.svg")
+        self.assertEqual((self.folder / "a.svg").read_bytes(), b"<svg/>")
 
     def test_other_bytes(self):
-        self.assert_refused("this is no pen recording: it begins with 0x89 where 0x01 is expected "
-                            "(byte 0)", b"\x89PNG\x0d\x0a\x1a\x0a")
+        self.assert_refused("this is not a pen recording: it begins with 0x89 where 0x01 is expected "
+                            "(byte 0)", b"\x89\x00\x01")
 
     def test_a_wrong_descriptor_length(self):
         self.assert_refused("a file descriptor packet has the length code 0x07, that is 7 bytes, where "
@@ -300,19 +354,37 @@ class BadInput(CommandTest):
             "'SEGM', at stroke 2 of those drawn; a path has at most 32000 points, penwick convert and "
             "penwick ink keep longer strokes", "open", "a.pnx")
 
-    def test_a_pipe(self):
-        os.mkfifo(self.folder / "a.pnx")
-        for command in ("open", "ink", "convert"):
-            self.assert_fails("a.pnx: this is no file but a pipe or a device, which cannot be read "
-                              "twice; save it to a file and open that", command, "a.pnx")
+    def test_a_device(self):
+        for command in (["open"], ["ink"], ["convert"]):
+            self.assert_fails("/dev/null: this is a device, not a file; save the recording to a file "
+                              "and open that", *command, "/dev/null")
 
     def test_no_style_library(self):
         self.file("a.pnx")
         self.assert_fails(
-            "a.pnx: the plug-in gave up with 'NAM?': \"AI Path Style Suite\" ImportStyles answered "
+            "a.pnx: the plug-in gave up with 'PARM': \"AI Path Style Suite\" ImportStyles answered "
             f"'!Imp'; there is no brush style library at {self.home}/.local/share/Penwick/"
             "brush_pressure.ai, put one there or leave out --no-built-in-library",
             "open", "--no-built-in-library", "a.pnx")
+
+
+    def test_a_style_library_that_cannot_be_read(self):
+        library = self.home / ".local/share/Penwick/brush_pressure.ai"
+        library.parent.mkdir(parents=True)
+        library.symlink_to(library.name)
+        self.file("a.pnx")
+        self.penwick("open", "a.pnx", "-o", "a.svg")
+        self.assertEqual((self.result.returncode, self.errors), (
+            0, f"penwick: a.pnx: warning: the brush style library {library} was not read: it cannot "
+            "be opened; expected a native file, level 9 to CS6, that lists the graphic style "
+            "TrillowStyle; the built-in library was used instead\n"))
+
+    def test_no_style_library_in_the_data_folder_that_the_environment_names(self):
+        self.file("a.pnx")
+        self.penwick("open", "--no-built-in-library", "a.pnx",
+                     env={"XDG_DATA_HOME": str(self.folder / "data")})
+        self.assertIn(f"no brush style library at {self.folder}/data/Penwick/brush_pressure.ai",
+                      self.errors)
 
 
 class BadOutput(CommandTest):
@@ -321,8 +393,10 @@ class BadOutput(CommandTest):
         self.file("a.pnx")
 
     def test_in_a_missing_folder(self):
-        self.assert_fails("no/a.svg: cannot be written: No such file or directory",
-                          "open", "a.pnx", "-o", "no/a.svg")
+        for words in (["open"], ["ink"]):
+            self.assert_fails("no/a.json: cannot be written: there is no folder 'no'; make it first",
+                              *words, "a.pnx", "-o", "no/a.json")
+        self.assertFalse((self.folder / "no").exists())
 
     def test_that_is_a_folder(self):
         (self.folder / "a.svg").mkdir()
@@ -397,22 +471,24 @@ class Modules(CommandTest):
         self.file("a.pnx")
         self.assert_done("open", "a.pnx", "-o", "a.svg", "--module", MODULE)
 
-    def test_one_that_is_not_there_is_said(self):
+    def test_one_that_is_missing_is_named(self):
         self.file("a.pnx")
         self.penwick("open", "a.pnx", "--module", "no.aip")
         self.assertEqual(self.result.returncode, 1)
         self.assertIn("no.aip", self.errors)
         self.assertEqual(self.errors.count("\n"), 1)
 
-    def test_one_without_an_entry_is_said(self):
+    def test_one_that_is_no_module_is_named(self):
         self.file("a.pnx")
         self.file("bad.aip", b"no module")
         self.penwick("open", "a.pnx", "--module", self.folder / "bad.aip")
         self.assertEqual(self.result.returncode, 1)
         self.assertIn("bad.aip", self.errors)
 
-    def test_the_own_one_is_found_from_any_folder(self):
+    def test_the_bundled_one_is_found_from_any_folder(self):
         self.file("a.pnx")
-        for folder in (self.folder, pathlib.Path("/")):
-            self.assertTrue(os.path.exists(MODULE))
-        self.assert_done("open", self.folder / "a.pnx", "-o", self.folder / "a.svg")
+        for folder in (self.folder, self.home):
+            script = self.folder / "run"
+            script.write_text(f'#!/bin/sh\ncd "{folder}" && exec "{PENWICK}" "$@"\n')
+            script.chmod(0o755)
+            self.assert_done("open", self.folder / "a.pnx", "-o", self.folder / "a.svg", program=script)

@@ -46,11 +46,31 @@ class Pictures(CommandTest):
         self.assertEqual(self.errors, "")
         self.assertNotEqual((self.folder / "a.svg").read_text(), thin)
 
-    def test_leave_the_art_untouched_by_a_pressure_in_its_place(self):
-        self.file("a.pnx", LIGHT)
-        self.assert_done("open", "-q", "a.pnx", "-o", "a.json")
-        self.assert_done("open", "-q", "a.pnx", "-o", "b.json", "--pressure", "1")
-        self.assertEqual((self.folder / "a.json").read_bytes(), (self.folder / "b.json").read_bytes())
+    def test_take_no_options_that_would_have_no_effect(self):
+        self.file("a.pnx", PRESSED)
+        for name, sentence, *words in (
+                ("a.svg", "--dpi is for png only; leave it out with svg", "--dpi", "300"),
+                ("a.pdf", "--size is for png only; leave it out with pdf", "--size", "80"),
+                ("a.json", "--dpi is for png only; leave it out with json", "--dpi", "300"),
+                ("a.json", "--style is for pictures; leave it out with json", "--style", "outline"),
+                ("a.json", "--pressure is for pictures; leave it out with json", "--pressure", "1"),
+                ("a.json", "--background is for pictures; leave it out with json", "--background",
+                 "white"),
+                ("a.png", "give --dpi or --size, not both", "--dpi", "300", "--size", "80")):
+            self.assert_fails(sentence, "open", "a.pnx", "-o", name, *words, status=2)
+
+    def test_options_take_numbers_of_their_range_alone(self):
+        self.file("a.pnx", PRESSED)
+        for option, range_, values in (
+                ("--pressure", "0 to 1, such as 0.5",
+                 ("0,5", "nan", "inf", "-0.1", "1.01", "half", "0.5x", "1e999")),
+                ("--dpi", "1 to 1000000, such as 300", ("nan", "inf", "-inf", "0.5", "1000001", "300dpi"))):
+            for value in values:
+                self.assert_fails(f"{option}: '{value}' is not a number from {range_} (see penwick "
+                                  "open --help)",
+                                  "open", "a.pnx", "-o", "a.png", f"{option}={value}", status=2)
+        for value in ("0", "1", "0.25", ".5", "1e-1"):
+            self.assert_done("open", "-q", "a.pnx", "-o", "a.svg", "--pressure", value)
 
     def test_are_the_same_in_every_locale(self):
         self.file("a.pnx", PRESSED)

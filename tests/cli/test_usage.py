@@ -1,8 +1,10 @@
+import json
+import os
 import pathlib
 import re
 import subprocess
 
-from command import CommandTest
+from command import CommandTest, ink, layer
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
 
@@ -50,23 +52,23 @@ class Usage(CommandTest):
     def test_a_format_that_cannot_be_written(self):
         self.file("a.pnx")
         for words in (["-o", "a.dwg"], ["--format", "xls"]):
-            self.assert_usage(["open", "a.pnx", *words], "is no format that can be written; there are "
-                                                         "svg, pdf, png, json")
+            self.assert_usage(["open", "a.pnx", *words], "is not a format that can be written; "
+                                                         "choose one of svg, pdf, png, json")
 
     def test_an_output_that_does_not_tell_its_format(self):
         for name in ("a", "/dev/full"):
             self.assert_usage(["open", "a.pnx", "-o", name],
-                              f"'{name}' has no ending that tells its format; add one or give "
+                              f"'{name}' has no ending that names a format; add one or give "
                               "--format (svg, pdf, png, json)")
 
     def test_a_name_and_a_format_that_contradict(self):
         self.assert_usage(["open", "a.pnx", "-o", "a.svg", "--format", "png"],
-                          "'a.svg' is no name for --format png; leave one of them out")
+                          "'a.svg' does not fit --format png; leave one of them out")
 
     def test_an_ink_document_of_a_name_by_which_it_would_not_open(self):
         for name in ("a.svg", "a", "a.KVO"):
             self.assert_usage(["convert", "a.pnx", "-o", name],
-                              "an ink document ends in .kvo or .inkml, not in ")
+                              "the name of an ink document ends in .kvo or .inkml, not in ")
 
     def test_empty_names(self):
         for words in (["open", ""], ["open", "a.pnx", "-o", ""], ["open", "a.pnx", "--out-dir", ""],
@@ -95,12 +97,70 @@ class Usage(CommandTest):
             self.assertEqual(options - found, set(), name)
             self.assertEqual(found - options - {"--version"}, set(), name)
 
-    def test_bash_completes_commands_and_recordings(self):
+    def test_the_columns_of_json_are_documented(self):
+        manual = (ROOT / "docs/penwick.1").read_text().replace("\\-", "-")
+        page = (ROOT / "docs/json.md").read_text()
         self.file("a.pnx")
-        self.file("b.txt")
+        self.file("a.kvo", ink("<definitions><brush id='b'><annotationXML/></brush>"
+                               "<traceFormat id='f'/><context id='c' brushRef='#b' "
+                               "traceFormatRef='#f'/></definitions>" + layer("")))
+        for words in (["ink", "a.pnx"], ["ink", "a.kvo"],
+                      ["open", "-q", "a.pnx", "-o", "-", "--format", "json"]):
+            self.penwick(*words)
+            for key in self.keys(json.loads(self.out)):
+                self.assertRegex(page, rf"`{key}`|\"{key}\"")
+        for column in ("x", "y", "z", "pressure", "tilt", "time"):
+            self.assertRegex(manual, rf"\d {column}\b")
+            self.assertRegex(page, rf"\| \d \| {column}\b")
+        for limit in ("-3276.3 to 3277.2", "0.1 to 6553.9", "4294967295", "-128 to 127", "16383"):
+            self.assertIn(limit, manual)
+            self.assertIn(limit, page)
+
+    def keys(self, value):
+        if isinstance(value, list):
+            return {key for one in value for key in self.keys(one)}
+        if isinstance(value, dict):
+            return set(value).union(*map(self.keys, value.values()))
+        return set()
+
+    def bash_completes(self, *words):
+        line = " ".join(f"'{word}'" for word in words)
         script = (f"source '{ROOT}/cli/completions/penwick.bash'; compopt() {{ :; }}; "
-                  "COMP_WORDS=(penwick open ''); COMP_CWORD=2; _penwick; echo ${COMPREPLY[@]}; "
-                  "COMP_WORDS=(penwick con); COMP_CWORD=1; _penwick; echo ${COMPREPLY[@]}")
+                  f"COMP_WORDS=({line}); COMP_CWORD={len(words) - 1}; _penwick; "
+                  "printf '%s\\n' \"${COMPREPLY[@]}\"")
         done = subprocess.run(["bash", "-c", script], cwd=self.folder, capture_output=True, text=True,
                               check=True)
-        self.assertEqual(done.stdout, "a.pnx home\nconvert\n")
+        return sorted(done.stdout.split())
+
+    def fish_completes(self, line):
+        done = subprocess.run(["fish", "--no-config", "-c", f"source '{ROOT}/cli/completions/penwick.fish'; "
+                               f"complete -C '{line}'"], cwd=self.folder, capture_output=True,
+                              text=True, check=True, env=dict(os.environ, HOME=str(self.home)))
+        return sorted(line.split("\t")[0] for line in done.stdout.splitlines())
+
+    def recordings(self):
+        for name in ("a.pnx", "b.PNX", "c.Eli", "d.kvo", "e.KVO", "f.txt", "g/h.pnx"):
+            self.file(name)
+
+    def test_bash_completes_commands_and_recordings(self):
+        self.recordings()
+        self.assertEqual(self.bash_completes("penwick", "open", ""),
+                         ["a.pnx", "b.PNX", "c.Eli", "d.kvo", "g", "home"])
+        self.assertEqual(self.bash_completes("penwick", "con"), ["convert"])
+
+    def test_bash_completes_values_after_a_space_or_an_equals_sign(self):
+        # An equals sign is a word of its own for bash.
+        formats = ["json", "pdf", "png", "svg"]
+        for words in (["--format", ""], ["--format", "="], ["--format", "=", ""]):
+            self.assertEqual(self.bash_completes("penwick", "open", *words), formats)
+        for words in (["--format", "s"], ["--format", "=", "s"]):
+            self.assertEqual(self.bash_completes("penwick", "open", *words), ["svg"])
+
+    def test_fish_completes_commands_recordings_and_values(self):
+        self.recordings()
+        self.assertEqual(self.fish_completes("penwick "), ["convert", "ink", "open"])
+        self.assertEqual(self.fish_completes("penwick open "),
+                         ["a.pnx", "b.PNX", "c.Eli", "d.kvo", "g/", "home/"])
+        self.assertEqual(self.fish_completes("penwick ink g/"), ["g/h.pnx"])
+        self.assertEqual(self.fish_completes("penwick open --format=s"), ["--format=svg"])
+        self.assertIn("f.txt", self.fish_completes("penwick open -o "))

@@ -35,7 +35,7 @@ TEST_F(ApplicationSuites, KeepsANotifierWithItsNameAndType) {
   EXPECT_EQ(host.notifiers()[0].handle, handle);
 }
 
-TEST_F(ApplicationSuites, GivesNoNotifierHandleToWhomWantsNone) {
+TEST_F(ApplicationSuites, GivesNoNotifierHandleWhenNoneIsAskedFor) {
   EXPECT_EQ(test::acquire<AINotifierSuite>(host)->AddNotifier(host.plugin(), "n", "t", nullptr), 0);
   EXPECT_EQ(host.notifiers().size(), 1U);
   EXPECT_THAT(host.misuse(), IsEmpty());
@@ -51,7 +51,7 @@ TEST_F(ApplicationSuites, CollectsAlerts) {
   EXPECT_EQ(host.misuse().size(), 1U);
 }
 
-TEST_F(ApplicationSuites, NamesAnAlertWhoseTextWasDestroyed) {
+TEST_F(ApplicationSuites, ReportsAnAlertWhoseTextWasDestroyed) {
   UnicodeStringBody stale;
   {
     test::HostText text(host, "gone");
@@ -69,7 +69,7 @@ TEST_F(ApplicationSuites, IsVersion16) {
   EXPECT_EQ(test::acquire<AIRuntimeSuite>(host)->GetAppMinorVersion(), 0);
 }
 
-TEST(ApplicationVersion, IsWhatTheHostIsToldToBe) {
+TEST(ApplicationVersion, IsTheOneInTheOptions) {
   const embedded::Host host(test::HostWithFaults().ofVersion(17, 2));
   EXPECT_EQ(test::acquire<AIRuntimeSuite>(host)->GetAppMajorVersion(), 17);
   EXPECT_EQ(test::acquire<AIRuntimeSuite>(host)->GetAppMinorVersion(), 2);
@@ -77,7 +77,7 @@ TEST(ApplicationVersion, IsWhatTheHostIsToldToBe) {
 
 class FileFormats : public testing::Test {
  protected:
-  // A buffer of the size that the host may read, zero-filled behind the title.
+  // A buffer as large as the host may read, zero-filled after the title.
   AIErr add(const char* name, const char* title, std::string extensions) {
     std::array<unsigned char, 1024> buffer{};
     std::memcpy(buffer.data(), title, std::strlen(title));
@@ -106,13 +106,13 @@ TEST_F(FileFormats, AreKeptWithNameTitleExtensionsAndOptions) {
   EXPECT_THAT(host.misuse(), IsEmpty());
 }
 
-TEST_F(FileFormats, HaveNamesOfTheirOwn) {
+TEST_F(FileFormats, HaveUniqueNames) {
   EXPECT_EQ(add("name", " one", "pnx"), 0);
   EXPECT_EQ(add("name", " two", "kvo"), fourCC("NAM2"));
   EXPECT_EQ(host.formats().size(), 1U);
 }
 
-TEST_F(FileFormats, NameATitleThatIsNotFilledWithZeros) {
+TEST_F(FileFormats, ReportATitleThatIsNotZeroFilled) {
   std::array<unsigned char, 33> buffer;
   buffer.fill('x');
   std::memcpy(buffer.data(), " my files", 10);
@@ -121,7 +121,7 @@ TEST_F(FileFormats, NameATitleThatIsNotFilledWithZeros) {
   EXPECT_THAT(host.formats(), IsEmpty());
 }
 
-TEST_F(FileFormats, HaveAtMost31CharactersOfExtensionsAnd5InEach) {
+TEST_F(FileFormats, HaveAtMost31CharactersOfExtensionsAnd5InEachOne) {
   EXPECT_EQ(add("five", " t", "inkml,abcde"), 0);
   EXPECT_EQ(add("six", " t", "pnx,abcdef"), fourCC("PARM"));
   EXPECT_EQ(add("31", " t", "abcde,abcde,abcde,abcde,abcde,a"), 0);
@@ -129,7 +129,7 @@ TEST_F(FileFormats, HaveAtMost31CharactersOfExtensionsAnd5InEach) {
   EXPECT_EQ(host.misuse().size(), 2U);
 }
 
-TEST_F(FileFormats, NameNullPointers) {
+TEST_F(FileFormats, ReportNullPointers) {
   const auto* suite = test::acquire<AIFileFormatSuite>(host);
   EXPECT_EQ(suite->AddFileFormat(host.plugin(), "n", nullptr, 1, &format, 0), fourCC("PARM"));
   EXPECT_EQ(add("n", static_cast<unsigned char*>(nullptr), "pnx"), fourCC("PARM"));

@@ -46,7 +46,7 @@ class ArtSuites : public testing::Test {
     return code;
   }
 
-  // Paths are told apart by their number of segments.
+  // Paths can be told apart by their number of segments.
   AIArtHandle makePath(std::int16_t segments, std::int16_t order, AIArtHandle reference) {
     const AIArtHandle path = make(kPathArt, order, reference);
     test::acquire<AIPathSuite>(host)->SetPathSegmentCount(path, segments);
@@ -83,7 +83,7 @@ class ArtSuites : public testing::Test {
   const AIArtSetSuite* sets = test::acquire<AIArtSetSuite>(host);
 };
 
-TEST_F(ArtSuites, InsideOnTopOfTheLayersOwnGroupEachPathLiesAboveThoseBefore) {
+TEST_F(ArtSuites, InsideOnTopPutsEachPathAboveThoseBefore) {
   const AIArtHandle group = groupOf(topLayer());
   makePath(1, kPlaceInsideOnTop, group);
   makePath(2, kPlaceInsideOnTop, group);
@@ -91,14 +91,14 @@ TEST_F(ArtSuites, InsideOnTopOfTheLayersOwnGroupEachPathLiesAboveThoseBefore) {
   EXPECT_THAT(bottomToTop(), ElementsAre(1, 2, 3));
 }
 
-TEST_F(ArtSuites, AboveAllWithoutAReferenceIsOnTopInTheCurrentLayer) {
+TEST_F(ArtSuites, AboveAllWithoutAReferenceMeansOnTopInTheCurrentLayer) {
   makePath(1, kPlaceAboveAll, nullptr);
   makePath(2, kPlaceAboveAll, nullptr);
   makePath(3, kPlaceBelowAll, nullptr);
   EXPECT_THAT(bottomToTop(), ElementsAre(3, 1, 2));
 }
 
-TEST_F(ArtSuites, GoesAboveAndBelowAReferenceAndInsideOnTheBottom) {
+TEST_F(ArtSuites, PutsPathsAboveAndBelowAReferenceAndInsideAtTheBottom) {
   const AIArtHandle one = makePath(1, kPlaceAboveAll, nullptr);
   makePath(2, kPlaceAboveAll, nullptr);
   makePath(3, kPlaceAbove, one);
@@ -107,7 +107,7 @@ TEST_F(ArtSuites, GoesAboveAndBelowAReferenceAndInsideOnTheBottom) {
   EXPECT_THAT(bottomToTop(), ElementsAre(5, 4, 1, 3, 2));
 }
 
-TEST_F(ArtSuites, TheGroupOfNoLayerIsThatOfTheCurrentOne) {
+TEST_F(ArtSuites, GivesTheCurrentLayersGroupForANullLayer) {
   EXPECT_EQ(groupOf(nullptr), groupOf(topLayer()));
   EXPECT_EQ(groupOf(topLayer()), groupOf(topLayer()));
 }
@@ -132,17 +132,17 @@ TEST_F(ArtSuites, RefusesTypesAndOrdersThatItDoesNotKnow) {
   EXPECT_EQ(refusal(kPathArt, kPlaceDefault, nullptr), fourCC("!IMP"));
 }
 
-TEST_F(ArtSuites, RefusesPlacesThatAreNone) {
+TEST_F(ArtSuites, RefusesPlacesThatDoNotExist) {
   const AIArtHandle path = makePath(1, kPlaceAboveAll, nullptr);
-  EXPECT_EQ(refusal(kPathArt, kPlaceInsideOnTop, path), fourCC("~VAT")) << "no group";
+  EXPECT_EQ(refusal(kPathArt, kPlaceInsideOnTop, path), fourCC("~VAT")) << "not a group";
   EXPECT_EQ(refusal(kPathArt, kPlaceInsideOnTop, nullptr), fourCC("PARM"));
   EXPECT_EQ(refusal(kPathArt, kPlaceAbove, nullptr), fourCC("PARM"));
   EXPECT_EQ(refusal(kPathArt, kPlaceAbove, groupOf(topLayer())), fourCC("~VAT"))
-      << "beside a layer's own group there is nothing";
+      << "nothing can be beside a layer's own group";
   EXPECT_THAT(bottomToTop(), ElementsAre(1));
 }
 
-TEST_F(ArtSuites, MakesNothingInALockedLayer) {
+TEST_F(ArtSuites, MakesNoArtInALockedLayer) {
   const AIArtHandle group = groupOf(topLayer());
   ASSERT_EQ(layers->SetLayerEditable(topLayer(), 0), 0);
   EXPECT_EQ(refusal(kPathArt, kPlaceInsideOnTop, group), fourCC("NESS"));
@@ -151,7 +151,7 @@ TEST_F(ArtSuites, MakesNothingInALockedLayer) {
   make(kPathArt, kPlaceInsideOnTop, group);
 }
 
-TEST_F(ArtSuites, RefusesGroupsInsideOneAnotherWithoutEnd) {
+TEST_F(ArtSuites, RefusesGroupsThatAreNestedTooDeep) {
   AIArtHandle group = groupOf(topLayer());
   int depth = 0;
   AIErr code = 0;
@@ -163,7 +163,30 @@ TEST_F(ArtSuites, RefusesGroupsInsideOneAnotherWithoutEnd) {
   EXPECT_GT(depth, 50);
 }
 
-TEST_F(ArtSuites, NamesNullOutPointersAndUnknownHandles) {
+class ArtSuitesThatReportNullHandles : public ArtSuites {
+ protected:
+  ArtSuitesThatReportNullHandles() : ArtSuites(HostWithFaults().namingNullHandles()) {}
+};
+
+TEST_F(ArtSuitesThatReportNullHandles, ReportThemWhereAPlaceOrASetIsNeeded) {
+  std::uint64_t count = 0;
+  AIArtHandle art = nullptr;
+  EXPECT_EQ(refusal(kPathArt, kPlaceInsideOnTop, nullptr), fourCC("PARM"));
+  EXPECT_EQ(refusal(kPathArt, kPlaceAbove, nullptr), fourCC("PARM"));
+  EXPECT_EQ(sets->CountArtSet(nullptr, &count), fourCC("PARM"));
+  EXPECT_EQ(sets->IndexArtSet(nullptr, 0, &art), fourCC("PARM"));
+  EXPECT_EQ(sets->LayerArtSet(nullptr, setOfTopLayer()), fourCC("PARM"));
+  EXPECT_EQ(host.misuse().size(), 5U);
+}
+
+TEST_F(ArtSuitesThatReportNullHandles, AcceptThemWhereTheyMeanTheCurrentLayer) {
+  EXPECT_EQ(groupOf(nullptr), groupOf(topLayer()));
+  makePath(1, kPlaceAboveAll, nullptr);
+  makePath(2, kPlaceBelowAll, nullptr);
+  EXPECT_THAT(host.misuse(), IsEmpty());
+}
+
+TEST_F(ArtSuites, ReportsNullOutPointersAndUnknownHandles) {
   EXPECT_EQ(suite->NewArt(kPathArt, kPlaceAboveAll, nullptr, nullptr), fourCC("PARM"));
   EXPECT_EQ(suite->GetFirstArtOfLayer(topLayer(), nullptr), fourCC("PARM"));
   EXPECT_EQ(refusal(kPathArt, kPlaceAboveAll, reinterpret_cast<AIArtHandle>(&host)),
@@ -176,14 +199,14 @@ TEST_F(ArtSuites, NamesNullOutPointersAndUnknownHandles) {
       ElementsAre("plug-in misbehaving: \"AI Art Suite\" NewArt: art is a null pointer",
                   "plug-in misbehaving: \"AI Art Suite\" GetFirstArtOfLayer: group is a null "
                   "pointer",
-                  "plug-in misbehaving: \"AI Art Suite\" NewArt: reference is no handle that "
-                  "is in use here",
-                  "plug-in misbehaving: \"AI Art Suite\" GetFirstArtOfLayer: layer is no "
-                  "handle that is in use here"));
+                  "plug-in misbehaving: \"AI Art Suite\" NewArt: reference is not a valid "
+                  "handle",
+                  "plug-in misbehaving: \"AI Art Suite\" GetFirstArtOfLayer: layer is not a "
+                  "valid handle"));
   EXPECT_THAT(bottomToTop(), IsEmpty());
 }
 
-TEST_F(ArtSuites, ASetOfALayerHasEveryObjectButTheLayersOwnGroupTopmostFirstParentsBeforeChildren) {
+TEST_F(ArtSuites, ASetOfALayerListsObjectsFromTheTopAndGroupsBeforeTheirChildren) {
   const AIArtHandle bottom = makePath(1, kPlaceAboveAll, nullptr);
   const AIArtHandle group = make(kGroupArt, kPlaceAboveAll, nullptr);
   const AIArtHandle below = makePath(2, kPlaceInsideOnTop, group);
@@ -193,14 +216,14 @@ TEST_F(ArtSuites, ASetOfALayerHasEveryObjectButTheLayersOwnGroupTopmostFirstPare
   EXPECT_THAT(membersOf(set), ElementsAre(top, group, above, below, bottom));
 }
 
-TEST_F(ArtSuites, ASetIsReplacedNotAddedTo) {
+TEST_F(ArtSuites, FillingASetReplacesItsContents) {
   makePath(1, kPlaceAboveAll, nullptr);
   const AIArtSet set = setOfTopLayer();
   EXPECT_EQ(sets->LayerArtSet(topLayer(), set), 0);
   EXPECT_EQ(membersOf(set).size(), 1U);
 }
 
-TEST_F(ArtSuites, ACountIsWrittenInFourBytesAndAnIndexReadFromFour) {
+TEST_F(ArtSuites, WritesFourBytesOfACountAndReadsFourOfAnIndex) {
   const AIArtHandle path = makePath(1, kPlaceAboveAll, nullptr);
   const AIArtSet set = setOfTopLayer();
   std::uint64_t count = 0xAAAAAAAA00000000;
@@ -217,7 +240,7 @@ class WideArtSets : public ArtSuites {
   WideArtSets() : ArtSuites(HostWithFaults().withArtSetNumbers(embedded::ArtSetNumbers::bits64)) {}
 };
 
-TEST_F(WideArtSets, CountInEightBytesAndReadEightOfAnIndex) {
+TEST_F(WideArtSets, WriteEightBytesOfACountAndReadEightOfAnIndex) {
   const AIArtHandle path = makePath(1, kPlaceAboveAll, nullptr);
   const AIArtSet set = setOfTopLayer();
   std::uint64_t count = 0xAAAAAAAA00000000;
@@ -240,15 +263,15 @@ TEST_F(ArtSetsWithGroup, HaveTheLayersOwnGroupFirst) {
   EXPECT_THAT(membersOf(set), ElementsAre(groupOf(topLayer()), path));
 }
 
-TEST_F(ArtSuites, SetsThatAreNotDisposedAreNoMisuse) {
+TEST_F(ArtSuites, DoesNotReportSetsThatAreNeverDisposedOf) {
   AIArtSet set = nullptr;
   ASSERT_EQ(sets->NewArtSet(&set), 0);
   host.checkSuitesReleased();
   for (const std::string& sentence : host.misuse())
-    EXPECT_THAT(sentence, testing::HasSubstr("was not released")) << "only the suites are named";
+    EXPECT_THAT(sentence, testing::HasSubstr("was not released")) << "only the suites are reported";
 }
 
-TEST_F(ArtSuites, SetsNameUnknownHandlesAndNullPointers) {
+TEST_F(ArtSuites, ReportsUnknownSetsAndNullPointers) {
   AIArtSet set = nullptr;
   std::uint64_t count = 0;
   AIArtHandle art = nullptr;
@@ -266,7 +289,7 @@ TEST_F(ArtSuites, SetsNameUnknownHandlesAndNullPointers) {
   EXPECT_EQ(host.misuse().size(), 6U);
 }
 
-TEST_F(ArtSuites, TheDocumentIsTakenAsItStandsAndItsHandlesAreThenUnknown) {
+TEST_F(ArtSuites, TakingTheDocumentInvalidatesItsHandles) {
   const AIArtHandle path = makePath(3, kPlaceAboveAll, nullptr);
   const art::Document document = host.takeDocument();
   EXPECT_EQ(std::get<art::Path>(document.layers[0].art[0].value).segments.size(), 3U);

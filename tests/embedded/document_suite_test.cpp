@@ -14,7 +14,9 @@ using testing::IsEmpty;
 
 class DocumentSuite : public testing::Test {
  protected:
-  DocumentSuite() { host.newDocument(); }
+  explicit DocumentSuite(const embedded::Options& options = {}) : host(options) {
+    host.newDocument();
+  }
 
   AIErr setSize(float width, float height) {
     AIDocumentSetup setup{};
@@ -42,7 +44,7 @@ TEST_F(DocumentSuite, ANewDocumentIsAnA4PageWithItsLowerLeftCornerAtTheOrigin) {
   EXPECT_THAT(document.styles, IsEmpty());
 }
 
-TEST_F(DocumentSuite, TellsTheSizeOfThePage) {
+TEST_F(DocumentSuite, GivesTheSizeOfThePage) {
   AIDocumentSetup setup{};
   EXPECT_EQ(suite->GetDocumentSetup(&setup), 0);
   EXPECT_EQ(setup.width, 595.276F);
@@ -54,7 +56,7 @@ TEST_F(DocumentSuite, SettingTheSizeKeepsTheCentre) {
   const art::Document document = host.document();
   EXPECT_EQ(document.width, 100);
   EXPECT_EQ(document.height, 50);
-  // The centre lies at (297.638, 420.945), as singles halved.
+  // The centre is at (297.638, 420.945): half of each single-precision size.
   EXPECT_FLOAT_EQ(document.page.left, 247.638F);
   EXPECT_FLOAT_EQ(document.page.right, 347.638F);
   EXPECT_FLOAT_EQ(document.page.bottom, 395.945F);
@@ -70,9 +72,30 @@ TEST_F(DocumentSuite, EachEdgeIsRoundedOnce) {
             static_cast<float>(centre + static_cast<double>(width) / 2));
 }
 
-TEST_F(DocumentSuite, TakesAPageWithoutExtent) {
+TEST_F(DocumentSuite, AcceptsAPageOfSizeZero) {
   EXPECT_EQ(setSize(0, 0), 0);
   EXPECT_EQ(host.document().page.left, host.document().page.right);
+}
+
+class DocumentSuiteWithoutFlatPages : public DocumentSuite {
+ protected:
+  DocumentSuiteWithoutFlatPages() : DocumentSuite(test::HostWithFaults().refusingFlatPages()) {}
+};
+
+TEST_F(DocumentSuiteWithoutFlatPages, RefusesAPageWithoutHeightOrWidth) {
+  EXPECT_EQ(setSize(100, 0), fourCC("PARM"));
+  EXPECT_EQ(setSize(0, 100), fourCC("PARM"));
+  EXPECT_EQ(setSize(100, -1), fourCC("PARM"));
+  EXPECT_EQ(setSize(-1, 100), fourCC("PARM"));
+  EXPECT_EQ(host.document().width, 595.276F);
+  EXPECT_EQ(host.document().height, 841.89F);
+  EXPECT_THAT(host.misuse(), IsEmpty());
+}
+
+TEST_F(DocumentSuiteWithoutFlatPages, AcceptsTheSmallestPageThatHasBoth) {
+  constexpr float kSmallest = std::numeric_limits<float>::denorm_min();
+  EXPECT_EQ(setSize(kSmallest, kSmallest), 0);
+  EXPECT_EQ(host.document().height, kSmallest);
 }
 
 TEST_F(DocumentSuite, RefusesASizeThatIsNotFinite) {
@@ -98,7 +121,7 @@ TEST_F(DocumentSuite, AskingForTheSetupShowsThatTheBuilderRan) {
   EXPECT_TRUE(host.builderRan());
 }
 
-TEST_F(DocumentSuite, NamesNullPointers) {
+TEST_F(DocumentSuite, ReportsNullPointers) {
   EXPECT_EQ(suite->GetDocumentSetup(nullptr), fourCC("PARM"));
   EXPECT_EQ(suite->SetDocumentSetup(nullptr), fourCC("PARM"));
   EXPECT_EQ(suite->SetDocumentRulerOrigin(nullptr), fourCC("PARM"));
@@ -134,7 +157,7 @@ TEST(OlderDocumentSuite, HasTheSetupAt13And14AndChangesTheProbesNumbers) {
   EXPECT_EQ(suite->GetDocumentSetup(&setup), fourCC("!IMP"));
 }
 
-TEST(NoDocument, IsSaidByEverythingThatNeedsOne) {
+TEST(NoDocument, IsReportedByEveryCallThatNeedsOne) {
   embedded::Host host;
   const auto* suite = test::acquire<AIDocumentSuite>(host);
   AIDocumentSetup setup{};

@@ -1,4 +1,4 @@
-// A module that exports something, and no PluginMain.
+// A module that exports something, but not PluginMain.
 #ifdef _WIN32
 #define EXPORTED __declspec(dllexport)
 #else

@@ -64,7 +64,7 @@ TEST_F(FilePathSuite, GivesTheExtensionWithoutItsDot) {
   EXPECT_EQ(extensionOf(""), U"");
 }
 
-TEST_F(FilePathSuite, TakesTheBackslashForASeparator) {
+TEST_F(FilePathSuite, TreatsTheBackslashAsASeparator) {
   EXPECT_EQ(extensionOf("C:\\a.b"), U"b");
   EXPECT_EQ(extensionOf("C:\\a.b\\c"), U"");
 }
@@ -81,7 +81,7 @@ TEST_F(FilePathSuite, TheFileOfAMessageKeepsItsExactName) {
                              U'b', 0xDCFF, U'.', U'p', U'n', U'x'};
   EXPECT_EQ(fullPath(path), exact);
   EXPECT_EQ(extension(path), U"pnx");
-  EXPECT_EQ(host.livePaths(), 0U) << "it is the host's own";
+  EXPECT_EQ(host.livePaths(), 0U) << "it belongs to the host";
   host.freeFilePath(path);
   EXPECT_THAT(host.misuse(), IsEmpty());
 }
@@ -111,17 +111,17 @@ TEST_F(FilePathSuite, CopiesThatOutliveTheirSource) {
   EXPECT_EQ(suite->DeleteFilePath(&copy), 0);
 }
 
-TEST_F(FilePathSuite, NamesTheUseOfAPathThatWasDeleted) {
+TEST_F(FilePathSuite, ReportsTheUseOfADeletedPath) {
   FilePathBody path;
   ASSERT_EQ(suite->NewFilePath(&path), 0);
   FilePathBody stale = path;
   ASSERT_EQ(suite->DeleteFilePath(&path), 0);
   EXPECT_EQ(suite->DeleteFilePath(&stale), fourCC("PARM"));
   EXPECT_THAT(host.misuse(), ElementsAre("plug-in misbehaving: \"AI File Path Suite\" "
-                                         "DeleteFilePath: a file path that was deleted is used"));
+                                         "DeleteFilePath: a deleted file path is used"));
 }
 
-TEST_F(FilePathSuite, NamesTheDeletionOfTheMessagesOwnPath) {
+TEST_F(FilePathSuite, ReportsTheDeletionOfTheMessagesOwnPath) {
   FilePathBody path = host.makeFilePath("/a.pnx");
   FilePathBody inMessage = path;
   EXPECT_EQ(suite->DeleteFilePath(&inMessage), 0);
@@ -130,7 +130,7 @@ TEST_F(FilePathSuite, NamesTheDeletionOfTheMessagesOwnPath) {
               ElementsAre("plug-in misbehaving: the message's file path was deleted"));
 }
 
-TEST_F(FilePathSuite, NamesNullPointersAndWhatIsNoPath) {
+TEST_F(FilePathSuite, ReportsNullPointersAndWhatIsNotAPath) {
   UnicodeStringBody text;
   FilePathBody path{&host};
   EXPECT_EQ(suite->NewFilePath(nullptr), fourCC("PARM"));
@@ -139,7 +139,7 @@ TEST_F(FilePathSuite, NamesNullPointersAndWhatIsNoPath) {
   EXPECT_EQ(suite->Set(nullptr, 0, &path), fourCC("PARM"));
   EXPECT_EQ(host.misuse().size(), 4U);
   EXPECT_EQ(suite->GetFullPath(&path, 0, &text), fourCC("PARM"));
-  EXPECT_THAT(host.misuse().back(), testing::HasSubstr("this is no file path of this host"));
+  EXPECT_THAT(host.misuse().back(), testing::HasSubstr("this is not a file path of this host"));
 }
 
 }  // namespace

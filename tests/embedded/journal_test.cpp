@@ -2,7 +2,6 @@
 
 #include <gmock/gmock.h>
 
-#include "embedded/checksum.h"
 #include "embedded/host.h"
 #include "hostapi/ai_art_set_suite.h"
 #include "hostapi/ai_art_style_suite.h"
@@ -28,7 +27,7 @@ class JournalOfAHost : public testing::Test {
     host.newDocument();
   }
 
-  // The lines of the calls made since the last time.
+  // The lines of the calls made since this was last called.
   std::string fresh() {
     const std::size_t from = seen_;
     seen_ = host.journal().size();
@@ -70,7 +69,7 @@ TEST_F(JournalOfAHost, WritesACallWithItsArgumentsAndResult) {
       "\n");
 }
 
-TEST_F(JournalOfAHost, WritesNullForWhatAFailedCallDidNotGive) {
+TEST_F(JournalOfAHost, WritesNullForTheOutParametersOfAFailedCall) {
   AIArtHandle path = nullptr;
   art->NewArt(99, kPlaceAboveAll, nullptr, &path);
   EXPECT_EQ(fresh(), R"({"suite":"AI Art Suite","version":16,"function":"NewArt",)"
@@ -79,7 +78,7 @@ TEST_F(JournalOfAHost, WritesNullForWhatAFailedCallDidNotGive) {
                      "\n");  // 'ART?' = 0x4152543F
 }
 
-TEST_F(JournalOfAHost, NamesLayersAndPathsInTheOrderOfTheirMaking) {
+TEST_F(JournalOfAHost, NumbersLayersAndPathsInTheOrderOfTheirCreation) {
   AILayerHandle layer = nullptr;
   layers->InsertLayer(nullptr, kPlaceAboveAll, &layer);
   layers->SetLayerEditable(layer, 1);
@@ -108,7 +107,16 @@ TEST_F(JournalOfAHost, WritesLongArraysAsLengthAndChecksum) {
                      "\n");
 }
 
-TEST_F(JournalOfAHost, WritesTheLengthAloneOfAnArrayThatCannotBeRead) {
+TEST_F(JournalOfAHost, TakesTheChecksumOverTheWholeArrayAsItLiesInMemory) {
+  const AIArtHandle path = makePath();
+  const AITabletProfile profiles[2] = {{0, 0.5F}, {1, 0.25F}};
+  fresh();
+  test::acquire<AITabletDataSuite>(host)->SetTabletData(path, profiles, 2, kTabletPressure);
+  // The CRC-32 of the 16 bytes 00000000 0000003f 0000803f 0000803e.
+  EXPECT_NE(fresh().find(R"("profiles":{"length":2,"checksum":"da10fa39"})"), std::string::npos);
+}
+
+TEST_F(JournalOfAHost, WritesOnlyTheLengthOfAnArrayThatCannotBeRead) {
   const AIArtHandle path = makePath();
   fresh();
   const AIPathSegment segment{};
@@ -136,7 +144,7 @@ TEST_F(JournalOfAHost, WritesStructuresAsObjects) {
   EXPECT_NE(fresh().find(R"("arguments":{"setup":null},)"), std::string::npos);
 }
 
-TEST_F(JournalOfAHost, LeavesStringsAndPathsOutOfItsLinesButRecordsThem) {
+TEST_F(JournalOfAHost, RecordsStringsAndPathsButDoesNotWriteThem) {
   const std::size_t before = host.journal().size();
   fresh();
   {
@@ -159,7 +167,7 @@ TEST_F(JournalOfAHost, ShowsAFilePathAsItsLastName) {
             std::string::npos);
 }
 
-TEST_F(JournalOfAHost, WritesSuitesAsTheyAreAcquiredAndReleased) {
+TEST_F(JournalOfAHost, WritesAcquisitionsAndReleasesOfSuites) {
   const void* table = nullptr;
   host.basic()->AcquireSuite("AI User Suite", 10, &table);
   host.basic()->ReleaseSuite("AI User Suite", 10);
@@ -181,7 +189,7 @@ TEST_F(JournalOfAHost, WritesTheTextOfAnAlertAndNoResult) {
                      "\n");
 }
 
-TEST_F(JournalOfAHost, WritesCountsIndicesAndTruthsThatAreGivenBack) {
+TEST_F(JournalOfAHost, WritesCountsIndicesAndBooleansThatAreGivenBack) {
   const auto* sets = test::acquire<AIArtSetSuite>(host);
   makePath();
   AILayerHandle layer = nullptr;
@@ -203,7 +211,7 @@ TEST_F(JournalOfAHost, WritesCountsIndicesAndTruthsThatAreGivenBack) {
   EXPECT_NE(lines.find(R"({"set":"set:1","index":0,"art":"path:1"})"), std::string::npos);
 }
 
-TEST_F(JournalOfAHost, ShowsAHandleThatIsNoneAsUnknown) {
+TEST_F(JournalOfAHost, ShowsAnInvalidHandleAsUnknown) {
   art->NewArt(kPathArt, kPlaceAboveAll, reinterpret_cast<AIArtHandle>(&host), nullptr);
   EXPECT_NE(fresh().find(R"("reference":"unknown","art":null)"), std::string::npos);
 }
@@ -237,7 +245,7 @@ TEST_F(JournalOfAHost, CountsPathsWithinTheirDocument) {
   EXPECT_EQ(host.journal().firstFailure()->path, 1U);
 }
 
-TEST_F(JournalOfAHost, ANewPathThatIsRefusedIsTheNextOne) {
+TEST_F(JournalOfAHost, CountsARefusedPathAsTheNextOne) {
   makePath();
   AILayerHandle layer = nullptr;
   layers->GetFirstLayer(&layer);
@@ -247,7 +255,7 @@ TEST_F(JournalOfAHost, ANewPathThatIsRefusedIsTheNextOne) {
   EXPECT_EQ(host.journal().firstFailure()->path, 2U);
 }
 
-TEST_F(JournalOfAHost, TheEndOfAStringIsNoFailure) {
+TEST_F(JournalOfAHost, TheEndOfAStringIsNotAFailure) {
   test::HostText text(host, "pen");
   EXPECT_EQ(test::characters(host, *text.body()), U"pen");
   EXPECT_EQ(host.journal().firstFailure(), std::nullopt);
@@ -258,7 +266,7 @@ class JournalWithoutChecksums : public JournalOfAHost {
   JournalWithoutChecksums() : JournalOfAHost(test::HostWithFaults().withoutChecksums()) {}
 };
 
-TEST_F(JournalWithoutChecksums, HasTheLengthsAlone) {
+TEST_F(JournalWithoutChecksums, HasOnlyTheLengths) {
   const AIArtHandle path = makePath();
   const AIPathSegment segment{};
   paths->SetPathSegmentCount(path, 1);

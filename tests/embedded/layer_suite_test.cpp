@@ -4,6 +4,7 @@
 #include "hostapi/ai_art_suite.h"
 #include "hostapi/ai_layer_suite.h"
 #include "hostapi/codes.h"
+#include "tests/support/host/host_with_faults.h"
 #include "tests/support/host/suites.h"
 
 namespace {
@@ -58,7 +59,7 @@ TEST_F(LayerSuite, TheTopmostLayerIsTheFirstAndHasIndexZero) {
   EXPECT_EQ(first, top);
 }
 
-TEST_F(LayerSuite, ANewLayerIsNamedByItsNumber) {
+TEST_F(LayerSuite, NamesANewLayerByItsNumber) {
   insert(nullptr, kPlaceAboveAll);
   insert(nullptr, kPlaceAboveAll);
   EXPECT_THAT(names(), ElementsAre("Layer 1", "Layer 2", "Layer 3"));
@@ -72,7 +73,21 @@ TEST_F(LayerSuite, LayersGoAboveAndBelowAReferenceOrAll) {
   EXPECT_THAT(names(), ElementsAre("Layer 2", "Layer 4", "Layer 1", "Layer 3"));
 }
 
-TEST_F(LayerSuite, RefusesOrdersThatItCannotKeep) {
+TEST_F(LayerSuite, KeepsLayersAddedAtBothEndsInTheOrderOfTheirCreation) {
+  for (int i = 0; i < 500; ++i) {
+    insert(nullptr, kPlaceAboveAll);
+    insert(nullptr, kPlaceBelowAll);
+  }
+  std::vector<std::string> wanted;
+  for (int number = 1001; number > 1; number -= 2)
+    wanted.push_back("Layer " + std::to_string(number));
+  wanted.emplace_back("Layer 1");
+  for (int number = 2; number < 1001; number += 2)
+    wanted.push_back("Layer " + std::to_string(number));
+  EXPECT_EQ(names(), wanted);
+}
+
+TEST_F(LayerSuite, RefusesOrdersThatItDoesNotOffer) {
   AILayerHandle layer = nullptr;
   EXPECT_EQ(suite->InsertLayer(nullptr, kPlaceAbove, &layer), fourCC("PARM"));
   EXPECT_EQ(suite->InsertLayer(nth(0), kPlaceInsideOnTop, &layer), fourCC("!IMP"));
@@ -81,7 +96,7 @@ TEST_F(LayerSuite, RefusesOrdersThatItCannotKeep) {
   EXPECT_THAT(names(), ElementsAre("Layer 1"));
 }
 
-TEST_F(LayerSuite, KnowsNoLayerOutsideItsRange) {
+TEST_F(LayerSuite, RefusesAnIndexOutOfRange) {
   AILayerHandle layer = nullptr;
   EXPECT_EQ(suite->GetNthLayer(1, &layer), fourCC("PARM"));
   EXPECT_EQ(suite->GetNthLayer(-1, &layer), fourCC("PARM"));
@@ -104,12 +119,13 @@ TEST_F(LayerSuite, NewArtGoesToTheCurrentLayer) {
   EXPECT_EQ(suite->SetCurrentLayer(nth(0)), 0);
   ASSERT_EQ(art->NewArt(kPathArt, kPlaceAboveAll, nullptr, &path), 0);
   ASSERT_EQ(art->NewArt(kPathArt, kPlaceAboveAll, nullptr, &path), 0);
-  EXPECT_EQ(host.document().layers[0].art.size(), 1U) << "inserting changes no current layer";
+  EXPECT_EQ(host.document().layers[0].art.size(), 1U)
+      << "inserting does not change the current layer";
   EXPECT_EQ(host.document().layers[1].art.size(), 2U);
   EXPECT_EQ(suite->SetCurrentLayer(bottom), 0);
 }
 
-TEST_F(LayerSuite, TellsWhetherALayerHasArt) {
+TEST_F(LayerSuite, SaysWhetherALayerHasArt) {
   AIBoolean hasArt = 1;
   EXPECT_EQ(suite->LayerHasArt(nth(0), &hasArt), 0);
   EXPECT_EQ(hasArt, 0);
@@ -119,13 +135,13 @@ TEST_F(LayerSuite, TellsWhetherALayerHasArt) {
   EXPECT_EQ(hasArt, 1);
 }
 
-TEST_F(LayerSuite, NamesUnknownHandlesAndRefusesNull) {
+TEST_F(LayerSuite, ReportsUnknownHandlesAndRefusesNull) {
   const auto foreign = reinterpret_cast<AILayerHandle>(&host);
   AIBoolean hasArt = 0;
   EXPECT_EQ(suite->SetCurrentLayer(nullptr), fourCC("PARM"));
   EXPECT_EQ(suite->SetLayerEditable(nullptr, 1), fourCC("PARM"));
   EXPECT_EQ(suite->LayerHasArt(nullptr, &hasArt), fourCC("PARM"));
-  EXPECT_THAT(host.misuse(), IsEmpty()) << "the host itself leaves null where it refuses";
+  EXPECT_THAT(host.misuse(), IsEmpty()) << "a call that the host refuses leaves null behind";
   EXPECT_EQ(suite->SetCurrentLayer(foreign), fourCC("PARM"));
   EXPECT_EQ(suite->SetLayerEditable(foreign, 1), fourCC("PARM"));
   EXPECT_EQ(suite->LayerHasArt(foreign, &hasArt), fourCC("PARM"));
@@ -134,7 +150,26 @@ TEST_F(LayerSuite, NamesUnknownHandlesAndRefusesNull) {
   EXPECT_EQ(host.misuse().size(), 4U);
 }
 
-TEST_F(LayerSuite, NamesNullOutPointers) {
+TEST(LayerSuiteOfAHostThatReportsNullHandles, ReportsThemWhereALayerIsNeeded) {
+  embedded::Host host(test::HostWithFaults().namingNullHandles());
+  host.newDocument();
+  const auto* suite = test::acquire<AILayerSuite>(host);
+  AIBoolean hasArt = 0;
+  AILayerHandle layer = nullptr;
+  EXPECT_EQ(suite->SetCurrentLayer(nullptr), fourCC("PARM"));
+  EXPECT_EQ(suite->SetLayerEditable(nullptr, 1), fourCC("PARM"));
+  EXPECT_EQ(suite->LayerHasArt(nullptr, &hasArt), fourCC("PARM"));
+  EXPECT_EQ(suite->InsertLayer(nullptr, kPlaceAbove, &layer), fourCC("PARM"));
+  EXPECT_THAT(host.misuse(),
+              ElementsAre("plug-in misbehaving: \"AI Layer Suite\" SetCurrentLayer: layer is a "
+                          "null handle",
+                          testing::HasSubstr("SetLayerEditable"), testing::HasSubstr("LayerHasArt"),
+                          testing::HasSubstr("InsertLayer: reference is a null handle")));
+  EXPECT_EQ(suite->InsertLayer(nullptr, kPlaceAboveAll, &layer), 0);
+  EXPECT_EQ(host.misuse().size(), 4U) << "above all layers, none is needed";
+}
+
+TEST_F(LayerSuite, ReportsNullOutPointers) {
   EXPECT_EQ(suite->CountLayers(nullptr), fourCC("PARM"));
   EXPECT_EQ(suite->GetFirstLayer(nullptr), fourCC("PARM"));
   EXPECT_EQ(suite->GetNthLayer(0, nullptr), fourCC("PARM"));
@@ -144,14 +179,14 @@ TEST_F(LayerSuite, NamesNullOutPointers) {
   EXPECT_THAT(names(), ElementsAre("Layer 1"));
 }
 
-TEST_F(LayerSuite, TheHandlesOfAClosedDocumentAreUnknown) {
+TEST_F(LayerSuite, RefusesTheHandlesOfAClosedDocument) {
   const AILayerHandle layer = nth(0);
   host.newDocument();
   EXPECT_EQ(suite->SetCurrentLayer(layer), fourCC("PARM"));
   EXPECT_EQ(host.misuse().size(), 1U);
 }
 
-TEST(LayersWithoutDocument, AreNone) {
+TEST(LayersWithoutDocument, DoNotExist) {
   const embedded::Host host;
   const auto* suite = test::acquire<AILayerSuite>(host);
   std::int32_t count = -1;

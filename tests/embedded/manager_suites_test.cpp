@@ -50,7 +50,7 @@ TEST_F(ManagerSuites, OffersEverySuiteThatThePlugInAsksForAtItsVersion) {
   EXPECT_EQ(host.acquiredSuites(), std::size(named) + 78);
 }
 
-TEST_F(ManagerSuites, KnowsNoOtherNameVersionOrCase) {
+TEST_F(ManagerSuites, OffersNoOtherNameVersionOrCase) {
   EXPECT_EQ(acquire("AI Art Suite", 15), fourCC("S!Fd"));
   EXPECT_EQ(acquire("AI Art Suite", 17), fourCC("S!Fd"));
   EXPECT_EQ(acquire("ai art suite", 16), fourCC("S!Fd"));
@@ -74,20 +74,20 @@ TEST_F(ManagerSuites, GivesTheSameTableEachTimeAndCountsAcquisitions) {
   EXPECT_THAT(host.misuse(), IsEmpty());
 }
 
-TEST_F(ManagerSuites, NamesTheReleaseOfASuiteThatWasNotAcquired) {
+TEST_F(ManagerSuites, ReportsTheReleaseOfASuiteThatWasNotAcquired) {
   EXPECT_EQ(host.basic()->ReleaseSuite("AI Art Suite", 16), fourCC("Parm"));
   EXPECT_THAT(host.misuse(), ElementsAre("plug-in misbehaving: \"SP Basic Suite\" ReleaseSuite: "
                                          "\"AI Art Suite\" 16 was not acquired"));
 }
 
-TEST_F(ManagerSuites, NamesSuitesThatAreNotReleasedAtTheEnd) {
+TEST_F(ManagerSuites, ReportsSuitesThatAreNotReleasedAtTheEnd) {
   EXPECT_EQ(acquire("AI Art Suite", 16), 0);
   host.checkSuitesReleased();
   EXPECT_THAT(host.misuse(),
               ElementsAre("plug-in misbehaving: \"AI Art Suite\" 16 was not released"));
 }
 
-TEST_F(ManagerSuites, NamesNullPointers) {
+TEST_F(ManagerSuites, ReportsNullPointers) {
   const void* table = nullptr;
   EXPECT_EQ(host.basic()->AcquireSuite(nullptr, 1, &table), fourCC("Parm"));
   EXPECT_EQ(host.basic()->AcquireSuite("AI Art Suite", 16, nullptr), fourCC("Parm"));
@@ -116,7 +116,7 @@ TEST_F(ManagerSuites, KeepsWhatIsInABlockWhenItGrows) {
   EXPECT_EQ(host.liveBlocks(), 0U);
 }
 
-TEST_F(ManagerSuites, NamesABlockThatIsFreedTwice) {
+TEST_F(ManagerSuites, ReportsABlockThatIsFreedTwice) {
   void* block = nullptr;
   ASSERT_EQ(host.basic()->AllocateBlock(0, &block), 0);
   EXPECT_NE(block, nullptr);
@@ -126,13 +126,13 @@ TEST_F(ManagerSuites, NamesABlockThatIsFreedTwice) {
   EXPECT_EQ(host.misuse().size(), 2U);
 }
 
-TEST_F(ManagerSuites, RefusesABlockThatNoMemoryHolds) {
+TEST_F(ManagerSuites, RefusesABlockThatDoesNotFitIntoMemory) {
   void* block = nullptr;
   EXPECT_EQ(host.basic()->AllocateBlock(static_cast<std::size_t>(-1), &block), fourCC("!MEM"));
   EXPECT_EQ(block, nullptr);
 }
 
-TEST_F(ManagerSuites, NamesACallOfTheFunctionThatStandsForMissingOnes) {
+TEST_F(ManagerSuites, ReportsACallOfTheFunctionThatStandsForMissingOnes) {
   EXPECT_EQ(host.basic()->Undefined(), fourCC("!IMP"));
   EXPECT_EQ(host.misuse().size(), 1U);
 }
@@ -158,17 +158,17 @@ TEST_F(ManagerSuites, RefusesAReferenceThatIsNotThePlugInsOwn) {
   EXPECT_EQ(suite->AcquirePlugin(foreign, &access), fourCC("Parm"));
   EXPECT_EQ(access, nullptr);
   EXPECT_THAT(host.misuse(), ElementsAre("plug-in misbehaving: \"SP Access Suite\" AcquirePlugin: "
-                                         "plugin is no handle that is in use here"));
+                                         "plugin is not a valid handle"));
 }
 
-TEST_F(ManagerSuites, TellsThePlugInItsName) {
+TEST_F(ManagerSuites, GivesThePlugInItsName) {
   host.setPluginName("kvoexportfile");
   const char* name = nullptr;
   EXPECT_EQ(test::acquire<SPPluginsSuite>(host)->GetPluginName(host.plugin(), &name), 0);
   EXPECT_STREQ(name, "kvoexportfile");
 }
 
-TEST_F(ManagerSuites, NamesACallOfASlotThatIsNotOffered) {
+TEST_F(ManagerSuites, ReportsACallOfASlotThatIsNotOffered) {
   const void* table = nullptr;
   ASSERT_EQ(host.basic()->AcquireSuite("AI Art Suite", 16, &table), 0);
   const auto slots = static_cast<AIErr (*const*)()>(table);
@@ -180,7 +180,7 @@ TEST_F(ManagerSuites, NamesACallOfASlotThatIsNotOffered) {
   EXPECT_EQ(host.journal().firstFailure()->function, "slot 7");
 }
 
-TEST_F(ManagerSuites, NamesACallOfASuiteThatIsOnlyAcquired) {
+TEST_F(ManagerSuites, ReportsACallOfASuiteThatIsOnlyAcquired) {
   const void* table = nullptr;
   ASSERT_EQ(host.basic()->AcquireSuite("ATE Kinsoku Suite", 1, &table), 0);
   const auto text = static_cast<AIErr (*const*)()>(table);
@@ -204,7 +204,7 @@ TEST(ActiveHost, IsOneAtATime) {
   EXPECT_NO_THROW(embedded::Host());
 }
 
-TEST(ActiveHost, KeepsOnlyTheFirstSentencesOfVeryMany) {
+TEST(ActiveHost, KeepsOnlyTheFirstHundredSentences) {
   embedded::Host host;
   for (int i = 0; i < 1000; ++i)
     host.basic()->ReleaseSuite("AI Art Suite", 16);

@@ -16,7 +16,7 @@ TEST(Module, FindsItsEntryByName) {
   ASSERT_NE(module, nullptr) << error;
   EXPECT_EQ(module->entry()("caller", "selector", nullptr), 1);
   EXPECT_EQ(module->entry()("caller", "selector", nullptr), 2);
-  EXPECT_EQ(module->path(), TINY_MODULE);
+  EXPECT_EQ(module->path(), std::filesystem::absolute(TINY_MODULE).string());
   EXPECT_EQ(module->name(), "tiny_module");
   EXPECT_EQ(error, "");
 }
@@ -30,7 +30,7 @@ TEST(Module, StartsAfreshAtEachLoad) {
   }
 }
 
-TEST(Module, IsGoneFromMemoryAfterItsUnloading) {
+TEST(Module, IsGoneFromMemoryAfterUnloading) {
   std::string error;
   EXPECT_FALSE(Module::isResident(TINY_MODULE));
   const auto module = Module::load(TINY_MODULE, error);
@@ -42,13 +42,13 @@ TEST(Module, IsGoneFromMemoryAfterItsUnloading) {
   EXPECT_TRUE(module->unload());
 }
 
-TEST(Module, ThatIsNotThereIsSaidWithItsPathAndTheCause) {
+TEST(Module, ThatIsMissingIsReportedWithItsPathAndTheCause) {
   std::string error;
   EXPECT_EQ(Module::load("/not/there/plugin.aip", error), nullptr);
   EXPECT_THAT(error, StartsWith("/not/there/plugin.aip: the plug-in module cannot be loaded: "));
 #ifndef _WIN32
   EXPECT_THAT(error, HasSubstr("No such file or directory"));
-  EXPECT_EQ(error.find("/not/there/plugin.aip", 1), std::string::npos) << "the path stands once";
+  EXPECT_EQ(error.find("/not/there/plugin.aip", 1), std::string::npos) << "the path appears once";
 #endif
 }
 
@@ -58,17 +58,18 @@ TEST(Module, IsLookedForInTheCurrentFolderWhenItsPathHasNone) {
   std::string error;
   const auto module = Module::load(std::filesystem::path(TINY_MODULE).filename().string(), error);
   std::filesystem::current_path(before);
-  EXPECT_NE(module, nullptr) << error;
+  ASSERT_NE(module, nullptr) << error;
+  EXPECT_TRUE(std::filesystem::equivalent(module->path(), TINY_MODULE));
 }
 
-TEST(Module, WithoutPluginMainIsSaid) {
+TEST(Module, WithoutPluginMainIsReported) {
   std::string error;
   EXPECT_EQ(Module::load(ENTRYLESS_MODULE, error), nullptr);
   EXPECT_THAT(error, HasSubstr("entryless_module.aip: the plug-in module has no PluginMain"));
   EXPECT_FALSE(Module::isResident(ENTRYLESS_MODULE));
 }
 
-TEST(Module, ThatIsNoModuleIsSaid) {
+TEST(Module, ThatIsNotAModuleIsReported) {
   const auto file = std::filesystem::temp_directory_path() / "penwick-host-test-text.aip";
   std::ofstream(file) << "this is text";
   std::string error;

@@ -14,7 +14,7 @@ namespace {
 using embedded::CapturedOutput;
 using embedded::OutputCapture;
 
-TEST(OutputCapture, KeepsWhatIsPrintedInEitherStreamApart) {
+TEST(OutputCapture, KeepsTheTwoStreamsApart) {
   OutputCapture capture;
   std::printf("there are %d layers\n", 3);
   std::cout << "and more";
@@ -26,14 +26,14 @@ TEST(OutputCapture, KeepsWhatIsPrintedInEitherStreamApart) {
 }
 
 #ifndef _WIN32
-TEST(OutputCapture, KeepsWhatIsWrittenPastTheLibrary) {
+TEST(OutputCapture, CapturesWhatIsWrittenToTheDescriptor) {
   OutputCapture capture;
   ASSERT_EQ(write(STDOUT_FILENO, "raw", 3), 3);
   EXPECT_EQ(capture.finish().standardOutput, "raw");
 }
 #endif
 
-TEST(OutputCapture, GivesBackTheStreams) {
+TEST(OutputCapture, RestoresTheStreams) {
   OutputCapture outer;
   {
     std::string inside;
@@ -46,7 +46,7 @@ TEST(OutputCapture, GivesBackTheStreams) {
   EXPECT_EQ(outer.finish().standardOutput, "outside");
 }
 
-TEST(OutputCapture, LeavesWhatWasPrintedBeforeWhereItBelongs) {
+TEST(OutputCapture, DoesNotCaptureWhatWasPrintedBefore) {
   OutputCapture outer;
   std::printf("before");
   OutputCapture capture;
@@ -54,7 +54,7 @@ TEST(OutputCapture, LeavesWhatWasPrintedBeforeWhereItBelongs) {
   EXPECT_EQ(outer.finish().standardOutput, "before");
 }
 
-TEST(OutputCapture, KeepsZeroBytesAndMuchOutput) {
+TEST(OutputCapture, CapturesZeroBytesAndLongOutput) {
   OutputCapture capture;
   const std::string much(300000, 'x');
   std::fwrite("\0", 1, 1, stdout);

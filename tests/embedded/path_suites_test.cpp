@@ -45,7 +45,7 @@ class PathSuites : public testing::Test {
   const AIArtSuite* art_ = test::acquire<AIArtSuite>(host);
 };
 
-TEST_F(PathSuites, GrowsAndCuts) {
+TEST_F(PathSuites, AddsAndRemovesSegments) {
   EXPECT_EQ(suite->SetPathSegmentCount(path, 3), 0);
   EXPECT_EQ(plain().segments.size(), 3U);
   EXPECT_EQ(suite->SetPathSegmentCount(path, 3), 0);
@@ -90,20 +90,20 @@ TEST_F(PathSuites, KeepsTheBitsOfEverySingle) {
   EXPECT_EQ(std::bit_cast<std::uint32_t>(kept.segments[0].p.v), 1U);
 }
 
-TEST_F(PathSuites, NamesSegmentsBeyondTheCount) {
+TEST_F(PathSuites, ReportsSegmentsBeyondTheCount) {
   const AIPathSegment segments[3] = {segment(0), segment(1), segment(2)};
   ASSERT_EQ(suite->SetPathSegmentCount(path, 2), 0);
   EXPECT_EQ(suite->SetPathSegments(path, 0, 3, segments), fourCC("PARM"));
   EXPECT_EQ(suite->SetPathSegments(path, -1, 2, segments), fourCC("PARM"));
   EXPECT_EQ(suite->SetPathSegments(path, 32767, 2, segments), fourCC("PARM"));
   EXPECT_THAT(host.misuse(),
-              ElementsAre(testing::HasSubstr("segments 0 to 2 of a path of 2"),
-                          testing::HasSubstr("segments -1 to 0 of a path of 2"),
-                          testing::HasSubstr("segments 32767 to 32768 of a path of 2")));
+              ElementsAre(testing::HasSubstr("segments 0 to 2 of a path that has 2"),
+                          testing::HasSubstr("segments -1 to 0 of a path that has 2"),
+                          testing::HasSubstr("segments 32767 to 32768 of a path that has 2")));
   EXPECT_EQ(plain().segments[0], art::Segment());
 }
 
-TEST_F(PathSuites, OpensAndCloses) {
+TEST_F(PathSuites, OpensAndClosesPaths) {
   EXPECT_FALSE(plain().closed);
   EXPECT_EQ(suite->SetPathClosed(path, 1), 0);
   EXPECT_TRUE(plain().closed);
@@ -111,7 +111,7 @@ TEST_F(PathSuites, OpensAndCloses) {
   EXPECT_FALSE(plain().closed);
 }
 
-TEST_F(PathSuites, KeepsPressureAlsoMoreOfItThanSegmentsAndAboveOne) {
+TEST_F(PathSuites, KeepsPressureAboveOneAndMoreSamplesThanSegments) {
   const AITabletProfile profiles[3] = {{0, 0.5F}, {0.5F, 1.9990234375F}, {1, 0}};
   EXPECT_EQ(tablet->SetTabletData(path, profiles, 3, kTabletPressure), 0);
   EXPECT_THAT(plain().pressure,
@@ -129,14 +129,14 @@ TEST_F(PathSuites, KeepsOtherTabletDataUnderItsKind) {
               ElementsAre(art::TabletSample{0, 0.25F}));
 }
 
-TEST_F(PathSuites, TabletDataReplaceThoseBefore) {
+TEST_F(PathSuites, NewTabletDataReplaceTheOldOnes) {
   const AITabletProfile profiles[2] = {{0, 0.5F}, {1, 0}};
   ASSERT_EQ(tablet->SetTabletData(path, profiles, 2, kTabletPressure), 0);
   ASSERT_EQ(tablet->SetTabletData(path, nullptr, 0, kTabletPressure), 0);
   EXPECT_THAT(plain().pressure, IsEmpty());
 }
 
-TEST_F(PathSuites, NamesTabletDataOfNoKindOrCount) {
+TEST_F(PathSuites, ReportsTabletDataOfAnUnknownKindOrNegativeCount) {
   const AITabletProfile profile{};
   EXPECT_EQ(tablet->SetTabletData(path, &profile, -1, kTabletPressure), fourCC("PARM"));
   EXPECT_EQ(tablet->SetTabletData(path, &profile, 1, static_cast<AITabletDataType>(5)),
@@ -145,20 +145,20 @@ TEST_F(PathSuites, NamesTabletDataOfNoKindOrCount) {
   EXPECT_EQ(host.misuse().size(), 3U);
 }
 
-TEST_F(PathSuites, RefusesNullAndNamesWhatIsNoPath) {
+TEST_F(PathSuites, RefusesNullAndReportsWhatIsNotAPath) {
   const AIPathSegment any = segment(0);
   const AITabletProfile profile{};
   EXPECT_EQ(suite->SetPathSegmentCount(nullptr, 1), fourCC("PARM"));
   EXPECT_EQ(suite->SetPathSegments(nullptr, 0, 1, &any), fourCC("PARM"));
   EXPECT_EQ(suite->SetPathClosed(nullptr, 0), fourCC("PARM"));
   EXPECT_EQ(tablet->SetTabletData(nullptr, &profile, 1, kTabletPressure), fourCC("PARM"));
-  EXPECT_THAT(host.misuse(), IsEmpty()) << "the host itself leaves null where it refuses";
+  EXPECT_THAT(host.misuse(), IsEmpty()) << "a call that the host refuses leaves null behind";
   const AIArtHandle group = makeGroup();
   EXPECT_EQ(suite->SetPathSegmentCount(group, 1), fourCC("PARM"));
   EXPECT_EQ(suite->SetPathSegmentCount(reinterpret_cast<AIArtHandle>(&host), 1), fourCC("PARM"));
   EXPECT_EQ(suite->SetPathSegments(path, 0, 1, nullptr), fourCC("PARM"));
   EXPECT_THAT(host.misuse(), ElementsAre(testing::HasSubstr("path is a group"),
-                                         testing::HasSubstr("path is no handle that is in use"),
+                                         testing::HasSubstr("path is not a valid handle"),
                                          testing::HasSubstr("segments is a null pointer")));
 }
 

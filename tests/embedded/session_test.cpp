@@ -1,4 +1,4 @@
-// The messages of a plug-in's life, told to a small plug-in written here.
+// The messages of a plug-in's life, sent to a small plug-in written here.
 #include "embedded/session.h"
 
 #include <array>
@@ -14,6 +14,7 @@
 #include "hostapi/ai_document_suite.h"
 #include "hostapi/ai_file_format_suite.h"
 #include "hostapi/ai_notifier_suite.h"
+#include "hostapi/ai_path_style_suite.h"
 #include "hostapi/ai_path_suite.h"
 #include "hostapi/ai_tablet_data_suite.h"
 #include "hostapi/ai_user_suite.h"
@@ -34,7 +35,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-// What the small plug-in was told and what it does.
+// The messages that the small plug-in received, and what it does.
 struct SmallPlugin {
   std::vector<std::string> told;
   std::function<SPErr(const std::string& message, SPMessageData& data)> act;
@@ -93,7 +94,7 @@ class SessionTest : public testing::Test {
   std::unique_ptr<Session> session;
 };
 
-TEST_F(SessionTest, SendsTheMessagesOfALifeInOrder) {
+TEST_F(SessionTest, SendsTheMessagesOfAWholeSessionInOrder) {
   small.act = [](const std::string& message, SPMessageData& data) {
     if (message != "SP Interface/Startup") return kNoErr;
     suiteOf<AINotifierSuite>(data)->AddNotifier(data.self, "started", kApplicationStarted, nullptr);
@@ -109,7 +110,7 @@ TEST_F(SessionTest, SendsTheMessagesOfALifeInOrder) {
                           "AI File Format/AI Go", "SP Interface/Shutdown", "SP Access/Unload"));
 }
 
-TEST_F(SessionTest, TellsTheStartOnlyToANotifierThatAskedForIt) {
+TEST_F(SessionTest, NotifiesOfTheStartOnlyWhoAskedForIt) {
   small.act = [](const std::string& message, SPMessageData& data) {
     if (message != "SP Interface/Startup") return kNoErr;
     return suiteOf<AINotifierSuite>(data)->AddNotifier(data.self, "n", "AI Art Selection Changed",
@@ -119,7 +120,7 @@ TEST_F(SessionTest, TellsTheStartOnlyToANotifierThatAskedForIt) {
   EXPECT_THAT(small.told, ElementsAre("SP Access/Reload", "SP Interface/Startup"));
 }
 
-TEST_F(SessionTest, TheNoticeOfTheStartHasHandleTypeAndNoData) {
+TEST_F(SessionTest, TheStartNotificationHasAHandleATypeAndNoData) {
   AINotifierHandle registered = nullptr;
   AINotifierMessage received{};
   small.act = [&](const std::string& message, SPMessageData& data) {
@@ -175,7 +176,7 @@ TEST_F(SessionTest, KeepsTheGlobalsFromOneMessageToTheNext) {
   EXPECT_THAT(seen, ElementsAre(nullptr, nullptr, &thing, nullptr));
 }
 
-TEST_F(SessionTest, AccessMessagesSayWhen) {
+TEST_F(SessionTest, AccessMessagesSayWhenTheyAreSent) {
   std::vector<std::int32_t> when;
   small.act = [&](const std::string& message, SPMessageData& data) {
     if (message.starts_with("SP Access")) {
@@ -191,7 +192,7 @@ TEST_F(SessionTest, AccessMessagesSayWhen) {
   EXPECT_THAT(when, ElementsAre(0, 2));  // start-up, shut-down
 }
 
-TEST_F(SessionTest, AStartupThatFailsIsFollowedByTheUnloadingOnly) {
+TEST_F(SessionTest, AFailedStartupIsFollowedOnlyByUnloading) {
   small.act = [](const std::string& message, SPMessageData&) {
     return message == "SP Interface/Startup" ? fourCC("!MEM") : kNoErr;
   };
@@ -235,7 +236,7 @@ TEST_F(SessionTest, TheFileMessageHasFormatOptionAndPath) {
   EXPECT_EQ(std::filesystem::path(path).string(), file) << "the full path of a relative one";
 }
 
-TEST_F(SessionTest, AFileOfAnotherFormatIsNotAskedFurther) {
+TEST_F(SessionTest, SendsNothingMoreForAFileThatTheCheckRefuses) {
   small.act = [](const std::string& message, SPMessageData& data) {
     if (message == "SP Interface/Startup") return registerFormat(data);
     return message == "AI File Format/AI Check" ? fourCC("FMT?") : kNoErr;
@@ -249,7 +250,7 @@ TEST_F(SessionTest, AFileOfAnotherFormatIsNotAskedFurther) {
   EXPECT_EQ(opening.problem, "");
 }
 
-TEST_F(SessionTest, CarriesAFileRecordWhereTheMessageHasOne) {
+TEST_F(SessionTest, FillsTheFileRecordOfAMessageThatHasOne) {
   AIFileFormatMessageWithFileRecord received{};
   actAtGo([&](SPMessageData& data) {
     std::memcpy(static_cast<void*>(&received), &data, sizeof received);
@@ -271,6 +272,36 @@ TEST_F(SessionTest, CarriesAFileRecordWhereTheMessageHasOne) {
   EXPECT_EQ(received.option, 1);
 }
 
+TEST_F(SessionTest, CanSendMessagesWhileAPluginImportsStyles) {
+  std::vector<std::string> order;
+  small.act = [&](const std::string& message, SPMessageData& data) {
+    if (message == "SP Interface/Startup") return registerFormat(data);
+    if (message == "AI Menu/AI Go") {
+      order.emplace_back("menu");
+      AIDocumentSetup setup{};
+      return suiteOf<AIDocumentSuite>(data)->GetDocumentSetup(&setup);
+    }
+    if (message != "AI File Format/AI Go") return kNoErr;
+    order.emplace_back("begin");
+    AIDocumentHandle document = nullptr;
+    const AIErr code = suiteOf<AIPathStyleSuite>(data)->ImportStyles(
+        test::HostFilePath(session->host(), "/no library").body(), &document);
+    order.emplace_back("end");
+    return code;
+  };
+  run(HostWithFaults().withoutLibrary().whileImporting(
+      [&] { EXPECT_EQ(session->send("AI Menu", "AI Go"), 0); }));
+  session->start();
+  const Opening opening = session->open("a.pnx");
+  EXPECT_THAT(order, ElementsAre("begin", "menu", "end"));
+  EXPECT_EQ(opening.code("AI Go"), fourCC("!Imp"));
+  EXPECT_THAT(opening.misuse, IsEmpty());
+  ASSERT_TRUE(opening.firstFailure);
+  EXPECT_EQ(opening.firstFailure->function, "ImportStyles") << "each call keeps its own answer";
+  const std::string journal = session->host().journal().jsonLines();
+  EXPECT_LT(journal.find("\"ImportStyles\""), journal.find("\"GetDocumentSetup\""));
+}
+
 TEST_F(SessionTest, SendsAFileMessageWithAnyOptionWord) {
   std::int32_t option = -1;
   actAtGo([&](SPMessageData& data) {
@@ -285,7 +316,7 @@ TEST_F(SessionTest, SendsAFileMessageWithAnyOptionWord) {
   EXPECT_EQ(option, 0);
 }
 
-TEST_F(SessionTest, SendsAnyMessageSingly) {
+TEST_F(SessionTest, SendsASingleMessage) {
   Session& life = run();
   small.act = [](const std::string& message, SPMessageData&) {
     return message == "AI Menu/AI Go" ? 3 : 4;
@@ -311,10 +342,10 @@ TEST_F(SessionTest, KeepsWhatWasDrawn) {
   EXPECT_TRUE(opening.allAnsweredZero());
   EXPECT_FALSE(opening.builderRan);
   const Opening second = life.open("b.pnx");
-  EXPECT_EQ(art::countPaths(second.document), 1U) << "each file has a document of its own";
+  EXPECT_EQ(art::countPaths(second.document), 1U) << "each file has its own document";
 }
 
-TEST_F(SessionTest, KnowsThatTheBuilderRanByTheDocumentSetup) {
+TEST_F(SessionTest, SaysThatTheBuilderRanWhenTheSetupWasAskedFor) {
   actAtGo([](SPMessageData& data) {
     AIDocumentSetup setup{};
     return suiteOf<AIDocumentSuite>(data)->GetDocumentSetup(&setup);
@@ -324,7 +355,7 @@ TEST_F(SessionTest, KnowsThatTheBuilderRanByTheDocumentSetup) {
   EXPECT_TRUE(life.open("a.pnx").builderRan);
 }
 
-TEST_F(SessionTest, ReportsAlertsMisuseAndTheFirstFailureOfTheirOwnStep) {
+TEST_F(SessionTest, ReportsAlertsMisuseAndTheFirstFailureOfEachStep) {
   actAtGo([this](SPMessageData& data) {
     AIArtHandle path = nullptr;
     suiteOf<AIArtSuite>(data)->NewArt(kPathArt, kPlaceAboveAll, nullptr, &path);
@@ -347,17 +378,18 @@ TEST_F(SessionTest, ReportsAlertsMisuseAndTheFirstFailureOfTheirOwnStep) {
   }
 }
 
-TEST_F(SessionTest, NamesAnExceptionThatLeavesThePlugIn) {
+TEST_F(SessionTest, ReportsAnExceptionThatLeavesThePlugIn) {
   actAtGo([](SPMessageData&) -> SPErr { throw std::runtime_error("out"); });
   Session& life = run();
   life.start();
   const Opening opening = life.open("a.pnx");
   EXPECT_EQ(opening.code("AI Go"), fourCC("CANT"));
-  EXPECT_THAT(opening.misuse, ElementsAre("plug-in misbehaving: an exception left PluginMain at "
-                                          "\"AI File Format\" \"AI Go\""));
+  EXPECT_THAT(opening.misuse,
+              ElementsAre("plug-in misbehaving: an exception left PluginMain during "
+                          "\"AI File Format\" \"AI Go\""));
 }
 
-TEST_F(SessionTest, NamesSuitesThatAreNotReleasedAtTheEnd) {
+TEST_F(SessionTest, ReportsSuitesThatAreNotReleasedAtTheEnd) {
   small.act = [](const std::string& message, SPMessageData& data) {
     const void* table = nullptr;
     if (message != "SP Interface/Startup") return kNoErr;
@@ -369,7 +401,7 @@ TEST_F(SessionTest, NamesSuitesThatAreNotReleasedAtTheEnd) {
               ElementsAre("plug-in misbehaving: \"AI Art Suite\" 16 was not released"));
 }
 
-TEST_F(SessionTest, KeepsAsideWhatIsPrinted) {
+TEST_F(SessionTest, CapturesWhatIsPrinted) {
   actAtGo([](SPMessageData&) {
     std::printf("there are 2 layers in this document\n");
     std::fputs("debug", stderr);
@@ -383,7 +415,7 @@ TEST_F(SessionTest, KeepsAsideWhatIsPrinted) {
   EXPECT_TRUE(life.end().output.empty());
 }
 
-TEST_F(SessionTest, LetsThroughWhatIsPrintedWhereItIsToldSo) {
+TEST_F(SessionTest, LetsOutputThroughWhenTheOptionsSaySo) {
   actAtGo([](SPMessageData&) {
     std::printf("through");
     return kNoErr;
@@ -411,10 +443,10 @@ TEST_F(SessionTest, CallsThePlugInByTheNameOfItsModule) {
   options.pluginName = "other";
   run(options).start();
   EXPECT_EQ(name, "other");
-  session.reset();  // before the name goes
+  session.reset();  // before the name is destroyed
 }
 
-TEST_F(SessionTest, EndsOnceAndByItself) {
+TEST_F(SessionTest, EndsOnceAtTheLatestInTheDestructor) {
   Session& life = run();
   life.start();
   life.end();
@@ -443,7 +475,7 @@ TEST_F(SessionTest, AMessageRecordIsZeroedBeyondItsFields) {
   EXPECT_TRUE(zero);
 }
 
-TEST(SessionOfALoadedModule, TakesTheModuleOutOfMemoryAtItsEnd) {
+TEST(SessionOfALoadedModule, UnloadsTheModuleAtItsEnd) {
   std::string error;
   auto module = Module::load(TINY_MODULE, error);
   ASSERT_NE(module, nullptr) << error;

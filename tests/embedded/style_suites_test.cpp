@@ -4,11 +4,11 @@
 #include <gmock/gmock.h>
 
 #include "embedded/host.h"
-#include "embedded/library.h"
 #include "hostapi/ai_art_style_suite.h"
 #include "hostapi/ai_art_suite.h"
 #include "hostapi/ai_path_style_suite.h"
 #include "hostapi/codes.h"
+#include "stylelib/library.h"
 #include "tests/support/host/host_with_faults.h"
 #include "tests/support/host/suites.h"
 
@@ -92,14 +92,14 @@ TEST_F(StyleSuites, ImportsNothingFromAnyOtherPath) {
 }
 
 #ifndef _WIN32
-TEST_F(StyleSuites, FindsTheLibraryUnderAPathOfBackslashesToo) {
+TEST_F(StyleSuites, FindsTheLibraryByAPathWithBackslashes) {
   AIDocumentHandle document = nullptr;
   EXPECT_EQ(import("/somewhere/that is not there\\brush_pressure.ai", document), 0);
   EXPECT_NE(document, nullptr);
 }
 #endif
 
-TEST_F(StyleSuites, EachImportIsADocumentOfItsOwnThatNobodyHasToClose) {
+TEST_F(StyleSuites, EachImportGivesADocumentThatNeedNotBeClosed) {
   AIDocumentHandle first = nullptr;
   AIDocumentHandle second = nullptr;
   EXPECT_EQ(import(kLibrary, first), 0);
@@ -117,7 +117,7 @@ TEST_F(StyleSuites, AnswersAMissingStyleWithACodeAndNull) {
   EXPECT_EQ(style, nullptr);
 }
 
-TEST_F(StyleSuites, ADocumentThatIsNullHasNoStyles) {
+TEST_F(StyleSuites, ANullDocumentHasNoStyles) {
   AIArtStyleHandle style = libraryStyle();
   EXPECT_EQ(find("TrillowStyle", nullptr, style), fourCC("NAM?"));
   EXPECT_EQ(style, nullptr);
@@ -130,7 +130,7 @@ TEST_F(StyleSuites, AStyleOfAnotherDocumentCannotBeApplied) {
   EXPECT_EQ(std::get<art::Path>(host.document().layers[0].art[0].value).style, std::nullopt);
 }
 
-TEST_F(StyleSuites, AStyleGivenANameIsCopiedInAndCanBeApplied) {
+TEST_F(StyleSuites, ANamedStyleIsCopiedIntoTheDocumentAndCanBeApplied) {
   const AIArtHandle path = makePath();
   AIArtStyleHandle named = nullptr;
   ASSERT_EQ(addNamed(libraryStyle(), "kvoaiexportset", true, named), 0);
@@ -139,7 +139,7 @@ TEST_F(StyleSuites, AStyleGivenANameIsCopiedInAndCanBeApplied) {
   EXPECT_EQ(std::get<art::Path>(host.document().layers[0].art[0].value).style, 0U);
 }
 
-TEST_F(StyleSuites, ANullStyleTakesTheStyleOff) {
+TEST_F(StyleSuites, ANullStyleRemovesTheStyle) {
   const AIArtHandle path = makePath();
   AIArtStyleHandle named = nullptr;
   ASSERT_EQ(addNamed(libraryStyle(), "mine", true, named), 0);
@@ -148,7 +148,7 @@ TEST_F(StyleSuites, ANullStyleTakesTheStyleOff) {
   EXPECT_EQ(std::get<art::Path>(host.document().layers[0].art[0].value).style, std::nullopt);
 }
 
-TEST_F(StyleSuites, GroupsTakeStylesToo) {
+TEST_F(StyleSuites, GroupsCanHaveStylesToo) {
   AIArtHandle group = nullptr;
   ASSERT_EQ(test::acquire<AIArtSuite>(host)->NewArt(kGroupArt, kPlaceAboveAll, nullptr, &group), 0);
   AIArtStyleHandle named = nullptr;
@@ -157,7 +157,7 @@ TEST_F(StyleSuites, GroupsTakeStylesToo) {
   EXPECT_EQ(std::get<art::Group>(host.document().layers[0].art[0].value).style, 0U);
 }
 
-TEST_F(StyleSuites, AUniqueNameGetsANumberWhenItIsInUse) {
+TEST_F(StyleSuites, ANameInUseGetsANumberWhenItIsToBeUnique) {
   const AIArtStyleHandle source = libraryStyle();
   AIArtStyleHandle named = nullptr;
   EXPECT_EQ(addNamed(source, "mine", true, named), 0);
@@ -166,7 +166,7 @@ TEST_F(StyleSuites, AUniqueNameGetsANumberWhenItIsInUse) {
   EXPECT_THAT(styleNames(), ElementsAre("mine", "mine 2", "mine 3"));
 }
 
-TEST_F(StyleSuites, ANameThatIsNotToBeMadeUniqueIsRefusedWhenItIsInUse) {
+TEST_F(StyleSuites, ANameInUseIsRefusedWhenItNeedNotBeUnique) {
   const AIArtStyleHandle source = libraryStyle();
   AIArtStyleHandle named = nullptr;
   EXPECT_EQ(addNamed(source, "mine", false, named), 0);
@@ -187,14 +187,14 @@ TEST_F(StyleSuites, NamesHaveOneTo63Characters) {
   EXPECT_THAT(styleNames(), ElementsAre(longest, std::string(61, 'n') + " 2"));
 }
 
-TEST_F(StyleSuites, AStyleThatIsNullCannotBeNamed) {
+TEST_F(StyleSuites, ANullStyleCannotBeNamed) {
   AIArtStyleHandle named = nullptr;
   EXPECT_EQ(addNamed(nullptr, "mine", true, named), fourCC("PARM"));
   EXPECT_EQ(named, nullptr);
   EXPECT_THAT(host.misuse(), IsEmpty());
 }
 
-TEST_F(StyleSuites, NamesUnknownHandlesAndNullPointers) {
+TEST_F(StyleSuites, ReportsUnknownHandlesAndNullPointers) {
   AIArtStyleHandle style = nullptr;
   const auto foreign = reinterpret_cast<AIArtStyleHandle>(&host);
   EXPECT_EQ(addNamed(foreign, "mine", true, style), fourCC("PARM"));
@@ -213,7 +213,7 @@ TEST_F(StyleSuites, NamesUnknownHandlesAndNullPointers) {
   EXPECT_EQ(host.misuse().size(), 7U);
 }
 
-TEST_F(StyleSuites, TheStylesOfAClosedDocumentAreUnknown) {
+TEST_F(StyleSuites, RefusesTheStylesOfAClosedDocument) {
   AIArtStyleHandle named = nullptr;
   ASSERT_EQ(addNamed(libraryStyle(), "mine", true, named), 0);
   host.newDocument();
@@ -228,7 +228,7 @@ class SilentStyleSuites : public StyleSuites {
             embedded::MissingStyle::nullStyle)) {}
 };
 
-TEST_F(SilentStyleSuites, AnswerAMissingStyleWithNullAlone) {
+TEST_F(SilentStyleSuites, AnswerAMissingStyleWithZeroAndNull) {
   AIArtStyleHandle style = libraryStyle();
   AIDocumentHandle document = nullptr;
   ASSERT_EQ(import(kLibrary, document), 0);
@@ -237,18 +237,41 @@ TEST_F(SilentStyleSuites, AnswerAMissingStyleWithNullAlone) {
   EXPECT_EQ(find("missing", nullptr, style), 0);
 }
 
+class StyleSuitesThatReportNullHandles : public StyleSuites {
+ protected:
+  StyleSuitesThatReportNullHandles()
+      : StyleSuites(test::HostWithFaults().withLibraryAt(kLibrary).namingNullHandles()) {}
+};
+
+TEST_F(StyleSuitesThatReportNullHandles, ReportThemWhereAStyleADocumentOrAnObjectIsNeeded) {
+  AIArtStyleHandle style = nullptr;
+  EXPECT_EQ(find("TrillowStyle", nullptr, style), fourCC("PARM"));
+  EXPECT_EQ(addNamed(nullptr, "mine", true, style), fourCC("PARM"));
+  EXPECT_EQ(suite->SetArtStyle(nullptr, nullptr), fourCC("PARM"));
+  EXPECT_THAT(
+      host.misuse(),
+      ElementsAre(testing::HasSubstr("GetArtStyleByNameFromDocument: document is a null handle"),
+                  testing::HasSubstr("AddNamedStyle: style is a null handle"),
+                  testing::HasSubstr("SetArtStyle: art is a null handle")));
+}
+
+TEST_F(StyleSuitesThatReportNullHandles, AcceptANullStyleThatRemovesTheStyle) {
+  EXPECT_EQ(suite->SetArtStyle(makePath(), nullptr), 0);
+  EXPECT_THAT(host.misuse(), IsEmpty());
+}
+
 class NoLibrary : public StyleSuites {
  protected:
   NoLibrary() : StyleSuites(test::HostWithFaults().withLibraryAt(kLibrary).withoutLibrary()) {}
 };
 
-TEST_F(NoLibrary, IsServedWhereTheHostIsToldSo) {
+TEST_F(NoLibrary, IsProvidedWhenTheOptionsSaySo) {
   AIDocumentHandle document = nullptr;
   EXPECT_EQ(import(kLibrary, document), fourCC("!Imp"));
   EXPECT_EQ(document, nullptr);
 }
 
-TEST(UsersLibrary, ThatCannotBeReadIsSaidAndTheBuiltInOneServed) {
+TEST(UsersLibrary, ThatCannotBeReadIsReportedAndReplacedByTheBuiltInOne) {
   const auto file = std::filesystem::temp_directory_path() / "penwick-host-test-library.ai";
   std::ofstream(file) << "%!PS-Adobe-3.0";
   embedded::Host host(test::HostWithFaults().withLibraryAt(file.string()));
@@ -264,7 +287,7 @@ TEST(UsersLibrary, ThatCannotBeReadIsSaidAndTheBuiltInOneServed) {
   std::filesystem::remove(file);
 }
 
-TEST(UsersLibrary, IsReadInPlaceOfTheBuiltInOne) {
+TEST(UsersLibrary, IsReadInsteadOfTheBuiltInOne) {
   const auto file = std::filesystem::temp_directory_path() / "penwick-host-test-own-library.ai";
   std::ofstream(file) << "%!PS-Adobe-3.0\n%AI9_BeginArtStyles\n/KnownStyle : (Mine) /Name , ;\n"
                          "%AI9_EndArtStyles\n%AI9_BeginArtStyleList\n(Mine)\n"
@@ -285,9 +308,9 @@ TEST(UsersLibrary, IsReadInPlaceOfTheBuiltInOne) {
   std::filesystem::remove(file);
 }
 
-TEST(LibraryPath, LiesInTheUsersApplicationDataFolder) {
-  EXPECT_TRUE(embedded::defaultLibraryPath().ends_with("brush_pressure.ai"));
-  EXPECT_NE(embedded::defaultLibraryPath().find("Penwick"), std::string::npos);
+TEST(LibraryPath, IsInTheUsersApplicationDataFolder) {
+  EXPECT_TRUE(stylelib::defaultLibraryPath().ends_with("brush_pressure.ai"));
+  EXPECT_NE(stylelib::defaultLibraryPath().find("Penwick"), std::string::npos);
 }
 
 }  // namespace

@@ -35,7 +35,7 @@ TEST(Text, KeepsLoneSurrogatesThatStandForBytesAndRefusesOthers) {
   EXPECT_EQ(decodeUtf16(u"\xDD00"), std::nullopt);
 }
 
-TEST(Text, EncodesWhatIsNoCharacterAsTheReplacementCharacter) {
+TEST(Text, EncodesWhatIsNotACharacterAsTheReplacementCharacter) {
   EXPECT_EQ(encodeUtf8(std::u32string{U'a', 0xD800, 0x110000, 0x20AC}),
             "a\xEF\xBF\xBD\xEF\xBF\xBD\xE2\x82\xAC");
 }
@@ -46,7 +46,7 @@ TEST(Handles, AreNamedByKindAndNumber) {
   EXPECT_EQ(handleName(toHandle<void*>(HandleKind::layer, 70000)), "layer:70000");
 }
 
-TEST(Handles, AreToldFromNullAndFromAddresses) {
+TEST(Handles, CanBeToldFromNullAndFromAddresses) {
   const int thing = 0;
   EXPECT_EQ(handleName(nullptr), "");
   EXPECT_EQ(handleName(&thing), "");

@@ -1,4 +1,4 @@
-// A plug-in module that answers how often it was called since it was loaded.
+// A plug-in module that answers how often it has been called since it was loaded.
 #include "hostapi/types.h"
 
 #ifdef _WIN32

@@ -48,7 +48,7 @@ TEST_F(UnicodeStringSuite, MakesStringsOfUtf8) {
   EXPECT_EQ(host.liveStrings(), 1U);
 }
 
-TEST_F(UnicodeStringSuite, TakesNoMoreBytesThanItIsTold) {
+TEST_F(UnicodeStringSuite, ReadsNoMoreBytesThanItIsGiven) {
   UnicodeStringBody& body = empty();
   EXPECT_EQ(suite->Initialize(&body, "pnxyz", 3, kAIPlatformCharacterEncoding), 0);
   EXPECT_EQ(text(body), U"pnx");
@@ -78,7 +78,7 @@ TEST_F(UnicodeStringSuite, RefusesANegativeLength) {
   EXPECT_EQ(body.inside, nullptr);
 }
 
-TEST_F(UnicodeStringSuite, NamesAnEncodingThatIsNotOffered) {
+TEST_F(UnicodeStringSuite, ReportsAnEncodingThatIsNotSupported) {
   UnicodeStringBody& body = empty();
   EXPECT_EQ(suite->Initialize(&body, "abc", 3, kAIRomanCharacterEncoding), fourCC("PARM"));
   EXPECT_EQ(host.misuse().size(), 1U);
@@ -188,7 +188,7 @@ TEST_F(UnicodeStringSuite, AStringNeverInitialisedEqualsAnEmptyOneAndIsLessThanA
   EXPECT_GT(compare(make("a"), empty()), 0);
 }
 
-TEST_F(UnicodeStringSuite, NamesTheUseOfAStringThatWasDestroyed) {
+TEST_F(UnicodeStringSuite, ReportsTheUseOfADestroyedString) {
   UnicodeStringBody& body = make("pen");
   UnicodeStringBody copyOfBody = body;
   ASSERT_EQ(suite->Destroy(&body), 0);
@@ -198,22 +198,23 @@ TEST_F(UnicodeStringSuite, NamesTheUseOfAStringThatWasDestroyed) {
   EXPECT_EQ(suite->Destroy(&copyOfBody), fourCC("PARM"));
   EXPECT_THAT(host.misuse(),
               ElementsAre("plug-in misbehaving: \"AI Unicode String Suite\" GetChar: "
-                          "a string that was destroyed is used",
+                          "a destroyed string is used",
                           "plug-in misbehaving: \"AI Unicode String Suite\" Destroy: "
-                          "a string that was destroyed is used"));
+                          "a destroyed string is used"));
 }
 
-TEST_F(UnicodeStringSuite, NamesWhatIsNoString) {
+TEST_F(UnicodeStringSuite, ReportsWhatIsNotAString) {
   int something = 0;
   UnicodeStringBody body{&something};
   EXPECT_EQ(suite->Append(&body, &body), fourCC("PARM"));
   EXPECT_EQ(suite->Initialize(&body, "a", 1, kAIUTF8CharacterEncoding), fourCC("PARM"));
   EXPECT_EQ(suite->Compare(&body, 0, 1, &body, 0, 1), fourCC("PARM"));
-  EXPECT_THAT(host.misuse(), testing::Each(testing::HasSubstr("this is no string of this host")));
+  EXPECT_THAT(host.misuse(),
+              testing::Each(testing::HasSubstr("this is not a string of this host")));
   EXPECT_GE(host.misuse().size(), 3U);
 }
 
-TEST_F(UnicodeStringSuite, NamesNullPointers) {
+TEST_F(UnicodeStringSuite, ReportsNullPointers) {
   UTF32TextChar character = 0;
   EXPECT_EQ(suite->Initialize(nullptr, "a", 1, kAIUTF8CharacterEncoding), fourCC("PARM"));
   EXPECT_EQ(suite->Initialize(&empty(), nullptr, 1, kAIUTF8CharacterEncoding), fourCC("PARM"));
@@ -223,7 +224,7 @@ TEST_F(UnicodeStringSuite, NamesNullPointers) {
   EXPECT_EQ(host.misuse().size(), 5U);
 }
 
-TEST_F(UnicodeStringSuite, HasLengthAndUnitsWhereThe38SlotTableHasThem) {
+TEST_F(UnicodeStringSuite, HasLengthAndUnitsInTheSlotsOfThe38SlotTable) {
   const auto* slots = reinterpret_cast<const ReservedSlot*>(suite);
   UnicodeStringBody& body = make("p\xF0\x9F\x96\x8A");
   EXPECT_EQ(reinterpret_cast<UnicodeStringLength>(slots[16])(&body), 2U);

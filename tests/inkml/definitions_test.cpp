@@ -1,7 +1,12 @@
 #include "inkml/definitions.h"
 
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <tinyxml.h>
 
 #include "tests/support/ink/xml_text.h"
 
@@ -17,20 +22,20 @@ using Orvo::TraceFormat;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-template <typename T>
+template <class T>
 std::string written(const T& object) {
   TiXmlDocument xml;
   EXPECT_TRUE(object.write(xml));
   return printed(xml);
 }
 
-// Gives whether the root of the text can be read.
-template <typename T>
+// Whether the root of the text can be read.
+template <class T>
 bool readRoot(T& object, const std::string& text) {
   return object.read(XmlTree(text).root());
 }
 
-TEST(Names, AreThoseOfTheElements) {
+TEST(ElementNames, AreThoseOfTheFormat) {
   EXPECT_EQ(Channel().getName(), "channel");
   EXPECT_EQ(TraceFormat().getName(), "traceFormat");
   EXPECT_EQ(Brush().getName(), "brush");
@@ -70,7 +75,7 @@ TEST(ReadChannel, TakesAllFiveAttributes) {
   EXPECT_EQ(channel.units.value, "mm");
 }
 
-TEST(ReadChannel, KnowsThreeTypesByTheirExactSpelling) {
+TEST(ReadChannel, RecognisesThreeTypesByTheirExactSpelling) {
   const auto typeOf = [](const std::string& spelling) {
     Channel channel;
     EXPECT_TRUE(
@@ -85,7 +90,7 @@ TEST(ReadChannel, KnowsThreeTypesByTheirExactSpelling) {
   EXPECT_EQ(typeOf(""), Channel::INTEGER);
 }
 
-TEST(ReadChannel, OfAnUnknownTypeKeepsItsOwn) {
+TEST(ReadChannel, KeepsItsTypeWhenTheOneInTheFileIsUnknown) {
   Channel channel;
   channel.type.value = Channel::BOOLEAN;
   EXPECT_TRUE(readRoot(channel, "<channel name='n' type='x' min='1' max='2' units='u'/>"));
@@ -132,7 +137,7 @@ TEST(ReadFormat, NeedsAnIdAndKeepsNoChannels) {
   EXPECT_TRUE(format.empty());
 }
 
-TEST(ReadFormat, KeepsNoChannelsFromBesideItEither) {
+TEST(ReadFormat, DoesNotKeepTheChannelsBesideItEither) {
   const XmlTree tree(
       "<definitions><channel name='X' type='INTEGER' min='0' max='1' units='mm'/>"
       "<channel/><traceFormat id='f'/></definitions>");
@@ -163,7 +168,7 @@ TEST(FreshBrush, HasItsDefaults) {
   EXPECT_EQ(brush.id, "none");
 }
 
-TEST(WrittenBrush, ShowsIgnorePressureUnderBothNames) {
+TEST(WrittenBrush, HasIgnorePressureUnderBothNames) {
   EXPECT_EQ(written(Brush()),
             "<brush id=\"none\">\n"
             "    <annotationXML>\n"
@@ -179,7 +184,7 @@ TEST(WrittenBrush, ShowsIgnorePressureUnderBothNames) {
             "</brush>\n");
 }
 
-TEST(WrittenBrush, NeverShowsAntialiased) {
+TEST(WrittenBrush, NeverHasAntialiased) {
   Brush brush;
   brush.antialiased.value = true;
   brush.fittocurve.value = false;
@@ -203,14 +208,14 @@ TEST(WrittenBrush, NeverShowsAntialiased) {
             "</brush>\n");
 }
 
-// A brush "b" with these properties, read as part of definitions.
-TEST(BrushReference, IsEqualToTheSameBrushOnly) {
+TEST(BrushReference, EqualsOnlyAReferenceToTheSameBrush) {
   Brush one;
   Brush twin;
   EXPECT_FALSE(Orvo::Property<Brush*>(&one) == Orvo::Property<Brush*>(&twin));
   EXPECT_TRUE(Orvo::Property<Brush*>(&one) == Orvo::Property<Brush*>(&one));
 }
 
+// A brush "b" with these properties, read as part of definitions.
 Brush readBrush(const std::string& properties) {
   InkMLDefinitions definitions;
   const XmlTree tree("<ink><definitions><brush id='b'><annotationXML>" + properties +
@@ -236,7 +241,7 @@ TEST(ReadBrush, TakesAllProperties) {
   EXPECT_EQ(brush.pentip.value, "Nib");
 }
 
-TEST(ReadBrush, HasNothingWhereAPropertyIsMissing) {
+TEST(ReadBrush, IsEmptyZeroOrFalseWhereAPropertyIsMissing) {
   const Brush brush = readBrush("<color>Red</color>");
   EXPECT_EQ(brush.color.value, "Red");
   EXPECT_EQ(brush.width.value, 0U);
@@ -281,7 +286,7 @@ TEST(ReadBrush, ComparesFlagsExactly) {
   EXPECT_TRUE(readBrush("<fittocurve><![CDATA[True]]></fittocurve>").fittocurve.value);
 }
 
-TEST(ReadBrush, TakesNumbersAsFarAsTheyGo) {
+TEST(ReadBrush, TakesTheWholeNumberAtTheStartOfAText) {
   const Brush brush = readBrush(
       "<width>-1</width><height>7.9</height>"
       "<transparency>4000000000</transparency>");
@@ -299,7 +304,7 @@ TEST(ReadBrush, FindsPropertiesDirectlyInTheBrushFirst) {
   EXPECT_EQ(definitions.brushes.front().color.value, "Sib");
 }
 
-TEST(ReadBrush, NeedsItsIdBeforeItsProperties) {
+TEST(ReadBrush, NeedsAnIdAndThenProperties) {
   Brush brush;
   EXPECT_FALSE(readRoot(brush, "<brush><annotationXML/></brush>"));
   EXPECT_EQ(brush.id, "none");
@@ -309,7 +314,7 @@ TEST(ReadBrush, NeedsItsIdBeforeItsProperties) {
   EXPECT_FALSE(readRoot(brush, "<brush id='b'><annotationxml/></brush>"));
 }
 
-TEST(ReadBrush, TakesACommentForItsProperties) {
+TEST(ReadBrush, TakesACommentAsItsProperties) {
   const XmlTree tree(
       "<a><brush id='b'><!--annotationXML--><annotationXML><color>Red</color>"
       "</annotationXML></brush></a>");
@@ -357,7 +362,7 @@ std::string format(const std::string& id) {
   return "<traceFormat id='" + id + "'/>";
 }
 
-TEST_F(Definitions, AreWrittenFormatsFirstThenBrushesThenContexts) {
+TEST_F(Definitions, AreWrittenWithFormatsFirstThenBrushesThenContexts) {
   definitions_.traceFormats.emplace_back().id = "f";
   definitions_.brushes.emplace_back().id = "b";
   definitions_.contexts.push_back({&definitions_.traceFormats.front(), nullptr, "c"});
@@ -385,11 +390,11 @@ TEST_F(Definitions, AreWrittenFormatsFirstThenBrushesThenContexts) {
             "</definitions>\n");
 }
 
-TEST_F(Definitions, WithoutContentAreOneElement) {
+TEST_F(Definitions, AreOneElementWhenEmpty) {
   EXPECT_EQ(written(definitions_), "<definitions />\n");
 }
 
-TEST_F(Definitions, AreReadInDocumentOrderEachKindByItself) {
+TEST_F(Definitions, AreReadInDocumentOrderKindByKind) {
   EXPECT_TRUE(read("<context id='c' brushRef='#b2' traceFormatRef='#f1'/>" + brush("b1") +
                    format("f1") + brush("b2") + format("f2")));
   EXPECT_THAT(brushIds(), ElementsAre("b1", "b2"));
@@ -406,10 +411,8 @@ TEST_F(Definitions, SkipBrushesAndFormatsThatCannotBeRead) {
   EXPECT_THAT(formatIds(), ElementsAre("f"));
 }
 
-TEST_F(Definitions, TakeBrushesFromTheirOwnChildrenOnly) {
-  EXPECT_TRUE(read("<x>" + brush("b") +
-                   "</x><context id='c'>"
-                   "</context>") == false);
+TEST_F(Definitions, TakeBrushesOnlyFromTheirOwnChildren) {
+  EXPECT_FALSE(read("<x>" + brush("b") + "</x><context id='c'></context>"));
   EXPECT_THAT(brushIds(), IsEmpty());
 }
 
@@ -426,7 +429,7 @@ TEST_F(Definitions, FailForAContextWithoutId) {
   EXPECT_FALSE(read(brush("b") + format("f") + "<context brushRef='#b' traceFormatRef='#f'/>"));
 }
 
-TEST_F(Definitions, FailForAReferenceWithoutHashSign) {
+TEST_F(Definitions, FailForAReferenceWithoutANumberSign) {
   EXPECT_FALSE(
       read(brush("b1") + format("f") + "<context id='c' brushRef='b1' traceFormatRef='#f'/>"));
   EXPECT_FALSE(
@@ -438,7 +441,7 @@ TEST_F(Definitions, FailForAReferenceWithoutHashSign) {
   EXPECT_THAT(contextIds(), IsEmpty());
 }
 
-TEST_F(Definitions, FailForAReferenceToNothing) {
+TEST_F(Definitions, FailForAReferenceToSomethingThatDoesNotExist) {
   EXPECT_FALSE(read("<context id='c'/>"));
   EXPECT_FALSE(read(format("f") + "<context id='c' brushRef='#b' traceFormatRef='#f'/>"));
   EXPECT_FALSE(read(brush("b") + "<context id='c' brushRef='#b' traceFormatRef='#g'/>"));
@@ -446,14 +449,14 @@ TEST_F(Definitions, FailForAReferenceToNothing) {
   EXPECT_THAT(contextIds(), IsEmpty());
 }
 
-TEST_F(Definitions, TakeAnAbsentReferenceForTheEmptyId) {
+TEST_F(Definitions, TakeAMissingReferenceAsTheEmptyId) {
   EXPECT_FALSE(read(brush("b") + format("") + "<context id='c'/>"));
   EXPECT_TRUE(read(brush("") + "<context id='c'/>"));
   ASSERT_THAT(contextIds(), ElementsAre("c"));
   EXPECT_EQ(definitions_.contexts.front().brush.value->id, "");
 }
 
-TEST_F(Definitions, TakeAHashSignAloneForTheEmptyIdToo) {
+TEST_F(Definitions, TakeANumberSignAloneAsTheEmptyIdToo) {
   EXPECT_TRUE(read(brush("") + format("") + "<context id='c' brushRef='#' traceFormatRef='#'/>"));
   EXPECT_THAT(contextIds(), ElementsAre("c"));
 }
@@ -466,14 +469,14 @@ TEST_F(Definitions, AcceptAnEmptyContextIdAndWriteItWithoutOne) {
             std::string::npos);
 }
 
-TEST_F(Definitions, ResolveAReferenceToTheFirstOfItsId) {
+TEST_F(Definitions, ResolveAReferenceToTheFirstWithItsId) {
   EXPECT_TRUE(read(brush("b") + brush("b") + format("f") + format("f") +
                    "<context id='c' brushRef='#b' traceFormatRef='#f'/>"));
   EXPECT_EQ(definitions_.contexts.front().brush.value, &definitions_.brushes.front());
   EXPECT_EQ(definitions_.contexts.front().traceFormat.value, &definitions_.traceFormats.front());
 }
 
-TEST_F(Definitions, AreDoubledWhenTheyAreReadTwice) {
+TEST_F(Definitions, AreDoubledWhenReadTwice) {
   const std::string content =
       brush("b") + format("f") + "<context id='c' brushRef='#b' traceFormatRef='#f'/>";
   EXPECT_TRUE(read(content));
@@ -491,13 +494,31 @@ TEST_F(Definitions, AddNothingForAMissingElement) {
   EXPECT_THAT(contextIds(), IsEmpty());
 }
 
-TEST_F(Definitions, AddNothingForWhatIsNoElement) {
+TEST_F(Definitions, AddNothingForANodeOfAnotherKind) {
   const XmlTree tree("<ink><!--definitions--><brush id='b'><annotationXML/></brush></ink>");
   EXPECT_TRUE(definitions_.read(tree.root()->FirstChild()));
   EXPECT_THAT(brushIds(), IsEmpty());
 }
 
-TEST_F(Definitions, OfManyContextsAreReadInLinearTime) {
+// Texts that all have the same hash in the standard library: of two blocks of eight bytes, the
+// second undoes what the first did.
+std::vector<std::string> textsOfOneHash(std::size_t count) {
+  constexpr std::uint64_t kFactor = 0xC6A4A7935BD1E995;
+  constexpr std::uint64_t kInverse = 0x5F7A0EA7E59B19BD;
+  static_assert(kFactor * kInverse == 1);
+  constexpr std::uint64_t kStart = 0xC70F6907 ^ (16 * kFactor);
+  const auto fold = [](std::uint64_t value) { return value ^ (value >> 47U); };
+  std::vector<std::string> texts;
+  for (std::uint64_t first = 0; first < count; ++first) {
+    const std::uint64_t state = (kStart ^ (fold(first * kFactor) * kFactor)) * kFactor;
+    const std::array<std::uint64_t, 2> blocks{first, fold(state * kInverse) * kInverse};
+    std::string& text = texts.emplace_back(sizeof blocks, '\0');
+    std::memcpy(text.data(), blocks.data(), sizeof blocks);
+  }
+  return texts;
+}
+
+TEST_F(Definitions, WithManyContextsAreReadInLinearTime) {
   std::string content;
   for (int i = 0; i < 20'000; ++i) {
     const std::string id = std::to_string(i);
@@ -508,6 +529,18 @@ TEST_F(Definitions, OfManyContextsAreReadInLinearTime) {
   }
   EXPECT_TRUE(read(content));
   EXPECT_EQ(definitions_.contexts.size(), 20'000U);
+  EXPECT_EQ(definitions_.contexts.back().brush.value, &definitions_.brushes.back());
+}
+
+TEST_F(Definitions, WithIdsMadeToCollideAreReadInLinearTime) {
+  const std::vector<std::string> ids = textsOfOneHash(200'000);
+  const std::hash<std::string_view> hash;
+  ASSERT_TRUE(std::ranges::all_of(
+      ids, [&](const std::string& id) { return hash(id) == hash(ids.front()); }));
+  for (const std::string& id : ids)
+    definitions_.brushes.emplace_back().id = id;
+  EXPECT_TRUE(
+      read(brush("b") + format("f") + "<context id='c' brushRef='#b' traceFormatRef='#f'/>"));
   EXPECT_EQ(definitions_.contexts.back().brush.value, &definitions_.brushes.back());
 }
 

@@ -15,7 +15,7 @@ using Orvo::Document;
 using Orvo::loadDocument;
 using Orvo::SharedRef;
 
-// Keeps standard output, as long as it lives, for a string.
+// Collects standard output in a string while it exists.
 class Capture {
  public:
   explicit Capture(std::string& printed) : printed_(printed) { testing::internal::CaptureStdout(); }
@@ -35,7 +35,7 @@ class InkDocumentLoader : public testing::Test {
   void SetUp() override { Orvo::fileKind = Orvo::kInkML; }
   void TearDown() override { Orvo::fileKind = Orvo::kPenFile; }
 
-  // What is printed on the way is kept in `printed_`.
+  // What is printed meanwhile is kept in `printed_`.
   SharedRef<Document> load(const std::string& text) {
     const std::filesystem::path path = folder_ / "a.kvo";
     std::ofstream(path, std::ios::binary) << text;
@@ -71,7 +71,7 @@ TEST_F(InkDocumentLoader, GivesACompleteDocumentWithoutLayersForAnEmptyRoot) {
   EXPECT_EQ(printed_, "");
 }
 
-TEST_F(InkDocumentLoader, GivesNothingAndPrintsNothingForWhatIsNoInkDocument) {
+TEST_F(InkDocumentLoader, GivesAndPrintsNothingForAnythingButAnInkDocument) {
   for (const char* text :
        {"", "junk", "<ink>", "<inkml/>", "<a:ink><tracegroup id='layer0'/></a:ink>",
         "<ink><tracegroup id='layer0'><trace contextRef='#c'>1 2</trace>"}) {
@@ -96,7 +96,7 @@ TEST_F(InkDocumentLoader, ReadsEachFileAnew) {
   }
 }
 
-TEST_F(InkDocumentLoader, DoesNotTakeAPenRecording) {
+TEST_F(InkDocumentLoader, RefusesAPenRecording) {
   EXPECT_FALSE(load(std::string("\1\6\0\2\0\0", 6)));
 }
 

@@ -1,4 +1,4 @@
-// Whole files, kept beside this one and made by hand: the bytes that are written.
+// The bytes that are written, compared with whole files that were made by hand.
 
 #include <gtest/gtest.h>
 
@@ -20,7 +20,7 @@ std::string golden(const std::string& name) {
   return (std::filesystem::path(PENWICK_INK_GOLDENS) / name).string();
 }
 
-// As it is written here: the kept files have plain line ends.
+// As it is written on this system: the golden files have plain line ends.
 std::string goldenText(const std::string& name) {
   return pentest::asInTextFile(pentest::readText(golden(name)));
 }
@@ -91,14 +91,14 @@ TEST_F(Golden, EmptyDocumentIsWrittenByteForByte) {
   EXPECT_EQ(written(document, definitions), goldenText("empty.kvo"));
 }
 
-TEST_F(Golden, FullDocumentIsReadAndWrittenWithWhatIsLost) {
+TEST_F(Golden, FullDocumentIsReadAndWrittenWithItsKnownLosses) {
   Document document;
   InkMLDefinitions definitions;
   ASSERT_TRUE(DocumentSerializer(&document).read(golden("full.kvo").c_str(), definitions));
   EXPECT_EQ(written(document, definitions), goldenText("read.kvo"));
 }
 
-TEST_F(Golden, ReadDocumentIsWrittenAsItIs) {
+TEST_F(Golden, DocumentThatWasReadIsWrittenUnchanged) {
   Document document;
   InkMLDefinitions definitions;
   ASSERT_TRUE(DocumentSerializer(&document).read(golden("read.kvo").c_str(), definitions));

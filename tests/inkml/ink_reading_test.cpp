@@ -68,7 +68,7 @@ TEST_F(Reading, GivesDocumentAndDefinitionsWithoutProblems) {
   EXPECT_EQ(reading.definitions->contexts.size(), 1U);
 }
 
-TEST_F(Reading, TellsAFileThatCannotBeOpened) {
+TEST_F(Reading, ReportsAFileThatCannotBeOpened) {
   const InkReading reading = Orvo::readInk((folder_ / "missing.kvo").wstring().c_str());
   EXPECT_EQ(reading.report.failure, InkFailure::cannotOpen);
   EXPECT_FALSE(reading.document->complete.value);
@@ -76,12 +76,12 @@ TEST_F(Reading, TellsAFileThatCannotBeOpened) {
 }
 
 #ifdef __linux__
-TEST_F(Reading, TellsAFolder) {
+TEST_F(Reading, ReportsAFolder) {
   EXPECT_EQ(Orvo::readInk(folder_.path().wstring().c_str()).report.failure, InkFailure::unreadable);
 }
 #endif
 
-TEST_F(Reading, TellsAFileThatIsTooLarge) {
+TEST_F(Reading, ReportsAFileThatIsTooLarge) {
   const std::filesystem::path path = folder_ / "a.kvo";
   std::ofstream(path).put('<');
   std::filesystem::resize_file(path, 0x80000000U);
@@ -90,7 +90,7 @@ TEST_F(Reading, TellsAFileThatIsTooLarge) {
   EXPECT_EQ(reading.report.size, 0x80000000);
 }
 
-TEST_F(Reading, TellsTheLineThatIsNestedTooDeep) {
+TEST_F(Reading, ReportsTheLineOfAnElementNestedTooDeep) {
   std::string text = "<ink>\n";
   for (int i = 0; i < 500; ++i)
     text += "<a>\n";
@@ -99,14 +99,24 @@ TEST_F(Reading, TellsTheLineThatIsNestedTooDeep) {
   EXPECT_EQ(reading.report.line, 501);
 }
 
-TEST_F(Reading, TellsAnUnfinishedCharacter) {
+TEST_F(Reading, ReportsTheLineOfAnElementWithTooManyAttributes) {
+  std::string text = "<ink>\n\n<a\n";
+  for (int i = 0; i <= 10'000; ++i)
+    text += " b=''\n";
+  const InkReading reading = read(text + "/></ink>");
+  EXPECT_EQ(reading.report.failure, InkFailure::tooManyAttributes);
+  EXPECT_EQ(reading.report.line, 3);
+  EXPECT_FALSE(reading.document->complete.value);
+}
+
+TEST_F(Reading, ReportsACharacterThatIsCut) {
   const InkReading reading = read("<ink>\n\n\xC3");
   EXPECT_EQ(reading.report.failure, InkFailure::cutCharacter);
   EXPECT_EQ(reading.report.line, 3);
   EXPECT_FALSE(reading.document->complete.value);
 }
 
-TEST_F(Reading, TellsTheLineAndTheWordsOfTheLibrary) {
+TEST_F(Reading, ReportsTheLineAndTheWordsOfTheLibrary) {
   const InkReading reading = read("<ink>\n<a b='1' b='2'/>\n</ink>");
   EXPECT_EQ(reading.report.failure, InkFailure::brokenXml);
   EXPECT_EQ(reading.report.line, 2);
@@ -114,13 +124,13 @@ TEST_F(Reading, TellsTheLineAndTheWordsOfTheLibrary) {
   EXPECT_TRUE(reading.report.problems.empty());
 }
 
-TEST_F(Reading, TellsAnEmptyFileAndItsSize) {
+TEST_F(Reading, ReportsAnEmptyFileAndItsSize) {
   const InkReading reading = read("");
   EXPECT_EQ(reading.report.failure, InkFailure::brokenXml);
   EXPECT_EQ(reading.report.size, 0);
 }
 
-TEST_F(Reading, TellsTheRootThatStandsInPlaceOfInk) {
+TEST_F(Reading, ReportsTheRootThatIsNotInk) {
   const InkReading reading = read("<ink:ink xmlns:ink='x'><ink:trace/></ink:ink>");
   EXPECT_EQ(reading.report.failure, InkFailure::noInk);
   EXPECT_EQ(reading.report.rootName, "ink:ink");
@@ -129,7 +139,7 @@ TEST_F(Reading, TellsTheRootThatStandsInPlaceOfInk) {
   EXPECT_EQ(none.report.rootName, "");
 }
 
-TEST_F(Reading, TellsADocumentTypeThatHidesTheRoot) {
+TEST_F(Reading, ReportsADocumentTypeThatHidesTheRoot) {
   const InkReading reading = read("<!DOCTYPE ink [\n<!ENTITY e \"v\">\n]>\n<ink/>");
   EXPECT_EQ(reading.report.failure, InkFailure::noInk);
   ASSERT_NE(reading.report.find(Kind::documentTypeSubset), nullptr);
@@ -137,18 +147,18 @@ TEST_F(Reading, TellsADocumentTypeThatHidesTheRoot) {
   EXPECT_EQ(reading.report.find(Kind::textAfterRoot), nullptr);
 }
 
-TEST_F(Reading, TellsAnInstructionOrDeclarationThatHidesTheRoot) {
+TEST_F(Reading, ReportsAnInstructionOrDeclarationThatHidesTheRoot) {
   EXPECT_NE(read("<?pi > ?><ink/>").report.find(Kind::instructionWithEnd), nullptr);
   EXPECT_NE(read("<?xml version ?><ink/>").report.find(Kind::brokenDeclaration), nullptr);
 }
 
-TEST_F(Reading, TellsWhatIsIgnoredBehindTheRoot) {
+TEST_F(Reading, ReportsWhatIsIgnoredAfterTheRoot) {
   expectProblem("<ink/>\n\njunk <ink/>", Kind::textAfterRoot, 1, 3);
   expectProblem(std::string("<ink/>\n\0<ink/>", 14), Kind::nulAfterRoot, 1, 2);
   expectProblem("<ink/>\n<other/><ink/>", Kind::furtherRoots, 2, 2, "other");
 }
 
-TEST_F(Reading, TellsNodesThatAreTakenForElements) {
+TEST_F(Reading, ReportsNodesThatAreTakenForElements) {
   const InkReading reading = read("\n<!--ink-->\n<ink/>");
   ASSERT_NE(reading.report.find(Kind::noElementAsRoot), nullptr);
   EXPECT_EQ(reading.report.find(Kind::noElementAsRoot)->line, 2);
@@ -163,16 +173,19 @@ TEST_F(Reading, TellsNodesThatAreTakenForElements) {
       Kind::noElementAsBrushProperties, 1, 2);
   expectProblem(inLayer("<trace contextRef='#c'><!-- pen down -->1 2,3 4</trace>"),
                 Kind::tracesOfNoText, 1, 3);
+  // The line is that of the comment, not of its trace.
+  expectProblem(inLayer("<trace contextRef='#c'>\n\n<!-- pen down -->1 2,3 4</trace>"),
+                Kind::tracesOfNoText, 1, 5);
 }
 
-TEST_F(Reading, TellsTextsThatAreDivided) {
+TEST_F(Reading, ReportsTextsThatAreInterrupted) {
   expectProblem(inLayer("<trace contextRef='#c'>1 2,3 4\n<!-- more -->,5 6,7 8</trace>"),
                 Kind::dividedTexts, 1, 4);
   expectProblem("<ink><annotation type='t'>one<b/>two</annotation></ink>", Kind::dividedTexts, 1,
                 1);
 }
 
-TEST_F(Reading, TellsDefinitionsThatAreSkipped) {
+TEST_F(Reading, ReportsDefinitionsThatAreSkipped) {
   expectProblem("<ink><definitions/>\n<definitions/><definitions/></ink>", Kind::furtherDefinitions,
                 2, 2);
   expectProblem("<ink><definitions>\n<traceFormat/></definitions></ink>", Kind::skippedFormats, 1,
@@ -183,7 +196,7 @@ TEST_F(Reading, TellsDefinitionsThatAreSkipped) {
       Kind::skippedBrushes, 2, 2, "b");
 }
 
-TEST_F(Reading, TellsTheContextThatEndsTheDefinitions) {
+TEST_F(Reading, ReportsTheFirstContextThatFails) {
   const auto withContexts = [](const std::string& contexts) {
     return "<ink><definitions><brush id='b'><annotationXML/></brush><traceFormat id='f'/>"
            "<context id='good' brushRef='#b' traceFormatRef='#f'/>\n" +
@@ -199,11 +212,13 @@ TEST_F(Reading, TellsTheContextThatEndsTheDefinitions) {
                 Kind::contextBrushMissing, 2, 2, "x");
   expectProblem(withContexts("<context id='c' traceFormatRef='#f'/>"), Kind::contextBrushMissing, 2,
                 2, "");
+  expectProblem(withContexts("<context id='c' brushRef='#x' traceFormatRef='#y'/>"),
+                Kind::contextBrushMissing, 2, 2, "x");
   expectProblem(withContexts("<context id='c' brushRef='#b' traceFormatRef='#y'/>"),
                 Kind::contextFormatMissing, 2, 2, "y");
 }
 
-TEST_F(Reading, TellsGroupsAndTracesOfOtherPrograms) {
+TEST_F(Reading, ReportsGroupsAndTracesOfOtherPrograms) {
   expectProblem("<ink>\n<traceGroup id='layer0'/>\n<traceGroup/></ink>", Kind::otherGroups, 2, 2,
                 "traceGroup");
   expectProblem("<ink>\n<ink:tracegroup id='layer0'/></ink>", Kind::otherGroups, 1, 2,
@@ -212,31 +227,31 @@ TEST_F(Reading, TellsGroupsAndTracesOfOtherPrograms) {
   expectProblem(inLayer("<Trace/>\n<inkml:trace/>\n"), Kind::otherTraces, 2, 3, "Trace");
 }
 
-TEST_F(Reading, TellsTheNamespaceOfTheRoot) {
+TEST_F(Reading, ReportsTheNamespaceOfTheRoot) {
   EXPECT_EQ(read("<ink xmlns='http://www.w3.org/2003/InkML'/>").report.nameSpace,
             "http://www.w3.org/2003/InkML");
 }
 
-TEST_F(Reading, TellsGroupsWhoseContentIsNotRead) {
+TEST_F(Reading, ReportsGroupsWhoseContentIsNotRead) {
   expectProblem("<ink>\n<tracegroup id='group1'/><tracegroup><trace/></tracegroup></ink>",
                 Kind::groupsWithoutLayerId, 2, 2, "group1");
   expectProblem(inLayer("<tracegroup id='layer1'/>"), Kind::nestedGroups, 1, 3);
   expectProblem(inLayer("<traceGroup/>"), Kind::nestedGroups, 1, 3);
 }
 
-TEST_F(Reading, TellsTracesThatAreDropped) {
+TEST_F(Reading, ReportsTracesThatAreDropped) {
   expectProblem(inLayer("<trace>1 2</trace>\n<trace>3 4</trace>"), Kind::tracesWithoutContext, 2,
                 3);
   expectProblem(inLayer("<trace contextRef='#c'/>\n<trace/>"), Kind::tracesWithoutText, 2, 3);
 }
 
-TEST_F(Reading, TellsAnnotationsThatAreSkipped) {
+TEST_F(Reading, ReportsAnnotationsThatAreSkipped) {
   expectProblem("<ink>\n<annotation>a</annotation><annotation type='t'/></ink>",
                 Kind::skippedAnnotations, 2, 2);
   expectProblem(inLayer("<annotation type='t'><b/></annotation>"), Kind::skippedAnnotations, 1, 3);
 }
 
-TEST_F(Reading, TellsTextsThatEndAtANul) {
+TEST_F(Reading, ReportsTextsThatEndAtANul) {
   expectProblem(inLayer("<trace contextRef='#c'>1 2,3&#0; 4</trace>"), Kind::textsWithNul, 1, 3);
   expectProblem("<ink><annotation type='t'>a&#0;b</annotation></ink>", Kind::textsWithNul, 1, 1);
   expectProblem(
@@ -245,7 +260,7 @@ TEST_F(Reading, TellsTextsThatEndAtANul) {
       Kind::textsWithNul, 1, 2);
 }
 
-TEST_F(Reading, TellsNumbersThatAreReadOtherwise) {
+TEST_F(Reading, ReportsNumbersThatAreReadDifferently) {
   expectProblem(inLayer("<trace contextRef='#c'>1.5 2,3 4e2,5 6.</trace>"), Kind::cutNumbers, 3, 3);
   expectProblem(inLayer("<trace contextRef='#c'>.5 1</trace>"), Kind::cutNumbers, 1, 3);
   expectProblem(inLayer("<trace contextRef='#c'>1 x,'2 3,T 4,- 5</trace>"), Kind::noNumbers, 4, 3);
@@ -255,7 +270,7 @@ TEST_F(Reading, TellsNumbersThatAreReadOtherwise) {
                 Kind::furtherNumbers, 1, 3);
 }
 
-TEST_F(Reading, TellsNumbersOfWhichOnlyTheLowBitsAreKept) {
+TEST_F(Reading, ReportsNumbersThatOnlyKeepTheirLowBits) {
   // The pressure and the time are unsigned, the others signed.
   expectProblem(inLayer("<trace contextRef='#c'>2147483647 -2147483648 0 4294967295 0 0 4294967295,"
                         "2147483648 0,0 -2147483649,0 0 0 4294967296,0 0 0 0 4294967295,"
@@ -263,7 +278,88 @@ TEST_F(Reading, TellsNumbersOfWhichOnlyTheLowBitsAreKept) {
                 Kind::wrappedNumbers, 5, 3);
 }
 
-TEST_F(Reading, TellsEachKindOfProblemOnceInOneOrder) {
+TEST_F(Reading, CountsTheTracesOfGroupsThatAreNotRead) {
+  const std::string two = "<trace>1 2</trace><b><x:Trace/></b>";
+  EXPECT_EQ(onlyProblem("<ink><traceGroup>" + two + "</traceGroup></ink>").traces, 2U);
+  EXPECT_EQ(onlyProblem("<ink><tracegroup>" + two + "</tracegroup></ink>").traces, 2U);
+  EXPECT_EQ(onlyProblem(inLayer("<tracegroup id='layer1'>" + two + "</tracegroup>")).traces, 2U);
+  EXPECT_EQ(read("<ink>" + two + "<annotation/></ink>").report.traces, 2U);
+}
+
+TEST_F(Reading, ReportsTracesInPlacesThatAreNotRead) {
+  expectProblem("<ink>\n<definitions><trace/><b><trace/></b></definitions></ink>",
+                Kind::wrappedTraces, 2, 2, "definitions");
+  expectProblem("<ink><page/>\n<page><traceGroup><trace/></traceGroup></page><b><trace/></b></ink>",
+                Kind::wrappedTraces, 2, 2, "page");
+  expectProblem(inLayer("<page><trace/></page>"), Kind::wrappedTraces, 1, 3, "page");
+  expectProblem(inLayer("<trace contextRef='#c'>1 2<trace/><b><trace/></b></trace>"),
+                Kind::tracesInTraces, 2, 3);
+}
+
+TEST_F(Reading, ReportsWhatIsDrawnDifferentlyFromHowItIsMeant) {
+  const auto trace = [](const std::string& points) {
+    return inLayer("<trace contextRef='#c'>" + points + "</trace>");
+  };
+  expectProblem(trace(",,"), Kind::tracesWithoutPoints, 1, 3);
+  expectProblem(trace("1 2, ,3 4, ,"), Kind::blankPoints, 2, 3);
+  expectProblem(trace("-1 -2 -3 -4 -5 -6 7,1 2 3 4 5 6 -7,1 2 3 -0 5 6 -00"), Kind::negativeNumbers,
+                2, 3);
+  expectProblem(inLayer("<trace contextRef='#c' type='penUp'>1 2</trace>"), Kind::penUpTraces, 1,
+                3);
+}
+
+TEST_F(Reading, ReportsChannelsAndUnitsThatAreNotUsed) {
+  const auto withFormat = [](const std::string& channels) {
+    return "<ink><definitions>\n<traceFormat id='f'>" + channels +
+           "</traceFormat></definitions><tracegroup id='layer0'><trace contextRef='#c'>1 2</trace>"
+           "</tracegroup></ink>";
+  };
+  const auto channel = [](const std::string& name) { return "<channel name='" + name + "'/>"; };
+  const std::string coordinates = channel("X") + channel("y") + channel("Z");
+  const std::string rest = channel("F") + channel("OTx") + channel("OTy") + channel("T");
+  expectProblem(withFormat(coordinates), Kind::otherChannels, 1, 2, "X y Z");
+  expectProblem(withFormat(rest + coordinates), Kind::otherChannels, 1, 2, "F OTx OTy T X y Z");
+  expectProblem(withFormat(coordinates + rest + "<channel/>"), Kind::otherChannels, 1, 2,
+                "X y Z F OTx OTy T ?");
+  expectProblem(withFormat("<channel name='X' units='cm'/>" + channel("Y") + channel("Z") + rest),
+                Kind::otherUnits, 1, 2, "cm");
+  for (const std::string& good : {coordinates + rest, std::string()}) {
+    EXPECT_TRUE(read(withFormat(good)).report.problems.empty());
+  }
+  // Where nothing is drawn, nothing is drawn differently.
+  EXPECT_TRUE(
+      read("<ink><traceFormat>" + channel("X") + "</traceFormat></ink>").report.problems.empty());
+}
+
+TEST_F(Reading, ReportsTheDeclaredEncodingWhenItMakesADifference) {
+  const auto encodingOf = [this](const std::string& text) { return read(text).report.encoding; };
+  EXPECT_EQ(encodingOf("<?xml version='1.0' encoding=\"latin1\"?><ink><!-- \xC3\xA4 --></ink>"),
+            "latin1");
+  EXPECT_EQ(encodingOf("\xEF\xBB\xBF<?xml version='1.0' encoding='latin1'?><ink>\xC3\xA4</ink>"),
+            "latin1");
+  EXPECT_EQ(encodingOf("<?xml version='1.0' encoding='latin1'?><ink>\xE4</ink>"), "latin1");
+  for (const char* text : {"<?xml version='1.0' encoding='latin1'?><ink/>",
+                           "<?xml version='1.0' encoding='utf-8'?><ink><!-- \xC3\xA4 --></ink>",
+                           "<?xml version='1.0'?><ink><!-- \xC3\xA4 encoding='latin1' --></ink>",
+                           "<ink a='\xC3\xA4 encoding=\"latin1\"'/>"}) {
+    EXPECT_EQ(encodingOf(text), "") << text;
+  }
+}
+
+TEST_F(Reading, ReportsWhetherTheEndOfTheDocumentIsMissing) {
+  for (const char* text :
+       {"<ink>\n<tracegroup>", "<ink><a></a>", "<ink", "<ink></ink", "<ink></inks"}) {
+    EXPECT_TRUE(read(text).report.isCut) << text;
+  }
+  for (const char* text : {"<ink><!-- x </ink>", "<ink></ink>\n ", "<x:Ink><a></x:Ink>"}) {
+    EXPECT_FALSE(read(text).report.isCut) << text;
+  }
+  const InkReading reading = read(std::string("<ink>\nab\0c", 10));
+  EXPECT_FALSE(reading.report.isCut);
+  EXPECT_EQ(reading.report.nulLine, 2);
+}
+
+TEST_F(Reading, ReportsEachKindOfProblemOnceInAFixedOrder) {
   const InkReading reading = read(
       "<ink><traceGroup/><annotation/><trace/><traceGroup/>"
       "<definitions><brush/></definitions></ink>junk");

@@ -1,4 +1,4 @@
-// What holds for every document, tried on a thousand by chance.
+// What is true of every document, tested on a thousand random ones.
 
 #include <array>
 #include <cstdio>
@@ -24,10 +24,10 @@ using Orvo::InkMLDefinitions;
 using Orvo::Layer;
 using Orvo::Stroke;
 
-constexpr unsigned seeds = 1000;
+constexpr unsigned kSeeds = 1000;
 
-// What a text is after it went through a file: the library condenses plain blanks, and has no node
-// for what is white space only (the others are written as references and kept).
+// What becomes of a text in a file: the library condenses plain blanks (other white space is
+// written as references and kept), and has no node for a text of white space only.
 std::optional<std::string> throughFile(const std::string& text) {
   std::string condensed;
   for (const char c : text) {
@@ -67,7 +67,7 @@ Seven throughFile(const Seven& point) {
           point.time};
 }
 
-// What must come back: the strokes that have points, with their boxes made anew.
+// What must come back: the strokes that have points, with their boxes computed again.
 Document throughFile(const Document& document) {
   Document read;
   for (const Layer& layer : document) {
@@ -86,7 +86,7 @@ Document throughFile(const Document& document) {
   return read;
 }
 
-template <typename T>
+template <class T>
 void expectSameBox(const Orvo::Region<T>& found, const Orvo::Region<T>& expected) {
   const auto& [min, max] = found.bounds();
   const auto& [otherMin, otherMax] = expected.bounds();
@@ -126,7 +126,7 @@ void expectSameBrush(const Orvo::Brush& found, const Orvo::Brush& written) {
   ASSERT_EQ(found.transparency.value, written.transparency.value);
   ASSERT_EQ(found.fittocurve.value, written.fittocurve.value);
   ASSERT_EQ(found.pentip.value, textThroughFile(written.pentip.value));
-  // The crossing: the one flag goes out under both names and comes back as the other.
+  // The flags cross: one is written under both names and read into the other.
   ASSERT_EQ(found.antialiased.value, written.ignorePressure.value);
   ASSERT_TRUE(found.ignorePressure.value);
 }
@@ -160,15 +160,15 @@ class Laws : public testing::Test {
 
   std::filesystem::path path() const { return folder_ / "a.kvo"; }
 
-  // Some file systems take their time to write over a file, but not to make one.
+  // On some file systems it takes much longer to overwrite a file than to create one.
   void forgetFile() const { std::filesystem::remove(path()); }
 
  private:
   pentest::TemporaryFolder folder_;
 };
 
-TEST_F(Laws, WhatWasWrittenReadsAsItMust) {
-  for (unsigned seed = 0; seed < seeds; ++seed) {
+TEST_F(Laws, WhatWasWrittenIsReadWithItsKnownLosses) {
+  for (unsigned seed = 0; seed < kSeeds; ++seed) {
     SCOPED_TRACE(seed);
     InkDice dice(seed);
     const Document document = dice.document();
@@ -187,12 +187,12 @@ TEST_F(Laws, WhatWasWrittenReadsAsItMust) {
 
 TEST_F(Laws, WrittenContextsFindTheirBrushAndFormatAgain) {
   std::size_t contexts = 0;
-  for (unsigned seed = 0; seed < seeds; ++seed) {
+  for (unsigned seed = 0; seed < kSeeds; ++seed) {
     SCOPED_TRACE(seed);
     InkDice dice(seed);
     InkMLDefinitions definitions;
     dice.fill(definitions);
-    // One with an empty id is written without any, and ends the reading.
+    // A context with an empty id is written without one, and then fails to be read.
     for (Orvo::InkContext& context : definitions.contexts)
       context.id += "c";
     write({}, definitions);
@@ -209,11 +209,11 @@ TEST_F(Laws, WrittenContextsFindTheirBrushAndFormatAgain) {
       ++contexts;
     }
   }
-  EXPECT_GT(contexts, seeds / 2);
+  EXPECT_GT(contexts, kSeeds / 2);
 }
 
-TEST_F(Laws, FromTheSecondRoundOnTheBytesAreTheSame) {
-  for (unsigned seed = 0; seed < seeds; ++seed) {
+TEST_F(Laws, TheBytesStayTheSameFromTheSecondTimeOn) {
+  for (unsigned seed = 0; seed < kSeeds; ++seed) {
     InkDice dice(seed);
     InkMLDefinitions definitions;
     dice.fill(definitions);
@@ -230,7 +230,7 @@ TEST_F(Laws, FromTheSecondRoundOnTheBytesAreTheSame) {
 }
 
 TEST_F(Laws, ReadingTwiceDoublesEverything) {
-  for (unsigned seed = 0; seed < seeds; ++seed) {
+  for (unsigned seed = 0; seed < kSeeds; ++seed) {
     InkDice dice(seed);
     const Document document = dice.document();
     InkMLDefinitions definitions;
@@ -258,8 +258,8 @@ TEST_F(Laws, ReadingTwiceDoublesEverything) {
   }
 }
 
-TEST_F(Laws, BothKindsOfPathWriteTheSame) {
-  for (unsigned seed = 0; seed < seeds; ++seed) {
+TEST_F(Laws, TheSameIsWrittenForBothKindsOfPath) {
+  for (unsigned seed = 0; seed < kSeeds; ++seed) {
     InkDice dice(seed);
     Document document = dice.document();
     InkMLDefinitions definitions;

@@ -1,7 +1,8 @@
-// What the rest of the room relies on in the XML library: the bytes that it writes, and what it
-// makes of what it reads.
+// What the readers and writers of ink documents rely on in the XML library: the bytes that it
+// writes and the tree that it builds.
 
 #include <gtest/gtest.h>
+#include <tinyxml.h>
 
 #include "tests/support/ink/xml_text.h"
 
@@ -30,14 +31,14 @@ TEST(WrittenText, HasItsSpecialCharactersAsReferences) {
   EXPECT_EQ(writtenText("&#x41;"), "<a>&amp;#x41;</a>");
 }
 
-TEST(WrittenAttribute, StandsInSingleQuotesWhenItHoldsADoubleOne) {
+TEST(WrittenAttribute, HasSingleQuotesWhenItContainsADoubleOne) {
   TiXmlElement element("a");
   element.SetAttribute("x", "1 & 2");
   element.SetAttribute("y", "\"");
   EXPECT_EQ(printed(element), "<a x=\"1 &amp; 2\" y='&quot;' />");
 }
 
-TEST(WrittenAttribute, KeepsItsPlaceWhenItIsSetAnew) {
+TEST(WrittenAttribute, KeepsItsPlaceWhenSetAgain) {
   TiXmlElement element("a");
   element.SetAttribute("id", "1");
   element.SetAttribute("b", "2");
@@ -58,23 +59,23 @@ TEST(LoadedText, KeepsWhiteSpaceFromReferencesAndCdata) {
   EXPECT_EQ(onlyText("<![CDATA[]]>"), "");
 }
 
-TEST(LoadedText, DropsTheMarkOfAnUnknownReference) {
+TEST(LoadedText, LosesTheAmpersandOfAnUnknownReference) {
   EXPECT_EQ(onlyText("&foo; & b"), "foo;  b");
 }
 
-TEST(LoadedTree, StopsSilentlyBehindADocumentTypeWithDeclarations) {
+TEST(LoadedTree, EndsSilentlyAtADocumentTypeWithDeclarations) {
   TiXmlDocument xml;
   EXPECT_TRUE(load("<!DOCTYPE ink [ <!ENTITY e \"v\"> ]><ink/>", xml));
   EXPECT_EQ(xml.RootElement(), nullptr);
 }
 
-TEST(LoadedTree, IgnoresTextBehindTheRoot) {
+TEST(LoadedTree, EndsSilentlyAtTextAfterTheRoot) {
   TiXmlDocument xml;
   EXPECT_TRUE(load("<ink/>junk<ink/>", xml));
   EXPECT_EQ(xml.RootElement()->NextSibling(), nullptr);
 }
 
-TEST(LoadedTree, FailsWithALineAndWords) {
+TEST(LoadedTree, FailsWithALineAndADescription) {
   TiXmlDocument xml;
   EXPECT_FALSE(load("<ink>\n  <a>\n</ink>", xml));
   EXPECT_GT(xml.ErrorRow(), 0);

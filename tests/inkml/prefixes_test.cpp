@@ -1,4 +1,4 @@
-// Two small documents, cut after every byte.
+// Two small documents, cut after each byte.
 
 #include <fstream>
 #include <functional>
@@ -13,7 +13,7 @@ namespace {
 using Orvo::InkFailure;
 using Orvo::InkReading;
 
-constexpr const char* small =
+constexpr const char* kSmall =
     "<?xml version=\"1.0\" ?>\n"
     "<ink>\n"
     "    <definitions>\n"
@@ -29,7 +29,7 @@ constexpr const char* small =
     "</ink>\n"
     "<!-- end -->\n";
 
-constexpr const char* odd =
+constexpr const char* kOdd =
     "\xEF\xBB\xBF<!--first--><!DOCTYPE ink>\r\n<?pi?><ink a=1 b='\xE2\x82\xAC' c = \"<\">"
     "text<![CDATA[ <x> ]]><!u><tracegroup id='layer'><trace contextRef=''><!--1 2--></trace>"
     "<trace contextRef=''>\xF0\x9F\x96\x8B</trace></tracegroup></ink  >\r\n<?pi?><ink/>";
@@ -37,7 +37,7 @@ constexpr const char* odd =
 class Prefixes : public testing::Test {
  protected:
   InkReading read(const std::string& text) const {
-    // Some file systems take their time to write over a file, but not to make one.
+    // On some file systems it takes much longer to overwrite a file than to create one.
     std::filesystem::remove(path());
     std::ofstream(path(), std::ios::binary) << text;
     return Orvo::readInk(path().wstring().c_str());
@@ -48,7 +48,7 @@ class Prefixes : public testing::Test {
   pentest::TemporaryFolder folder_;
 };
 
-// Whether the cut `text` is complete, for every cut; the root must be closed before `whole`.
+// Cuts `text` after each byte: nothing shorter than `whole` may be complete.
 void expectOnlyClosedRootsAreComplete(const std::string& text, std::size_t whole,
                                       const std::function<InkReading(const std::string&)>& read) {
   for (std::size_t length = 0; length <= text.size(); ++length) {
@@ -64,7 +64,7 @@ void expectOnlyClosedRootsAreComplete(const std::string& text, std::size_t whole
 }
 
 TEST_F(Prefixes, OfASmallDocumentAreCompleteOnceTheRootIsClosed) {
-  const std::string text = small;
+  const std::string text = kSmall;
   const std::size_t whole = text.find("</ink>") + 6;
   expectOnlyClosedRootsAreComplete(text, whole, [this](const auto& cut) { return read(cut); });
   for (const std::size_t length : {whole, whole + 1, text.size()}) {
@@ -73,7 +73,7 @@ TEST_F(Prefixes, OfASmallDocumentAreCompleteOnceTheRootIsClosed) {
 }
 
 TEST_F(Prefixes, OfAnOddDocumentAreCompleteOnceTheRootIsClosed) {
-  const std::string text = odd;
+  const std::string text = kOdd;
   const std::size_t whole = text.find("</ink  >") + 8;
   expectOnlyClosedRootsAreComplete(text, whole, [this](const auto& cut) { return read(cut); });
   EXPECT_EQ(read(text.substr(0, whole)).report.failure, InkFailure::none);
@@ -81,8 +81,8 @@ TEST_F(Prefixes, OfAnOddDocumentAreCompleteOnceTheRootIsClosed) {
   EXPECT_EQ(read(text).report.failure, InkFailure::none);
 }
 
-TEST_F(Prefixes, OfTheOddDocumentHoldWhatTheWholeOneHolds) {
-  const InkReading reading = read(odd);
+TEST_F(Prefixes, OfFullLengthHaveBothStrokesOfTheOddDocument) {
+  const InkReading reading = read(kOdd);
   EXPECT_EQ(inktest::shapeOf(*reading.document), (std::vector<std::vector<std::size_t>>{{1, 1}}));
 }
 

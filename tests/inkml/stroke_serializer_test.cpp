@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <limits>
 #include <locale>
+#include <tinyxml.h>
 
 #include "tests/support/ink/ink_builder.h"
 #include "tests/support/ink/xml_text.h"
@@ -43,7 +44,16 @@ TEST(WrittenTrace, ListsSevenNumbersForEachPoint) {
             "1520 3310 0.5 812 -20 15 40000,1524 3318 0.5 830 -19 15 40008</trace>");
 }
 
-TEST(WrittenTrace, OfAnEmptyStrokeHasAnEmptyText) {
+TEST(WrittenTrace, HasTheNameOfItsSerializer) {
+  TiXmlElement parent("parent");
+  Stroke stroke = makeStroke({{1, 2}});
+  const StrokeSerializer serializer("line", &stroke, "#c");
+  EXPECT_EQ(serializer.getName(), "line");
+  EXPECT_TRUE(serializer.write(parent));
+  EXPECT_EQ(printed(*parent.FirstChild()), "<line contextRef=\"#c\">1 2 0 0 0 0 0</line>");
+}
+
+TEST(WrittenTrace, HasAnEmptyTextForAnEmptyStroke) {
   TiXmlElement parent("parent");
   Stroke stroke;
   EXPECT_TRUE(StrokeSerializer("trace", &stroke, "#c").write(parent));
@@ -56,7 +66,7 @@ TEST(WrittenTrace, KeepsTheSignsOfItsIntegers) {
             "<trace contextRef=\"#c\">0 0 0 4294967295 -2147483648 2147483647 4294967295</trace>");
 }
 
-TEST(WrittenTrace, HasSixDigitsOfADecimal) {
+TEST(WrittenTrace, HasSixSignificantDigits) {
   EXPECT_EQ(writtenX(1520), "1520");
   EXPECT_EQ(writtenX(0.125), "0.125");
   EXPECT_EQ(writtenX(1520.25), "1520.25");
@@ -73,13 +83,13 @@ TEST(WrittenTrace, HasSixDigitsOfADecimal) {
   EXPECT_EQ(writtenX(1e300), "1e+300");
 }
 
-TEST(WrittenTrace, NamesWhatIsNoNumber) {
+TEST(WrittenTrace, SpellsInfinitiesAndNan) {
   EXPECT_EQ(writtenX(std::numeric_limits<double>::infinity()), "inf");
   EXPECT_EQ(writtenX(-std::numeric_limits<double>::infinity()), "-inf");
   EXPECT_EQ(writtenX(std::numeric_limits<double>::quiet_NaN()), "nan");
 }
 
-TEST(WrittenTrace, OfTheLongestNumbersIsWhole) {
+TEST(WrittenTrace, IsWholeForTheLongestNumbers) {
   const double longest = -2.22507e-308;
   EXPECT_EQ(
       written(
@@ -103,7 +113,7 @@ TEST(WrittenTrace, IsTheSameInEveryLocale) {
   EXPECT_EQ(text, "<trace contextRef=\"#c\">1520.25 123456 0.5 100000 -20000 0 4000000</trace>");
 }
 
-// Reads a trace with these attributes and content; the stroke may have points before.
+// Reads traces into a stroke, which may already have points.
 class ReadTrace : public testing::Test {
  protected:
   bool read(const std::string& content, const std::string& attributes = "contextRef='#c'") {
@@ -127,66 +137,75 @@ TEST_F(ReadTrace, GivesTheSevenValuesOfEachPoint) {
                           Seven{1524, 3318, 8, 830, -19, 15, 40008}));
 }
 
-TEST_F(ReadTrace, CutsFractionsAndExponents) {
+TEST_F(ReadTrace, CutsOffFractionsAndExponents) {
   EXPECT_THAT(pointsIn("12.75 -3.9 0.5 1e+06 2.9 -2.9 1.5e3"),
               ElementsAre(Seven{12, -3, 0, 1, 2, -2, 1}));
 }
 
-TEST_F(ReadTrace, FillsUpWithZeros) {
+TEST_F(ReadTrace, HasZerosForMissingNumbers) {
   EXPECT_THAT(pointsIn("10 20"), ElementsAre(Seven{10, 20, 0, 0, 0, 0, 0}));
   EXPECT_THAT(pointsIn("10,20"), ElementsAre(Seven{10}, Seven{20}));
 }
 
-TEST_F(ReadTrace, IgnoresNumbersBehindTheSeventh) {
+TEST_F(ReadTrace, IgnoresNumbersAfterTheSeventh) {
   EXPECT_THAT(pointsIn("1 2 3 4 5 6 7 8"), ElementsAre(Seven{1, 2, 3, 4, 5, 6, 7}));
 }
 
-TEST_F(ReadTrace, PassesOverEmptyTokens) {
+TEST_F(ReadTrace, SkipsEmptyTokens) {
   EXPECT_THAT(pointsIn(",1,,2,"), ElementsAre(Seven{1}, Seven{2}));
 }
 
-TEST_F(ReadTrace, TakesBlankTokensForPointsOfZeros) {
+TEST_F(ReadTrace, TakesBlankTokensAsPointsOfZeros) {
   EXPECT_THAT(pointsIn("<![CDATA[ , ,]]>"), ElementsAre(Seven{}, Seven{}));
   EXPECT_THAT(pointsIn("&#x20;,&#x20;,"), ElementsAre(Seven{}, Seven{}));
 }
 
-TEST_F(ReadTrace, OfCommasAloneIsAStrokeWithoutPoints) {
+TEST_F(ReadTrace, HasNoPointsInCommasAlone) {
   EXPECT_THAT(pointsIn(","), IsEmpty());
   EXPECT_THAT(pointsIn("<![CDATA[]]>"), IsEmpty());
 }
 
-TEST_F(ReadTrace, TakesWordsForZero) {
+TEST_F(ReadTrace, TakesWordsAsZero) {
   EXPECT_THAT(pointsIn("abc 5 -,x"), ElementsAre(Seven{0, 5, 0}, Seven{}));
 }
 
-TEST_F(ReadTrace, HasLineBreaksAndTabsOfTheFileAsBlanks) {
+TEST_F(ReadTrace, TakesLineBreaksAndTabsOfTheFileAsBlanks) {
   EXPECT_THAT(pointsIn("\n 1 2,\n\t3\n4 ,\r\n5"), ElementsAre(Seven{1, 2}, Seven{3, 4}, Seven{5}));
 }
 
-TEST_F(ReadTrace, SplitsANumberAtTheBlankOnly) {
+TEST_F(ReadTrace, SplitsNumbersAtBlanksOnly) {
   EXPECT_THAT(pointsIn("<![CDATA[1\n2 3\t4,\n5 6]]>"), ElementsAre(Seven{1, 3}, Seven{5, 6}));
 }
 
-TEST_F(ReadTrace, TakesANumberOfThirtyTwoUnsignedBits) {
+TEST_F(ReadTrace, TakesUnsignedNumbersOfThirtyTwoBits) {
   EXPECT_THAT(pointsIn("0 0 0 4294967295 0 0 4000000000"),
               ElementsAre(Seven{0, 0, 0, 4294967295U, 0, 0, 4000000000U}));
   EXPECT_THAT(pointsIn("0 0 0 -1 0 0 -1"),
               ElementsAre(Seven{0, 0, 0, 4294967295U, 0, 0, 4294967295U}));
 }
 
-TEST_F(ReadTrace, TakesACommentForItsText) {
+TEST_F(ReadTrace, KeepsTheLowBitsOfACoordinateThatIsTooLarge) {
+  // 2^31, 2^32 + 7, -2^32 - 7, and beyond 64 bits the nearest number of 64 bits.
+  EXPECT_THAT(pointsIn("0 0 2147483648,0 0 4294967303,0 0 -4294967303,0 0 99999999999999999999,"
+                       "0 0 -99999999999999999999"),
+              ElementsAre(Seven{0, 0, -2147483648.0}, Seven{0, 0, 7}, Seven{0, 0, -7},
+                          Seven{0, 0, -1}, Seven{0, 0, 0}));
+  EXPECT_THAT(pointsIn("2147483648 4294967303"), ElementsAre(Seven{-2147483648.0, 7}));
+}
+
+TEST_F(ReadTrace, TakesACommentAsItsText) {
   EXPECT_THAT(pointsIn("<!--1 2,3 4-->5 6"), ElementsAre(Seven{1, 2}, Seven{3, 4}));
 }
 
-TEST_F(ReadTrace, TakesAnElementsNameForItsText) {
+TEST_F(ReadTrace, TakesTheNameOfAnElementAsItsText) {
   EXPECT_THAT(pointsIn("<b/>5 6"), ElementsAre(Seven{}));
 }
 
-TEST_F(ReadTrace, EndsItsTextAtANul) {
+TEST_F(ReadTrace, EndsAtANul) {
   EXPECT_THAT(pointsIn("1 2,3&#0; 4,5"), ElementsAre(Seven{1, 2}, Seven{3}));
 }
 
-TEST_F(ReadTrace, FailsWithoutAChildAndLeavesTheStroke) {
+TEST_F(ReadTrace, FailsWithoutAChildAndLeavesTheStrokeUnchanged) {
   EXPECT_FALSE(read(""));
   EXPECT_FALSE(read("  \n "));
   EXPECT_FALSE(serializer_.read(nullptr));
@@ -201,14 +220,14 @@ TEST_F(ReadTrace, FailsWithoutContextAfterThePointsAreAppended) {
   EXPECT_EQ(serializer_.contextRef, "none");
 }
 
-TEST_F(ReadTrace, TakesItsContextAsItStands) {
+TEST_F(ReadTrace, TakesAnyContextReference) {
   EXPECT_TRUE(read("1 2", "contextRef='anything'"));
   EXPECT_EQ(serializer_.contextRef, "anything");
   EXPECT_TRUE(read("1 2", "contextRef=''"));
   EXPECT_EQ(serializer_.contextRef, "");
 }
 
-TEST_F(ReadTrace, AppendsToThePointsThatAreThere) {
+TEST_F(ReadTrace, AppendsToThePointsOfTheStroke) {
   stroke_.append(inktest::makePoint({9}));
   EXPECT_TRUE(read("1 2"));
   EXPECT_THAT(pointsOf(stroke_), ElementsAre(Seven{9}, Seven{1, 2}));

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <list>
+#include <tinyxml.h>
 #include <vector>
 
 #include "inkml/channel.h"
@@ -38,18 +39,18 @@ TEST(SplitString, GivesNothingForNoTextOrSeparatorsAlone) {
   EXPECT_THAT(split(",,,", ","), IsEmpty());
 }
 
-TEST(SplitString, TakesAllForOneRunWhenThereAreNoSeparators) {
+TEST(SplitString, GivesTheWholeTextWhenThereAreNoSeparators) {
   EXPECT_THAT(split("a,b", ""), ElementsAre("a,b"));
   EXPECT_THAT(split("", ""), IsEmpty());
 }
 
-TEST(SplitString, AppendsToTheListThatItIsGiven) {
+TEST(SplitString, AppendsToTheGivenList) {
   std::list<std::string> list = {"first"};
   splitString("second,third", ",", list);
   EXPECT_THAT(list, ElementsAre("first", "second", "third"));
 }
 
-TEST(SplitString, AgreesWithACharacterByCharacterReckoning) {
+TEST(SplitString, AgreesWithSplittingCharacterByCharacter) {
   for (unsigned seed = 0; seed < 1000; ++seed) {
     inktest::InkDice dice(seed);
     const std::string text = dice.text() + dice.text() + dice.text();
@@ -83,7 +84,7 @@ TEST(Integer, IsTheWholeNumberAtTheStart) {
   EXPECT_EQ(toInteger("007x"), 7);
 }
 
-TEST(Integer, StandsBehindWhiteSpaceOfAnyKind) {
+TEST(Integer, MayFollowWhiteSpaceOfAnyKind) {
   EXPECT_EQ(toInteger(" \t\n\v\f\r5"), 5);
 }
 
@@ -93,7 +94,7 @@ TEST(Integer, IsZeroWithoutDigits) {
   }
 }
 
-TEST(Integer, BeyondThirtyTwoBitsKeepsItsLowThirtyTwo) {
+TEST(Integer, BeyondThirtyTwoBitsKeepsItsLowThirtyTwoBits) {
   EXPECT_EQ(toInteger("2147483647"), 2147483647);
   EXPECT_EQ(toInteger("-2147483648"), INT32_MIN);
   EXPECT_EQ(toInteger("2147483648"), INT32_MIN);
@@ -104,7 +105,7 @@ TEST(Integer, BeyondThirtyTwoBitsKeepsItsLowThirtyTwo) {
   EXPECT_EQ(toInteger("-9223372036854775808"), 0);
 }
 
-TEST(Integer, BeyondSixtyFourBitsIsThatOfTheNearest) {
+TEST(Integer, BeyondSixtyFourBitsCountsAsTheNearestOfSixtyFour) {
   EXPECT_EQ(toInteger("9223372036854775808"), -1);
   EXPECT_EQ(toInteger("+99999999999999999999999"), -1);
   EXPECT_EQ(toInteger("-99999999999999999999999"), 0);
@@ -129,7 +130,7 @@ TEST(TextElement, HoldsItsTextAsItsOnlyChild) {
   EXPECT_EQ(printed(element), "<color>Black &amp; White</color>");
 }
 
-TEST(TextElement, HasATextNodeForAnEmptyTextToo) {
+TEST(TextElement, HasATextNodeEvenForAnEmptyText) {
   TiXmlElement parent("parent");
   const TiXmlElement& element = Orvo::appendTextElement(parent, "color", "");
   ASSERT_NE(element.FirstChild(), nullptr);
@@ -151,14 +152,6 @@ TEST(Child, IsFoundByItsValueWhateverItsKind) {
   EXPECT_NE(Orvo::findChild(*tree.root(), "b")->ToComment(), nullptr);
   EXPECT_EQ(Orvo::findChild(*tree.root(), "c")->ToElement()->Attribute("id"), nullptr);
   EXPECT_EQ(Orvo::findChild(*tree.root(), "d"), nullptr);
-}
-
-TEST(ChildText, IsEmptyForAMissingElement) {
-  const XmlTree tree("<brush><annotationXML><color>Red</color></annotationXML></brush>");
-  const TiXmlNode* properties = tree.named("annotationXML");
-  EXPECT_EQ(Orvo::childText(properties, "color"), "Red");
-  EXPECT_EQ(Orvo::childText(properties, "width"), "");
-  EXPECT_EQ(Orvo::childText(nullptr, "color"), "");
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
+// The lines of the log: what they look like, and where they go.
 #include "log/logger.h"
 
+#include <chrono>
 #include <cstdint>
 #include <cstdlib>
 #include <ctime>
@@ -27,21 +29,21 @@ using pentest::readText;
 using testing::EndsWith;
 using testing::HasSubstr;
 
-constexpr std::uintmax_t tenMebibytes = 10'485'760;
+constexpr std::uintmax_t kTenMebibytes = 10'485'760;
 
 // The framework's own patterns are too simple on Windows.
 MATCHER_P(FitsPattern, pattern, "") {
   return std::regex_match(arg, std::regex(pattern));
 }
 
-// Each test logs in a folder of its own.
+// Each test logs in its own folder.
 class Log : public testing::Test {
  protected:
   void TearDown() override { Logger::silence(false); }
 
   std::filesystem::path file() const { return folder_ / "orvo.log"; }
 
-  // The text that one call hands to the debugger.
+  // The text that one call sends to the debugger.
   static std::string debuggerOutputOf(const char* message, LogLevel level) {
     return pentest::debuggerTextOf([&] { logMessage("SomeClass", "someMethod", message, level); });
   }
@@ -56,7 +58,7 @@ class Log : public testing::Test {
   pentest::CurrentFolder current_{folder_.path()};
 };
 
-TEST(LogLevelName, IsTheWordOfItsLevel) {
+TEST(LogLevelName, NamesEachLevel) {
   const std::vector<std::string> words{"SEVERE", "WARNING", "INFO", "FINE", "FINER", "FINEST"};
   for (std::int32_t level = 0; level < 6; ++level) {
     EXPECT_EQ(Orvo::levelName(static_cast<LogLevel>(level)),
@@ -64,7 +66,7 @@ TEST(LogLevelName, IsTheWordOfItsLevel) {
   }
 }
 
-TEST(LogLevelName, IsEmptyOutsideTheTable) {
+TEST(LogLevelName, IsEmptyForAnyOtherValue) {
   EXPECT_STREQ(Orvo::levelName(static_cast<LogLevel>(-1)), "");
   EXPECT_STREQ(Orvo::levelName(static_cast<LogLevel>(6)), "");
 }
@@ -108,21 +110,21 @@ TEST_F(Log, WarningsAreWritten) {
               EndsWith("] WARNING careful\tSomeClass::someMethod()\n"));
 }
 
-TEST_F(Log, LevelsFinerThanWarningLeaveNothingAnywhere) {
+TEST_F(Log, LevelsFinerThanWarningAreNotWrittenAnywhere) {
   for (const LogLevel level : {LogLevel::info, LogLevel::fine, LogLevel::finer, LogLevel::finest}) {
     EXPECT_EQ(debuggerOutputOf("unheard", level), "");
   }
   EXPECT_FALSE(std::filesystem::exists(file()));
 }
 
-TEST_F(Log, ALevelBelowZeroIsWrittenWithAnEmptyWord) {
+TEST_F(Log, ALevelBelowZeroIsWrittenWithAnEmptyName) {
   const std::string written = debuggerOutputOf("odd", static_cast<LogLevel>(-1));
   EXPECT_THAT(written,
               FitsPattern("\\[[^\\]]*\\] \\[[0-9]+\\]  odd\tSomeClass::someMethod\\(\\)\n"));
   EXPECT_EQ(readText(file()), pentest::asInTextFile(written));
 }
 
-TEST_F(Log, ALevelBehindTheTableLeavesNothingAnywhere) {
+TEST_F(Log, ALevelBeyondTheLastIsNotWrittenAnywhere) {
   EXPECT_EQ(debuggerOutputOf("unheard", static_cast<LogLevel>(6)), "");
   EXPECT_FALSE(std::filesystem::exists(file()));
 }
@@ -143,15 +145,15 @@ TEST_F(Log, TheFileCanBeRemovedBetweenMessages) {
   EXPECT_EQ(linesOf(readText(file())).size(), 1U);
 }
 
-TEST_F(Log, AFileThatCannotBeOpenedLeavesTheDebuggerOutput) {
+TEST_F(Log, ALineStillGoesToTheDebuggerWhenTheFileCannotBeOpened) {
   std::filesystem::create_directory(file());
   EXPECT_THAT(debuggerOutputOf("unwritable", LogLevel::severe), HasSubstr("unwritable"));
 }
 
-TEST_F(Log, TheLineThatCrossesTenMebibytesIsKeptAndTheNextOneStartsAfresh) {
-  makeFileOfSize(tenMebibytes - 1);
+TEST_F(Log, TheLineThatCrossesTenMebibytesIsKeptAndTheNextOneEmptiesTheFile) {
+  makeFileOfSize(kTenMebibytes - 1);
   logMessage("SomeClass", "someMethod", "crossing", LogLevel::severe);
-  EXPECT_GT(std::filesystem::file_size(file()), tenMebibytes);
+  EXPECT_GT(std::filesystem::file_size(file()), kTenMebibytes);
   logMessage("SomeClass", "someMethod", "fresh", LogLevel::severe);
   const auto lines = linesOf(readText(file()));
   ASSERT_EQ(lines.size(), 1U);
@@ -160,39 +162,39 @@ TEST_F(Log, TheLineThatCrossesTenMebibytesIsKeptAndTheNextOneStartsAfresh) {
   EXPECT_EQ(linesOf(readText(file())).size(), 2U);
 }
 
-TEST_F(Log, AFileThatIsTooLargeAlreadyIsMeasuredByTheFirstLineOnly) {
-  makeFileOfSize(tenMebibytes + 1000);
+TEST_F(Log, AFileThatIsAlreadyTooLargeIsEmptiedByTheSecondLine) {
+  makeFileOfSize(kTenMebibytes + 1000);
   logMessage("SomeClass", "someMethod", "appended", LogLevel::severe);
-  EXPECT_GT(std::filesystem::file_size(file()), tenMebibytes + 1000);
+  EXPECT_GT(std::filesystem::file_size(file()), kTenMebibytes + 1000);
   logMessage("SomeClass", "someMethod", "fresh", LogLevel::severe);
   EXPECT_EQ(linesOf(readText(file())).size(), 1U);
 }
 
-TEST_F(Log, AFileStartsAfreshFromExactlyTenMebibytesOn) {
+TEST_F(Log, TheFileIsEmptiedFromExactlyTenMebibytesOn) {
   const std::string line = pentest::asInTextFile(debuggerOutputOf("same length", LogLevel::severe));
-  makeFileOfSize(tenMebibytes - line.size() - 1);
+  makeFileOfSize(kTenMebibytes - line.size() - 1);
   logMessage("SomeClass", "someMethod", "same length", LogLevel::severe);
-  EXPECT_EQ(std::filesystem::file_size(file()), tenMebibytes - 1);
+  EXPECT_EQ(std::filesystem::file_size(file()), kTenMebibytes - 1);
   logMessage("SomeClass", "someMethod", "same length", LogLevel::severe);
-  EXPECT_EQ(std::filesystem::file_size(file()), tenMebibytes - 1 + line.size());
+  EXPECT_EQ(std::filesystem::file_size(file()), kTenMebibytes - 1 + line.size());
   logMessage("SomeClass", "someMethod", "same length", LogLevel::severe);
   EXPECT_EQ(std::filesystem::file_size(file()), line.size());
 
-  makeFileOfSize(tenMebibytes - line.size());
+  makeFileOfSize(kTenMebibytes - line.size());
   logMessage("SomeClass", "someMethod", "same length", LogLevel::severe);
-  EXPECT_EQ(std::filesystem::file_size(file()), tenMebibytes);
+  EXPECT_EQ(std::filesystem::file_size(file()), kTenMebibytes);
   logMessage("SomeClass", "someMethod", "same length", LogLevel::severe);
   EXPECT_EQ(std::filesystem::file_size(file()), line.size());
 }
 
 TEST_F(Log, LinesOfManyThreadsStayWhole) {
-  constexpr std::size_t threadCount = 4;
-  constexpr std::size_t lineCount = 50;
+  constexpr std::size_t kThreadCount = 4;
+  constexpr std::size_t kLineCount = 50;
   testing::internal::CaptureStderr();
   std::vector<std::thread> threads;
-  for (std::size_t i = 0; i < threadCount; ++i) {
+  for (std::size_t i = 0; i < kThreadCount; ++i) {
     threads.emplace_back([] {
-      for (std::size_t line = 0; line < lineCount; ++line) {
+      for (std::size_t line = 0; line < kLineCount; ++line) {
         logMessage("SomeClass", "someMethod", "from a thread", LogLevel::warning);
       }
     });
@@ -202,11 +204,56 @@ TEST_F(Log, LinesOfManyThreadsStayWhole) {
   testing::internal::GetCapturedStderr();
 
   const auto lines = linesOf(readText(file()));
-  ASSERT_EQ(lines.size(), threadCount * lineCount);
+  ASSERT_EQ(lines.size(), kThreadCount * kLineCount);
   for (const std::string& line : lines) {
     ASSERT_THAT(line, FitsPattern("\\[[^\\]]*\\] \\[[0-9]+\\] WARNING from a thread\tSomeClass::"
                                   "someMethod\\(\\)"));
   }
+}
+
+TEST_F(Log, ALineNamesTheThreadThatCalled) {
+  testing::internal::CaptureStderr();
+  std::uint64_t other = 0;
+  std::thread([&] {
+    other = platform::currentThreadId();
+    logMessage("SomeClass", "someMethod", "from the other", LogLevel::severe);
+  }).join();
+  logMessage("SomeClass", "someMethod", "from here", LogLevel::severe);
+  testing::internal::GetCapturedStderr();
+  const auto lines = linesOf(readText(file()));
+  ASSERT_EQ(lines.size(), 2U);
+  EXPECT_THAT(lines[0], HasSubstr("] [" + std::to_string(other) + "] SEVERE from the other"));
+  EXPECT_THAT(lines[1], HasSubstr("] [" + std::to_string(platform::currentThreadId()) +
+                                  "] SEVERE from here"));
+}
+
+TEST_F(Log, ALineHasTheTimeOfItsOwnCall) {
+  for (int call = 0; call < 2; ++call) {
+    const std::time_t before = std::time(nullptr);
+    const std::string line = debuggerOutputOf("timed", LogLevel::severe);
+    const std::time_t after = std::time(nullptr);
+    std::vector<std::string> times;
+    for (std::time_t second = before; second <= after; ++second)
+      times.push_back(Orvo::formatLogTime(second));
+    EXPECT_THAT(times, testing::Contains(line.substr(0, line.find(" [")))) << line;
+    while (std::time(nullptr) == after)  // The next call is in another second.
+      std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  }
+}
+
+TEST_F(Log, EmptyingTheFileIsNotTriedAgainWhenItFails) {
+  makeFileOfSize(kTenMebibytes);
+  logMessage("SomeClass", "someMethod", "the next one empties the file", LogLevel::severe);
+  std::filesystem::remove(file());
+  std::filesystem::create_directory(file());
+  logMessage("SomeClass", "someMethod", "finds a folder", LogLevel::severe);
+  std::filesystem::remove(file());
+  std::ofstream(file()) << "before\n";
+  logMessage("SomeClass", "someMethod", "appended", LogLevel::severe);
+  const auto lines = linesOf(readText(file()));
+  ASSERT_EQ(lines.size(), 2U);
+  EXPECT_EQ(lines[0], "before");
+  EXPECT_THAT(lines[1], HasSubstr("appended"));
 }
 
 TEST_F(Log, SilenceTurnsFileAndDebuggerOutputOff) {

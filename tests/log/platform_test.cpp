@@ -1,3 +1,4 @@
+// Clock, command line, debugger output, files, paths and threads.
 #include <atomic>
 #include <cstdint>
 #include <cstdlib>
@@ -6,6 +7,7 @@
 #include <mutex>
 #include <string>
 #include <thread>
+#include <type_traits>
 
 #include "platform/clock.h"
 #include "platform/command_line.h"
@@ -27,7 +29,7 @@ TEST(NativePath, IsUtf8) {
   EXPECT_EQ(nativePathToWide("a\xC3\xA9\xE2\x82\xAC\xF0\x9F\x96\x8A"), L"a\u00e9\u20ac\U0001F58A");
 }
 
-TEST(NativePath, OfNothingIsNothing) {
+TEST(NativePath, IsEmptyForEmptyText) {
   EXPECT_EQ(wideToNativePath(L""), "");
   EXPECT_EQ(nativePathToWide(""), L"");
 }
@@ -46,7 +48,7 @@ TEST(NativePath, ALoneSurrogateIsTheByteItStandsFor) {
   EXPECT_EQ(nativePathToWide("\x80x\xFF"), wideOf({0xDC80, 'x', 0xDCFF}));
 }
 
-TEST(NativePath, BytesThatAreNoUtf8StandForThemselves) {
+TEST(NativePath, EachByteThatIsNotUtf8BecomesALoneSurrogate) {
   EXPECT_EQ(nativePathToWide("\xC0\xAF"), wideOf({0xDCC0, 0xDCAF}));              // Overlong.
   EXPECT_EQ(nativePathToWide("\xE0\x80\xAF"), wideOf({0xDCE0, 0xDC80, 0xDCAF}));  // Overlong.
   EXPECT_EQ(nativePathToWide("\xED\xA0\x80"), wideOf({0xDCED, 0xDCA0, 0xDC80}));  // Surrogate.
@@ -55,7 +57,7 @@ TEST(NativePath, BytesThatAreNoUtf8StandForThemselves) {
   EXPECT_EQ(nativePathToWide("\xE2z"), wideOf({0xDCE2, 'z'}));
 }
 
-TEST(NativePath, EveryPairOfBytesSurvivesTheWayToWideAndBack) {
+TEST(NativePath, EveryPairOfBytesSurvivesTheConversionToWideTextAndBack) {
   for (int first = 1; first < 256; ++first) {
     for (int second = 1; second < 256; ++second) {
       const std::string name{static_cast<char>(first), static_cast<char>(second), '\x9C'};
@@ -64,17 +66,30 @@ TEST(NativePath, EveryPairOfBytesSurvivesTheWayToWideAndBack) {
   }
 }
 
-TEST(NativePath, WhatIsNoCharacterBecomesTheReplacementCharacter) {
+TEST(NativePath, WhatIsNotACharacterBecomesTheReplacementCharacter) {
   EXPECT_EQ(wideToNativePath(wideOf({0xD800})), "\xEF\xBF\xBD");
   EXPECT_EQ(wideToNativePath(wideOf({0x110000})), "\xEF\xBF\xBD");
 }
 
+TEST(LocalAppDataFolder, IsTheOneThatTheEnvironmentNames) {
+  ::setenv("HOME", "/somewhere", 1);
+  ::setenv("XDG_DATA_HOME", "/data of mine", 1);
+  EXPECT_EQ(platform::localAppDataFolder(), L"/data of mine");
+  for (const char* unusable : {"", "relative/data"}) {
+    ::setenv("XDG_DATA_HOME", unusable, 1);
+    EXPECT_EQ(platform::localAppDataFolder(), L"/somewhere/.local/share");
+  }
+  ::unsetenv("XDG_DATA_HOME");
+}
+
 TEST(LocalAppDataFolder, LiesUnderHome) {
+  ::unsetenv("XDG_DATA_HOME");
   ::setenv("HOME", "/somewhere/\xC3\xA9", 1);
   EXPECT_EQ(platform::localAppDataFolder(), L"/somewhere/\u00e9/.local/share");
 }
 
-TEST(LocalAppDataFolder, IsThatOfTheAccountWithoutHome) {
+TEST(LocalAppDataFolder, IsThatOfTheAccountWhenHomeIsNotSet) {
+  ::unsetenv("XDG_DATA_HOME");
   ::unsetenv("HOME");
   const auto folder = platform::localAppDataFolder();
   ASSERT_TRUE(folder.has_value());
@@ -82,14 +97,14 @@ TEST(LocalAppDataFolder, IsThatOfTheAccountWithoutHome) {
   EXPECT_NE(*folder, L"/.local/share");
 }
 
-TEST(File, AnyNameOpens) {
+TEST(File, OpensUnderAnyName) {
   const pentest::TemporaryFolder folder;
   const std::string name = (folder / "odd \xFF\xC3\xA9").string();
   EXPECT_TRUE(platform::openFile(nativePathToWide(name).c_str(), "wb"));
   EXPECT_TRUE(std::filesystem::exists(name));
 }
 
-TEST(DebugOutput, GoesToStandardErrorAsItStands) {
+TEST(DebugOutput, GoesToStandardErrorUnchanged) {
   testing::internal::CaptureStderr();
   platform::debugOutput("narrow\xFF");
   platform::debugOutput(L" w\u00efde");
@@ -100,7 +115,7 @@ TEST(DebugOutput, GoesToStandardErrorAsItStands) {
 
 #endif
 
-TEST(File, ReadsByteByByteAndFindsItsWay) {
+TEST(File, ReadsByteByByteAndSeeks) {
   const pentest::TemporaryFolder folder;
   const std::filesystem::path path = folder / "three";
   platform::File out = platform::openFile(path.wstring().c_str(), "wb");
@@ -126,7 +141,7 @@ TEST(File, ReadsByteByByteAndFindsItsWay) {
   EXPECT_EQ(platform::readByte(in), EOF);
 }
 
-TEST(File, OneThatIsMissingDoesNotOpen) {
+TEST(File, DoesNotOpenWhenItIsMissing) {
   const pentest::TemporaryFolder folder;
   EXPECT_EQ(platform::openFile((folder / "missing").wstring().c_str(), "rb"), nullptr);
 }
@@ -141,7 +156,7 @@ TEST(CriticalSection, MayBeTakenAgainByItsHolder) {
     entered = true;
   });
   section.unlock();
-  EXPECT_FALSE(entered);  // Given back once of two times.
+  EXPECT_FALSE(entered);  // Released only once so far.
   section.unlock();
   other.join();
   EXPECT_TRUE(entered);
@@ -177,8 +192,12 @@ TEST(LocalTime, OfAMomentOutsideTheCalendarIsAllZero) {
   EXPECT_EQ(parts.tm_mday, 0);
 }
 
+// The pointers of a copy would point into the original.
+static_assert(!std::is_copy_constructible_v<platform::CommandLine>);
+static_assert(!std::is_copy_assignable_v<platform::CommandLine>);
+
 #ifndef _WIN32
-TEST(CommandLine, HoldsItsWordsAndANullBehindThem) {
+TEST(CommandLine, HoldsItsWordsAndANullAfterThem) {
   std::string program = "penwick";
   std::string word = "*.pnx \xFF";
   char* words[] = {program.data(), word.data(), nullptr};

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <type_traits>
 
 namespace {
 
@@ -12,6 +13,16 @@ using Orvo::Point;
 using Orvo::Stroke;
 using testing::ElementsAre;
 using testing::Pair;
+
+// Assigning through a base would slice the object.
+static_assert(!std::is_assignable_v<Orvo::AnnotatedRegion<Layer>&, const Document&>);
+static_assert(!std::is_assignable_v<Orvo::Region<Layer>&, const Document&>);
+static_assert(!std::is_assignable_v<Orvo::AnnotatedRegion<Stroke>&, const Layer&>);
+static_assert(!std::is_assignable_v<Orvo::Region<Stroke>&, const Layer&>);
+static_assert(!std::is_assignable_v<Orvo::Region<Point>&, const Stroke&>);
+static_assert(!std::is_assignable_v<Document&, const Document&>);
+static_assert(std::is_assignable_v<Layer&, const Layer&>);
+static_assert(std::is_assignable_v<Stroke&, const Stroke&>);
 
 Document documentOf(std::initializer_list<std::initializer_list<int>> pointsOfStrokes) {
   Document document;
@@ -35,7 +46,7 @@ std::string dump(const Document& document) {
   return testing::internal::GetCapturedStdout();
 }
 
-TEST(Document, IsNotCompleteAtFirst) {
+TEST(Document, IsNotCompleteByDefault) {
   EXPECT_FALSE(Document().complete.value);
 }
 
@@ -47,6 +58,14 @@ TEST(Document, KeepsAnnotationsInTheOrderOfTheirTypes) {
   document.annotations()["b"] = "two";
   EXPECT_THAT(document.annotations(),
               ElementsAre(Pair("a", "1"), Pair("b", "two"), Pair("c", "3")));
+}
+
+TEST(Document, KeepsAnnotationsInByteOrderBeyondAsciiToo) {
+  Document document;
+  for (const char* type : {"\xFF", "\x80", "\x7F", "z", "\xC3\xA9"})
+    document.annotations()[type] = "";
+  EXPECT_THAT(document.annotations(), ElementsAre(Pair("z", ""), Pair("\x7F", ""), Pair("\x80", ""),
+                                                  Pair("\xC3\xA9", ""), Pair("\xFF", "")));
 }
 
 TEST(Document, ACopyIsDeep) {

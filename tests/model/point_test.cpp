@@ -20,7 +20,7 @@ static_assert(std::is_same_v<decltype(Point::pressure.value), std::uint32_t>);
 static_assert(std::is_same_v<decltype(Point::tiltX.value), std::int32_t>);
 static_assert(std::is_same_v<decltype(Point::timestamp.value), std::uint32_t>);
 
-TEST(Point, HasSevenZerosWhenNothingIsGiven) {
+TEST(Point, HasSevenZerosByDefault) {
   EXPECT_EQ(values(Point()), (Values{0, 0, 0, 0, 0, 0, 0}));
 }
 
@@ -62,7 +62,7 @@ TEST(PointProperty, DiffersInXOrYAlone) {
   EXPECT_FALSE(origin == Property<Point>(Point(1, 0)));
 }
 
-TEST(PointProperty, IsUnequalToItselfWhereXIsNotItsZ) {
+TEST(PointProperty, IsUnequalToItselfWhenXDiffersFromZ) {
   const Property<Point> point(Point(3, 4));
   EXPECT_FALSE(point == point);
 }

@@ -9,9 +9,9 @@ namespace {
 
 using Orvo::Property;
 
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 
-// Counts what is asked of it.
+// Counts its comparisons and assignments.
 struct Counted {
   int number = 0;
   static inline int comparisons = 0;
@@ -40,7 +40,7 @@ class PropertyAssignment : public testing::Test {
   }
 };
 
-TEST(Property, HoldsTheZeroOfItsTypeWhenNothingIsGiven) {
+TEST(Property, HoldsTheZeroOfItsTypeByDefault) {
   EXPECT_FALSE(Property<bool>().value);
   EXPECT_EQ(Property<unsigned char>().value, 0);
   EXPECT_EQ(Property<double>().value, 0.0);
@@ -48,8 +48,8 @@ TEST(Property, HoldsTheZeroOfItsTypeWhenNothingIsGiven) {
   EXPECT_EQ(Property<int*>().value, nullptr);
 }
 
-TEST(Property, ANotANumberIsUnequalToItself) {
-  const Property<double> number(nan);
+TEST(Property, NanIsUnequalToItself) {
+  const Property<double> number(kNan);
   EXPECT_FALSE(number == number);
 }
 
@@ -69,9 +69,9 @@ TEST(Property, CopyingMinusZeroKeepsItsSign) {
   EXPECT_TRUE(std::signbit(copy.value));
 }
 
-TEST(Property, AssigningOneNotANumberOverAnotherWritesIt) {
-  Property<double> target(std::copysign(nan, 1.0));
-  target = Property<double>(std::copysign(nan, -1.0));
+TEST(Property, AssigningOneNanOverAnotherWritesIt) {
+  Property<double> target(std::copysign(kNan, 1.0));
+  target = Property<double>(std::copysign(kNan, -1.0));
   EXPECT_TRUE(std::signbit(target.value));
 }
 
@@ -89,7 +89,7 @@ TEST(Property, PointersAreComparedByIdentity) {
   EXPECT_TRUE(Property(&one) == Property(&one));
 }
 
-TEST(Property, ADerivedPropertyDecidesEqualityOfTheTarget) {
+TEST(Property, ADerivedTargetDecidesWhatItEquals) {
   class NeverEqual final : public Property<int> {
    public:
     bool operator==(const Property<int>&) const override { return false; }
@@ -98,6 +98,24 @@ TEST(Property, ADerivedPropertyDecidesEqualityOfTheTarget) {
   const Property<int>& target = picky;
   EXPECT_FALSE(target == Property<int>(0));
   EXPECT_TRUE(Property<int>(0) == target);
+}
+
+TEST(Property, AssigningUsesTheEqualityOfTheTargetsClassAndNotOfTheSources) {
+  class AlwaysEqual final : public Property<int> {
+   public:
+    using Property<int>::Property;
+    bool operator==(const Property<int>&) const override { return true; }
+  };
+  AlwaysEqual content(1);
+  const Property<int> two(2);
+  Property<int>& target = content;
+  target = two;
+  EXPECT_EQ(target.value, 1);
+
+  Property<int> plain(2);
+  const Property<int>& source = content;
+  plain = source;
+  EXPECT_EQ(plain.value, 1);
 }
 
 TEST_F(PropertyAssignment, WritesAnUnequalValueOnce) {

@@ -15,7 +15,7 @@ using Orvo::Sequence;
 using testing::ElementsAre;
 using testing::ElementsAreArray;
 
-// As large as a sample of the pen, so that a chunk holds few of them.
+// As large as a point, so that a chunk holds few of them.
 struct Large {
   explicit Large(int given) : number(given) {}
   bool operator==(const Large& other) const { return number == other.number; }
@@ -24,7 +24,7 @@ struct Large {
   std::array<char, 100> filling{};
 };
 
-// Counts the living and can refuse to be copied.
+// Counts its live objects and can refuse to be copied.
 struct Tracked {
   explicit Tracked(int given) : number(given) { ++living; }
   Tracked(const Tracked& other) : number(other.number), filling(other.filling) {
@@ -50,7 +50,7 @@ TEST(Sequence, KeepsTheOrderOfElementsAddedAtBothEnds) {
   EXPECT_THAT(numbers, ElementsAre(0, 1, 2, 3));
 }
 
-TEST(Sequence, IsADoubleEndedQueueUnderAnyMixOfAdditions) {
+TEST(Sequence, BehavesLikeADequeUnderAnyMixOfAdditions) {
   for (unsigned seed = 0; seed < 50; ++seed) {
     std::mt19937 random(seed);
     Sequence<Large> sequence;
@@ -66,6 +66,7 @@ TEST(Sequence, IsADoubleEndedQueueUnderAnyMixOfAdditions) {
       }
     }
     ASSERT_EQ(sequence.size(), queue.size());
+    ASSERT_EQ(sequence.last(), &sequence[queue.size() - 1]);
     for (std::size_t i = 0; i < queue.size(); ++i)
       ASSERT_EQ(sequence[i], queue[i]) << seed;
     const Sequence<Large> copy(sequence);
@@ -85,7 +86,7 @@ TEST(Sequence, ElementsStayWhereTheyAreWhileItGrows) {
   EXPECT_EQ(*first, 7);
 }
 
-TEST(Sequence, CanAppendAnElementOfItsOwn) {
+TEST(Sequence, CanAddOneOfItsOwnElements) {
   Sequence<int> numbers;
   numbers.pushBack(1);
   for (int i = 0; i < 600; ++i)
@@ -113,14 +114,18 @@ TEST(Sequence, AssigningReplacesEverything) {
   source.pushBack(9);
   target = source;
   EXPECT_THAT(target, ElementsAre(9));
+  EXPECT_EQ(target.last(), &target[0]);
   EXPECT_THAT(source, ElementsAre(9));
 }
 
-TEST(Sequence, AMovedOneIsEmptyAndUsable) {
+TEST(Sequence, IsEmptyAndUsableAfterItWasMovedFrom) {
   Sequence<int> source;
   source.pushFront(1);
   const Sequence<int> target(std::move(source));
   EXPECT_THAT(target, ElementsAre(1));
+  EXPECT_EQ(target.last(), &target[0]);
+  // NOLINTNEXTLINE(bugprone-use-after-move): what is left is what is tested.
+  EXPECT_EQ(source.last(), nullptr);
   source = Sequence<int>();
   source.pushBack(2);
   EXPECT_THAT(source, ElementsAre(2));
@@ -139,7 +144,7 @@ TEST(Sequence, DestroysEachElementOnce) {
   EXPECT_EQ(Tracked::living, 0);
 }
 
-TEST(Sequence, AnElementThatCannotBeCopiedLeavesItAsItWas) {
+TEST(Sequence, IsUnchangedWhenAnElementCannotBeCopied) {
   {
     const Tracked element(5);
     Sequence<Tracked> sequence;

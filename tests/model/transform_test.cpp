@@ -19,8 +19,8 @@ using Orvo::RegionVisitor;
 using Orvo::rotatePoint;
 using Orvo::Stroke;
 
-constexpr float quarterTurn = 1.570795F;
-constexpr double floatAccuracy = 1e-5;
+constexpr float kQuarterTurn = 1.570795F;
+constexpr double kFloatAccuracy = 1e-5;
 
 class Recorder final : public RegionVisitor<Point> {
  public:
@@ -50,8 +50,8 @@ Point rotated(double x, double y, float angle) {
 }
 
 void expectNear(const Point& point, double x, double y) {
-  EXPECT_NEAR(point.x.value, x, floatAccuracy);
-  EXPECT_NEAR(point.y.value, y, floatAccuracy);
+  EXPECT_NEAR(point.x.value, x, kFloatAccuracy);
+  EXPECT_NEAR(point.y.value, y, kFloatAccuracy);
 }
 
 TEST(Accept, VisitsTheStoredElementsFrontToBack) {
@@ -62,21 +62,21 @@ TEST(Accept, VisitsTheStoredElementsFrontToBack) {
   EXPECT_EQ(stroke.back().pressure.value, 1U);
 }
 
-TEST(Accept, StopsAtTheFirstRefusal) {
+TEST(Accept, StopsAtTheFirstFalse) {
   Stroke stroke = threePoints();
   Recorder recorder(2);
   EXPECT_FALSE(stroke.accept(recorder));
   EXPECT_EQ(recorder.seen, (std::vector<double>{1, 2}));
 }
 
-TEST(Accept, HoldsForAnEmptyRegion) {
+TEST(Accept, ReturnsTrueForAnEmptyRegion) {
   Stroke stroke;
   Recorder recorder(1);
   EXPECT_TRUE(stroke.accept(recorder));
 }
 
 TEST(Rotation, AQuarterTurnTakesTheXAxisToTheYAxis) {
-  expectNear(rotated(1, 0, quarterTurn), 0, 1);
+  expectNear(rotated(1, 0, kQuarterTurn), 0, 1);
 }
 
 TEST(Rotation, TheOriginStaysWhereItIs) {
@@ -95,7 +95,7 @@ TEST(Rotation, TheNegativeXAxisLiesAtTheShortHalfTurn) {
   EXPECT_EQ(point.y.value, static_cast<double>(std::sin(angle)));
 }
 
-TEST(Rotation, LeftOfTheOriginTheHalfTurnIsTakenAway) {
+TEST(Rotation, LeftOfTheOriginAHalfTurnIsSubtracted) {
   EXPECT_EQ(Orvo::polarAngle(-1, -1), std::atan(1.0F) - 3.14159F);
   EXPECT_EQ(Orvo::polarAngle(-1, 1), std::atan(-1.0F) - 3.14159F);
   const Point point = rotated(-1, -1, 0.25F);
@@ -105,24 +105,32 @@ TEST(Rotation, LeftOfTheOriginTheHalfTurnIsTakenAway) {
   EXPECT_EQ(point.y.value, static_cast<double>(std::sin(angle)) * distance);
 }
 
-TEST(Rotation, TheYAxisLiesAtAQuarterAndAtThreeQuarters) {
+TEST(Rotation, TheYAxisLiesAtAQuarterAndAtThreeQuartersOfATurn) {
   EXPECT_EQ(Orvo::polarAngle(0, 5), 1.570795F);
   EXPECT_EQ(Orvo::polarAngle(0, 0), 1.570795F);
   EXPECT_EQ(Orvo::polarAngle(0, -5), 4.712385F);
   EXPECT_EQ(Orvo::polarAngle(5, 0), 0.0F);
 }
 
+TEST(Rotation, ACoordinateThatVanishesInSinglePrecisionCountsAsZero) {
+  EXPECT_EQ(Orvo::polarAngle(1e-60, 5), 1.570795F);
+  EXPECT_EQ(Orvo::polarAngle(-1e-60, -5), 4.712385F);
+  EXPECT_EQ(Orvo::polarAngle(1e-60, -1e-60), 1.570795F);
+  EXPECT_EQ(Orvo::polarAngle(-5, 1e-60), 3.14159F);
+  EXPECT_EQ(Orvo::polarAngle(-5, -1e-60), 3.14159F);
+}
+
 TEST(Rotation, TouchesOnlyXAndY) {
   Stroke stroke;
   stroke.append(makePoint({1, 0, 3, 4, 5, 6, 7}));
-  stroke.rotate(quarterTurn);
+  stroke.rotate(kQuarterTurn);
   const Point& point = stroke.back();
   expectNear(point, 0, 1);
   const Values turned = values(point);
   EXPECT_EQ(turned, (Values{point.x.value, point.y.value, 3, 4, 5, 6, 7}));
 }
 
-TEST(Rotation, ByZeroLeavesEveryBitAsItWas) {
+TEST(Rotation, ByZeroChangesNoBit) {
   const double noFloat = 1.0 / 3.0;
   const Values seven{noFloat, 16777217.0, 3, 4, 5, 6, 7};
   Layer layer;
@@ -135,7 +143,7 @@ TEST(Rotation, ByZeroLeavesEveryBitAsItWas) {
   EXPECT_EQ(values(layer.back().bounds().maxCorner.value), seven);
 }
 
-TEST(Rotation, ByZeroLeavesEveryBitAlsoToAVisitorAloneAndToABoxAlone) {
+TEST(Rotation, ByZeroChangesNoBitInAVisitorOrABoxAloneEither) {
   const Values noFloats{1.0 / 3.0, 16777217.0, 3, 4, 5, 6, 7};
   Stroke stroke;
   stroke.append(makePoint(noFloats));
@@ -148,7 +156,7 @@ TEST(Rotation, ByZeroLeavesEveryBitAlsoToAVisitorAloneAndToABoxAlone) {
   EXPECT_EQ(values(box.maxCorner.value), noFloats);
 }
 
-TEST(Rotation, ThereAndBackReturnsToFloatAccuracy) {
+TEST(Rotation, ThereAndBackIsExactToFloatAccuracy) {
   Stroke stroke;
   stroke.append(Point(123.4, 56.7));
   stroke.rotate(0.8F);
@@ -157,11 +165,11 @@ TEST(Rotation, ThereAndBackReturnsToFloatAccuracy) {
   EXPECT_NEAR(stroke.back().y.value, 56.7, 1e-3);
 }
 
-TEST(Rotation, TheBoxEnclosesTheOldBoxTurned) {
+TEST(Rotation, TheBoxEnclosesTheRotatedOldBox) {
   Stroke stroke;
   stroke.append(makePoint({0, 0, 1, 2, 3, 4, 5}));
   stroke.append(Point(2, 1));
-  stroke.rotate(quarterTurn);
+  stroke.rotate(kQuarterTurn);
   const auto& box = stroke.bounds();
   expectNear(box.minCorner.value, -1, 0);
   expectNear(box.maxCorner.value, 0, 2);
@@ -170,7 +178,7 @@ TEST(Rotation, TheBoxEnclosesTheOldBoxTurned) {
 }
 
 TEST(Rotation, ACornerThatStaysInPlaceLosesItsOtherFieldsToo) {
-  // The turned point lies above and right of the origin, or below and left of it.
+  // The rotated point lies above and right of the origin, or below and left of it.
   const Point origin = makePoint({0, 0, 0, 100, 1, 2, 3});
   Stroke right;
   right.append(origin);
@@ -184,12 +192,12 @@ TEST(Rotation, ACornerThatStaysInPlaceLosesItsOtherFieldsToo) {
   EXPECT_EQ(values(left.bounds().maxCorner.value), (Values{0, 0, 0, 0, 0, 0, 0}));
 }
 
-TEST(Rotation, TheBoxIsNotMadeAnewFromThePoints) {
-  // The corners (1, 0) and (0, 1) of the box are no points of the stroke, yet they widen it.
+TEST(Rotation, TheBoxIsNotComputedFromThePoints) {
+  // The corners (1, 0) and (0, 1) of the box are not points of the stroke, yet they widen it.
   Stroke stroke;
   stroke.append(Point(0, 0));
   stroke.append(Point(1, 1));
-  stroke.rotate(quarterTurn / 2);
+  stroke.rotate(kQuarterTurn / 2);
   const double half = std::sqrt(0.5);
   expectNear(stroke.bounds().minCorner.value, -half, 0);
   expectNear(stroke.bounds().maxCorner.value, half, 2 * half);
@@ -203,13 +211,42 @@ TEST(Rotation, OfADocumentReachesEveryPointAndEveryBoxOnce) {
   layer.append(stroke);
   Document document;
   document.append(layer);
-  document.rotate(quarterTurn);
-  const Layer& turnedLayer = document.back();
-  const Stroke& turnedStroke = turnedLayer.back();
-  expectNear(turnedStroke.back(), 0, 2);
-  expectNear(turnedStroke.bounds().minCorner.value, 0, 1);
-  expectNear(turnedLayer.bounds().maxCorner.value, 0, 2);
+  document.rotate(kQuarterTurn);
+  const Layer& rotatedLayer = document.back();
+  const Stroke& rotatedStroke = rotatedLayer.back();
+  expectNear(rotatedStroke.back(), 0, 2);
+  expectNear(rotatedStroke.bounds().minCorner.value, 0, 1);
+  expectNear(rotatedLayer.bounds().maxCorner.value, 0, 2);
   expectNear(document.bounds().maxCorner.value, 0, 2);
+}
+
+TEST(Rotation, OfADocumentRotatesEachOfItsLayersAndStrokes) {
+  // Each stroke is a point on the x axis: 1 and 2 in the first layer, 3 and 4 in the second.
+  Document document;
+  for (const double first : {1.0, 3.0}) {
+    Layer layer;
+    for (const double x : {first, first + 1}) {
+      Stroke stroke;
+      stroke.append(Point(x, 0));
+      layer.append(stroke);
+    }
+    document.append(layer);
+  }
+  document.rotate(kQuarterTurn);
+  double distance = 1;
+  for (const Layer& layer : document) {
+    expectNear(layer.bounds().minCorner.value, 0, distance);
+    expectNear(layer.bounds().maxCorner.value, 0, distance + 1);
+    for (const Stroke& stroke : layer) {
+      expectNear(stroke.back(), 0, distance);
+      expectNear(stroke.bounds().minCorner.value, 0, distance);
+      expectNear(stroke.bounds().maxCorner.value, 0, distance);
+      ++distance;
+    }
+  }
+  EXPECT_EQ(distance, 5);
+  expectNear(document.bounds().minCorner.value, 0, 1);
+  expectNear(document.bounds().maxCorner.value, 0, 4);
 }
 
 TEST(Shift, MovesInDoublePrecisionAndKeepsTheOtherFields) {
@@ -222,7 +259,7 @@ TEST(Shift, MovesInDoublePrecisionAndKeepsTheOtherFields) {
   EXPECT_EQ(values(stroke.bounds().maxCorner.value), moved);
 }
 
-TEST(Shift, ByNothingChangesNothing) {
+TEST(Shift, ByZeroChangesNothing) {
   Stroke stroke;
   stroke.append(makePoint({0.1, 0.2, 3, 4, 5, 6, 7}));
   stroke.shift(0, 0);
@@ -230,7 +267,7 @@ TEST(Shift, ByNothingChangesNothing) {
   EXPECT_EQ(values(stroke.bounds().maxCorner.value), (Values{0.1, 0.2, 3, 4, 5, 6, 7}));
 }
 
-TEST(Shift, ByNothingKeepsTheSignOfEveryZero) {
+TEST(Shift, ByZeroKeepsTheSignOfEveryZero) {
   Stroke stroke;
   stroke.append(Point(-0.0, -0.0));
   stroke.shift(0.0, 0.0);
@@ -238,7 +275,7 @@ TEST(Shift, ByNothingKeepsTheSignOfEveryZero) {
   EXPECT_TRUE(std::signbit(stroke.back().y.value));
 }
 
-TEST(Shift, ByNothingStillGoesThroughEveryElement) {
+TEST(Shift, ByZeroStillVisitsEveryElement) {
   struct Counting : Orvo::Region<Point> {
     void prepend(const Point&) override {}
     void extendBounds(const Point&) override {}

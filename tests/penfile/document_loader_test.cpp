@@ -36,7 +36,7 @@ class DocumentLoader : public testing::Test {
   pentest::TemporaryFolder folder_;
 };
 
-TEST_F(DocumentLoader, TakesFilesForPenRecordingsAtFirst) {
+TEST_F(DocumentLoader, TakesFilesForPenRecordingsByDefault) {
   EXPECT_EQ(Orvo::fileKind, 0U);
 }
 
@@ -59,7 +59,7 @@ TEST_F(DocumentLoader, GivesACompleteDocumentWithoutLayersForADescriptorAlone) {
   EXPECT_EQ(document->size(), 0U);
 }
 
-TEST_F(DocumentLoader, GivesNothingForWhatIsNoPenRecordingAndLogsWhy) {
+TEST_F(DocumentLoader, GivesNothingForWhatIsNotAPenRecordingAndLogsWhy) {
   const auto lines = log_.linesOfWork([&] {
     EXPECT_FALSE(load(PenFileBuilder().bytes({'%', 'P', 'D', 'F'})));
   });
@@ -68,7 +68,7 @@ TEST_F(DocumentLoader, GivesNothingForWhatIsNoPenRecordingAndLogsWhy) {
                                  "SEVERE invalid file descriptor\tPnxParser::parse()"));
 }
 
-TEST_F(DocumentLoader, GivesNothingForARecordingThatFailsHalfWay) {
+TEST_F(DocumentLoader, GivesNothingForARecordingThatFailsHalfway) {
   log_.linesOfWork(
       [&] { EXPECT_FALSE(load(PenFileBuilder().descriptor().coordinate(1, 1).descriptor())); });
 }
@@ -87,7 +87,7 @@ TEST_F(DocumentLoader, GivesTheDrawingUpToAPacketOfLengthZero) {
   EXPECT_EQ(document->back().back().size(), 1U);
 }
 
-TEST_F(DocumentLoader, GivesNothingForAKindThatIsNotKnown) {
+TEST_F(DocumentLoader, GivesNothingForAnUnknownKind) {
   for (const std::uint32_t kind : {2U, 3U, 0xFFFFFFFFU}) {
     Orvo::fileKind = kind;
     EXPECT_FALSE(load(PenFileBuilder().descriptor().coordinate(1, 1))) << kind;
@@ -101,7 +101,7 @@ TEST_F(DocumentLoader, PrintsNothingForAPenRecording) {
   EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
 }
 
-TEST_F(DocumentLoader, OpensTheFileAnewEachTime) {
+TEST_F(DocumentLoader, ReadsTheFileAgainEachTime) {
   EXPECT_EQ(load(PenFileBuilder().descriptor().coordinate(1, 1))->size(), 1U);
   EXPECT_EQ(load(PenFileBuilder().descriptor())->size(), 0U);
 }

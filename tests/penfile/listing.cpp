@@ -50,7 +50,7 @@ Box boxAround(const std::vector<Row>& all) {
   return all.empty() ? Box() : boxOf(all);
 }
 
-template <typename Children>
+template <class Children>
 std::vector<Row> allOf(const Children& children) {
   std::vector<Row> all;
   for (const auto& child : children)

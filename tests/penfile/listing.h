@@ -1,3 +1,4 @@
+// Drawings as text, to be compared.
 #pragma once
 
 #include <array>
@@ -25,7 +26,7 @@ using Rows = std::vector<std::vector<std::vector<Row>>>;
 /// One line for each layer ("L"), stroke ("S") and point, with their boxes, every number exact.
 std::string listing(const Rows& rows);
 
-/// The same of a document.
+/// The same for a document.
 std::string listing(const Orvo::Document& document);
 
 /// The fields of the three header packets, in the order of the file.

@@ -19,8 +19,8 @@ using testing::IsEmpty;
 static_assert(!std::has_virtual_destructor_v<Orvo::BasePacket>);
 static_assert(std::is_polymorphic_v<Orvo::BasePacket>);
 
-// A packet that reads itself from bytes, which begin behind the tag.
-template <typename Packet>
+// A packet that reads itself from bytes, which begin after the tag.
+template <class Packet>
 struct Read {
   explicit Read(const Bytes& bytes) : Read(Packet(), bytes) {}
   Read(const Packet& before, const Bytes& bytes) : packet(before) {
@@ -31,7 +31,7 @@ struct Read {
 
   Packet packet;
   bool result = false;
-  unsigned char next = 0;  // The byte behind what was read.
+  unsigned char next = 0;  // The byte after those that were read.
 };
 
 using ReadDescriptor = Read<Orvo::FileDescriptor>;
@@ -86,7 +86,7 @@ TEST(PacketLength, OfSixHasTwoCodes) {
   EXPECT_FALSE(ReadTilt({0x05, 1, 2, 3, 4}).result);
 }
 
-TEST(PacketLength, ThatIsWrongStopsReadingBehindTheCode) {
+TEST(PacketLength, ThatIsWrongStopsReadingAfterTheCode) {
   const ReadCoordinate read({0x07, 9, 1, 0, 2});
   EXPECT_FALSE(read.result);
   EXPECT_EQ(read.next, 9);
@@ -103,7 +103,7 @@ TEST(PacketLength, ThatIsMissingFailsEveryPacket) {
   EXPECT_FALSE(ReadStatus(Bytes{}).result);
 }
 
-TEST(Packets, OfAClosedStreamFail) {
+TEST(Packets, FailOnAClosedStream) {
   PenFileStream closed{platform::File()};
   EXPECT_FALSE(Orvo::FileDescriptor().readFromStream(closed));
   EXPECT_FALSE(Orvo::Status().readFromStream(closed));
@@ -118,7 +118,7 @@ TEST_F(FileDescriptorPacket, KeepsItsFourBytes) {
   EXPECT_EQ(read.packet.descriptorByte3, 0xCC);
 }
 
-TEST_F(FileDescriptorPacket, OfAStreamThatIsClosedOrAtItsEndIsRefusedSilently) {
+TEST_F(FileDescriptorPacket, OnAStreamThatIsClosedOrAtItsEndIsRefusedSilently) {
   EXPECT_THAT(log_.linesOfWork([] {
     PenFileStream closed{platform::File()};
     EXPECT_FALSE(Orvo::FileDescriptor().readFromStream(closed));
@@ -130,7 +130,7 @@ TEST_F(FileDescriptorPacket, OfAStreamThatIsClosedOrAtItsEndIsRefusedSilently) {
               IsEmpty());
 }
 
-TEST_F(FileDescriptorPacket, OfAnotherTagIsRefusedAndLogged) {
+TEST_F(FileDescriptorPacket, WithAnotherTagIsRefusedAndLogged) {
   EXPECT_THAT(log_.linesOfWork([] {
     EXPECT_FALSE(ReadDescriptor({2, 6, 0, 2, 0, 0}).result);
   }),
@@ -138,14 +138,14 @@ TEST_F(FileDescriptorPacket, OfAnotherTagIsRefusedAndLogged) {
                           "FileDescriptor::readFromStream()"));
 }
 
-TEST_F(FileDescriptorPacket, OfAWrongLengthIsRefusedSilently) {
+TEST_F(FileDescriptorPacket, WithAWrongLengthIsRefusedSilently) {
   EXPECT_THAT(log_.linesOfWork([] {
     EXPECT_FALSE(ReadDescriptor({1, 7, 0, 2, 0, 0}).result);
   }),
               IsEmpty());
 }
 
-TEST_F(FileDescriptorPacket, OfAnotherFormatIsRefusedAndLoggedAndKeepsItsFirstBytesOnly) {
+TEST_F(FileDescriptorPacket, WithAnotherFormatIsRefusedAndLoggedAndKeepsOnlyItsFirstBytes) {
   const auto work = [] {
     const ReadDescriptor read({1, 6, 0xAA, 3, 0xBB, 0xCC});
     EXPECT_FALSE(read.result);
@@ -159,7 +159,7 @@ TEST_F(FileDescriptorPacket, OfAnotherFormatIsRefusedAndLoggedAndKeepsItsFirstBy
                           "supported\tFileDescriptor::readFromStream()"));
 }
 
-TEST_F(FileDescriptorPacket, OfAnEmptyFileIsAnotherTag) {
+TEST_F(FileDescriptorPacket, InAnEmptyFileCountsAsAnotherTag) {
   EXPECT_THAT(log_.linesOfWork([] { EXPECT_FALSE(ReadDescriptor(Bytes{}).result); }),
               ElementsAre("SEVERE bad packet tag: 1 expected for file descriptor\t"
                           "FileDescriptor::readFromStream()"));
@@ -175,7 +175,7 @@ TEST(PhysicalParamsPacket, KeepsItsBytesInFileOrder) {
   EXPECT_EQ(read.packet.paramByte6, 7);
 }
 
-TEST(PhysicalParamsPacket, CutShortHasZerosAlsoWhereItHeldOthersBefore) {
+TEST(PhysicalParamsPacket, HasZerosWhereItIsCutShortWhateverItHeldBefore) {
   const ReadPhysical before({9, 1, 2, 3, 4, 5, 6, 7});
   const ReadPhysical read(before.packet, {9, 8, 9});
   EXPECT_TRUE(read.result);
@@ -191,14 +191,14 @@ TEST(FileDateTimePacket, KeepsSevenBytes) {
   EXPECT_THAT(read.packet.dateTimeBytes, ElementsAre(20, 12, 5, 31, 14, 7, 9));
 }
 
-TEST(FileDateTimePacket, CutShortHasZerosAlsoWhereItHeldOthersBefore) {
+TEST(FileDateTimePacket, HasZerosWhereItIsCutShortWhateverItHeldBefore) {
   const ReadDateTime before({9, 20, 12, 5, 31, 14, 7, 9});
   const ReadDateTime read(before.packet, {9, 21});
   EXPECT_TRUE(read.result);
   EXPECT_THAT(read.packet.dateTimeBytes, ElementsAre(21, 0, 0, 0, 0, 0, 0));
 }
 
-TEST(CoordinatePacket, ScalesEachAxisInItsOwnWay) {
+TEST(CoordinatePacket, ScalesEachAxisDifferently) {
   const ReadCoordinate read({6, 0x00, 0x0A, 0x00, 0x0A});
   EXPECT_TRUE(read.result);
   EXPECT_EQ(read.packet.x, 1.5);
@@ -214,7 +214,7 @@ TEST(CoordinatePacket, IsSigned) {
   EXPECT_EQ(others.packet.y, -0.1);
 }
 
-TEST(CoordinatePacket, ReachesFromEndToEnd) {
+TEST(CoordinatePacket, CoversItsWholeRange) {
   const ReadCoordinate lowest({6, 0x80, 0x00, 0x80, 0x00});
   EXPECT_EQ(lowest.packet.x, -3276.3);
   EXPECT_EQ(lowest.packet.y, -6553.1);
@@ -238,7 +238,7 @@ TEST(CoordinatePacket, CutShortIsReadWithZeros) {
   EXPECT_EQ(half.packet.x, 26.1);
 }
 
-TEST_F(PressurePacket, OfAlgorithmOneOrFiveIsAQuarterOfAnUnsignedNumber) {
+TEST_F(PressurePacket, WithAlgorithmOneOrFiveIsAQuarterOfAnUnsignedNumber) {
   for (const unsigned char algorithm : Bytes{1, 5}) {
     EXPECT_EQ(ReadPressure({6, algorithm, 0, 0xFF, 0xFF}).packet.pressure, 16383);
     EXPECT_EQ(ReadPressure({6, algorithm, 0xEE, 0x80, 0x00}).packet.pressure, 8192);
@@ -246,13 +246,13 @@ TEST_F(PressurePacket, OfAlgorithmOneOrFiveIsAQuarterOfAnUnsignedNumber) {
   }
 }
 
-TEST_F(PressurePacket, OfAlgorithmSixIsASignedNumber) {
+TEST_F(PressurePacket, WithAlgorithmSixIsASignedNumber) {
   EXPECT_EQ(ReadPressure({6, 6, 0, 0xFF, 0xFF}).packet.pressure, -1);
   EXPECT_EQ(ReadPressure({6, 6, 0, 0x80, 0x00}).packet.pressure, -32768);
   EXPECT_EQ(ReadPressure({6, 6, 0, 0x7F, 0xFF}).packet.pressure, 32767);
 }
 
-TEST_F(PressurePacket, OfAnyOtherAlgorithmIsRefusedWithAWarningAndKeepsThePressure) {
+TEST_F(PressurePacket, WithAnyOtherAlgorithmIsRefusedWithAWarningAndKeepsThePressure) {
   const ReadPressure before({6, 6, 0, 0, 9});
   const auto work = [&] {
     const ReadPressure read(before.packet, {6, 2, 0, 0, 50});
@@ -264,7 +264,7 @@ TEST_F(PressurePacket, OfAnyOtherAlgorithmIsRefusedWithAWarningAndKeepsThePressu
       ElementsAre("WARNING invalid pressure algorithm type\tPressureData::readFromStream()"));
 }
 
-TEST_F(PressurePacket, CutBehindItsLengthHasAlgorithmZero) {
+TEST_F(PressurePacket, CutAfterItsLengthHasAlgorithmZero) {
   EXPECT_THAT(
       log_.linesOfWork([] { EXPECT_FALSE(ReadPressure({6}).result); }),
       ElementsAre("WARNING invalid pressure algorithm type\tPressureData::readFromStream()"));
@@ -278,7 +278,7 @@ TEST(TiltPacket, IsTwoSignedBytes) {
   EXPECT_EQ(ReadTilt({6, 0x7F, 0, 0, 0}).packet.tiltX, 127);
 }
 
-TEST(TimePacket, PutsThreeSignedBytesTogether) {
+TEST(TimePacket, CombinesThreeSignedBytes) {
   EXPECT_EQ(ReadTime({6, 17, 0x00, 0x00, 0x7F}).packet.timestamp, 127U);
   EXPECT_EQ(ReadTime({6, 17, 0x00, 0x01, 0x00}).packet.timestamp, 256U);
   EXPECT_EQ(ReadTime({6, 17, 0x00, 0x01, 0x80}).packet.timestamp, 0xFFFFFF80U);
@@ -287,21 +287,21 @@ TEST(TimePacket, PutsThreeSignedBytesTogether) {
   EXPECT_EQ(ReadTime({6, 17, 0x12, 0x34, 0x56}).packet.timestamp, 0x123456U);
 }
 
-TEST(TimePacket, OfAnotherKindIsReadAsTimeZero) {
+TEST(TimePacket, OfAnotherKindHasTimeZero) {
   const ReadTime before({6, 17, 0, 0, 5});
   const ReadTime read(before.packet, {6, 0x10, 1, 2, 3});
   EXPECT_TRUE(read.result);
   EXPECT_EQ(read.packet.timestamp, 0U);
 }
 
-TEST(TimePacket, OfAWrongLengthHasForgottenTheTimeBefore) {
+TEST(TimePacket, WithAWrongLengthResetsTheTime) {
   const ReadTime before({6, 17, 0, 0, 5});
   const ReadTime read(before.packet, {7, 17, 1, 2, 3});
   EXPECT_FALSE(read.result);
   EXPECT_EQ(read.packet.timestamp, 0U);
 }
 
-TEST(StatusPacket, TellsLayerAndPen) {
+TEST(StatusPacket, SaysWhetherALayerStartsAndThePenIsDown) {
   EXPECT_EQ(ReadStatus({3, 0x81}).packet.status, 0x81);
   EXPECT_TRUE(ReadStatus({3, 0x80}).packet.startsLayer());
   EXPECT_FALSE(ReadStatus({3, 0x80}).packet.penIsDown());

@@ -28,7 +28,7 @@ TEST_F(ParseReportOf, AWholeFileNamesNoFailure) {
                report.endlessPacket);
 }
 
-TEST_F(ParseReportOf, AMissingFileSaysItCannotBeOpened) {
+TEST_F(ParseReportOf, AMissingFileSaysThatItCannotBeOpened) {
   const pentest::TemporaryFolder folder;
   Orvo::PnxParser parser((folder / "missing.pnx").wstring().c_str());
   EXPECT_FALSE(parser.parse());

@@ -1,6 +1,8 @@
+#include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <thread>
+#include <utility>
 
 #include "tests/penfile/parsing.h"
 #include "tests/support/pen/log_capture.h"
@@ -15,9 +17,9 @@ using pentest::recording;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr unsigned down = 0x01;
-constexpr unsigned up = 0x00;
-constexpr unsigned newLayer = 0x80;
+constexpr unsigned kDown = 0x01;
+constexpr unsigned kUp = 0x00;
+constexpr unsigned kNewLayer = 0x80;
 
 class ParserLog : public testing::Test {
  protected:
@@ -34,45 +36,45 @@ class ParserLog : public testing::Test {
   pentest::LogCapture log_;
 };
 
-constexpr const char* badTag =
+constexpr const char* kBadTag =
     "SEVERE bad packet tag: 1 expected for file descriptor\tFileDescriptor::readFromStream()";
-constexpr const char* invalidDescriptor = "SEVERE invalid file descriptor\tPnxParser::parse()";
-constexpr const char* secondDescriptor =
+constexpr const char* kInvalidDescriptor = "SEVERE invalid file descriptor\tPnxParser::parse()";
+constexpr const char* kSecondDescriptor =
     "SEVERE multipe file descriptors found\tPnxParser::parse()";
-constexpr const char* badAlgorithm =
+constexpr const char* kBadAlgorithm =
     "WARNING invalid pressure algorithm type\tPressureData::readFromStream()";
 
 TEST_F(ParserLog, OfAnEmptyFileHasTwoLines) {
-  EXPECT_THAT(linesOfFailure({}), ElementsAre(badTag, invalidDescriptor));
+  EXPECT_THAT(linesOfFailure({}), ElementsAre(kBadTag, kInvalidDescriptor));
 }
 
 TEST_F(ParserLog, OfTheOneByteOneHasOneLine) {
-  EXPECT_THAT(linesOfFailure({1}), ElementsAre(invalidDescriptor));
+  EXPECT_THAT(linesOfFailure({1}), ElementsAre(kInvalidDescriptor));
 }
 
 TEST_F(ParserLog, OfAnotherFirstTagHasTwoLines) {
   EXPECT_THAT(linesOfFailure({'<', '?', 'x', 'm', 'l', ' '}),
-              ElementsAre(badTag, invalidDescriptor));
+              ElementsAre(kBadTag, kInvalidDescriptor));
 }
 
 TEST_F(ParserLog, OfAWrongDescriptorLengthHasOneLine) {
-  EXPECT_THAT(linesOfFailure({1, 5, 0, 2, 0, 0}), ElementsAre(invalidDescriptor));
+  EXPECT_THAT(linesOfFailure({1, 5, 0, 2, 0, 0}), ElementsAre(kInvalidDescriptor));
 }
 
 TEST_F(ParserLog, OfAnotherCoordinateFormatHasTwoLines) {
   EXPECT_THAT(linesOfFailure(PenFileBuilder().descriptor(0, 3).data()),
               ElementsAre("SEVERE Invalid coordinate format - currently only cooridnates are "
                           "supported\tFileDescriptor::readFromStream()",
-                          invalidDescriptor));
+                          kInvalidDescriptor));
 }
 
 TEST_F(ParserLog, OfASecondDescriptorHasOneLine) {
   EXPECT_THAT(linesOfFailure(recording().coordinate(1, 1).descriptor().data()),
-              ElementsAre(secondDescriptor));
+              ElementsAre(kSecondDescriptor));
 }
 
 TEST_F(ParserLog, OfTagOneAsTheLastByteHasOneLine) {
-  EXPECT_THAT(linesOfFailure(recording().bytes({1}).data()), ElementsAre(secondDescriptor));
+  EXPECT_THAT(linesOfFailure(recording().bytes({1}).data()), ElementsAre(kSecondDescriptor));
 }
 
 TEST_F(ParserLog, OfAWrongLengthIsEmpty) {
@@ -86,21 +88,21 @@ TEST_F(ParserLog, OfAKnownTagAsTheLastByteIsEmpty) {
 }
 
 TEST_F(ParserLog, OfAnUnknownPressureAlgorithmHasAWarning) {
-  EXPECT_THAT(linesOfFailure(recording().pressure(2, 5).data()), ElementsAre(badAlgorithm));
+  EXPECT_THAT(linesOfFailure(recording().pressure(2, 5).data()), ElementsAre(kBadAlgorithm));
 }
 
 TEST_F(ParserLog, OfACutPressurePacketHasAWarning) {
-  EXPECT_THAT(linesOfFailure(recording().bytes({100, 6}).data()), ElementsAre(badAlgorithm));
+  EXPECT_THAT(linesOfFailure(recording().bytes({100, 6}).data()), ElementsAre(kBadAlgorithm));
 }
 
-TEST(Parser, OfADescriptorAloneCompletesWithoutLayers) {
+TEST(Parser, CompletesADescriptorAloneWithoutLayers) {
   const Parsed parsed(recording());
   EXPECT_TRUE(parsed.result());
   EXPECT_TRUE(parsed.complete());
   EXPECT_EQ(parsed.document().size(), 0U);
 }
 
-TEST(Parser, OfACutDescriptorOfTheRightFormatCompletes) {
+TEST(Parser, CompletesACutDescriptorOfTheRightFormat) {
   EXPECT_TRUE(Parsed(Bytes{1, 6, 0, 2}).complete());
 }
 
@@ -124,51 +126,56 @@ TEST(Parser, StartsALayerAndAStrokeWithAPointBeforeAnyStatus) {
 }
 
 TEST(Parser, StartsAStrokeWhenThePenGoesDownAgain) {
-  const Parsed parsed(
-      recording().status(down).coordinate(1, 1).coordinate(2, 2).status(up).status(down).coordinate(
-          3, 3));
+  const Parsed parsed(recording()
+                          .status(kDown)
+                          .coordinate(1, 1)
+                          .coordinate(2, 2)
+                          .status(kUp)
+                          .status(kDown)
+                          .coordinate(3, 3));
   EXPECT_THAT(parsed.shape(), ElementsAre(ElementsAre(2, 1)));
 }
 
-TEST(Parser, GoesOnWithTheStrokeWhenThePenIsDownAlready) {
-  const Parsed parsed(recording().status(down).coordinate(1, 1).status(down).coordinate(2, 2));
+TEST(Parser, ContinuesTheStrokeWhenThePenIsAlreadyDown) {
+  const Parsed parsed(recording().status(kDown).coordinate(1, 1).status(kDown).coordinate(2, 2));
   EXPECT_THAT(parsed.shape(), ElementsAre(ElementsAre(2)));
 }
 
-TEST(Parser, GoesOnWithTheStrokeWhenThePenIsUp) {
-  const Parsed parsed(recording().status(down).coordinate(1, 1).status(up).coordinate(2, 2));
+TEST(Parser, ContinuesTheStrokeWhenThePenIsUp) {
+  const Parsed parsed(recording().status(kDown).coordinate(1, 1).status(kUp).coordinate(2, 2));
   EXPECT_THAT(parsed.shape(), ElementsAre(ElementsAre(2)));
 }
 
 TEST(Parser, StartsALayerWithTheNextPointAfterTheLayerBit) {
-  const Parsed parsed(recording().status(down).coordinate(1, 1).status(newLayer).coordinate(2, 2));
+  const Parsed parsed(
+      recording().status(kDown).coordinate(1, 1).status(kNewLayer).coordinate(2, 2));
   EXPECT_THAT(parsed.shape(), ElementsAre(ElementsAre(1), ElementsAre(1)));
 }
 
-TEST(Parser, MakesOneLayerOfManyLayerBitsInARow) {
+TEST(Parser, StartsOneLayerForSeveralLayerBitsInARow) {
   const Parsed parsed(recording()
                           .coordinate(1, 1)
-                          .status(newLayer)
-                          .status(newLayer)
+                          .status(kNewLayer)
+                          .status(kNewLayer)
                           .coordinate(2, 2)
                           .coordinate(3, 3)
-                          .status(newLayer));
+                          .status(kNewLayer));
   EXPECT_THAT(parsed.shape(), ElementsAre(ElementsAre(1), ElementsAre(2)));
 }
 
 TEST(Parser, LeavesThePenAsItWasWhenALayerStarts) {
-  // The pen is down all the time: the last status starts no stroke.
+  // The pen stays down throughout: the last status does not start a stroke.
   const Parsed wasDown(recording()
-                           .status(down)
+                           .status(kDown)
                            .coordinate(1, 1)
-                           .status(newLayer)
+                           .status(kNewLayer)
                            .coordinate(2, 2)
-                           .status(down)
+                           .status(kDown)
                            .coordinate(3, 3));
   EXPECT_THAT(wasDown.shape(), ElementsAre(ElementsAre(1), ElementsAre(2)));
   // Bit 0 beside the layer bit does not count: the pen is still up, so it goes down later.
   const Parsed wasUp(
-      recording().status(newLayer | down).coordinate(2, 2).status(down).coordinate(3, 3));
+      recording().status(kNewLayer | kDown).coordinate(2, 2).status(kDown).coordinate(3, 3));
   EXPECT_THAT(wasUp.shape(), ElementsAre(ElementsAre(1, 1)));
 }
 
@@ -178,18 +185,18 @@ TEST(Parser, IgnoresTheOtherStatusBits) {
   EXPECT_THAT(parsed.shape(), ElementsAre(ElementsAre(1, 1)));
 }
 
-TEST(Parser, DropsAPointAboveTheSheetAndChangesNoFlag) {
+TEST(Parser, DropsAPointAboveTheSheetWithoutChangingAnyFlag) {
   const Parsed parsed(recording()
                           .coordinate(1, -3)
-                          .status(down)
+                          .status(kDown)
                           .coordinate(1, 1)
-                          .status(up)
-                          .status(down)
+                          .status(kUp)
+                          .status(kDown)
                           .coordinate(5, -3)
                           .coordinate(6, 6)
                           .coordinate(7, -3)
                           .coordinate(8, 8)
-                          .status(newLayer)
+                          .status(kNewLayer)
                           .coordinate(9, -4)
                           .coordinate(9, 9));
   EXPECT_THAT(parsed.shape(), ElementsAre(ElementsAre(1, 2), ElementsAre(1)));
@@ -215,7 +222,7 @@ TEST(Parser, GivesEachPointTheCurrentPressureTiltAndTime) {
   EXPECT_EQ(parsed.points().size(), 2U);
 }
 
-TEST(Parser, TakesANegativePressureAsItsUnsignedPattern) {
+TEST(Parser, KeepsTheBitPatternOfANegativePressure) {
   const Parsed parsed(recording().pressure(6, -1).coordinate(1, 1).pressure(6, -2));
   EXPECT_EQ(parsed.points()[0].pressure.value, 4294967294U);
   EXPECT_EQ(Parsed(recording().pressure(6, -1).coordinate(1, 1)).points()[0].pressure.value,
@@ -229,7 +236,7 @@ TEST(Parser, WritesPressureAndTiltBackIntoTheOnlyPointOfAStroke) {
   EXPECT_EQ(parsed.points()[0].tiltY.value, 6);
 }
 
-TEST(Parser, WritesPressureAndTiltIntoNoSecondPoint) {
+TEST(Parser, NeverWritesPressureAndTiltBackIntoASecondPoint) {
   const Parsed parsed(
       recording().coordinate(1, 1).coordinate(2, 2).pressure(6, 9).tilt(5, 6).coordinate(3, 3));
   EXPECT_EQ(parsed.points()[0].pressure.value, 0U);
@@ -260,10 +267,10 @@ TEST(Parser, WritesBackTimeZeroForAnotherKind) {
 
 TEST(Parser, WritesBackIntoThePreviousStrokeWhileANewOneIsPending) {
   const Parsed parsed(recording()
-                          .status(down)
+                          .status(kDown)
                           .coordinate(1, 1)
-                          .status(up)
-                          .status(down)
+                          .status(kUp)
+                          .status(kDown)
                           .pressure(6, 50)
                           .tilt(7, 8)
                           .time(17, 0, 0, 3));
@@ -276,7 +283,7 @@ TEST(Parser, WritesBackIntoThePreviousStrokeWhileANewOneIsPending) {
 TEST(Parser, WritesBackIntoThePreviousLayerWhileANewOneIsPending) {
   const Parsed parsed(recording()
                           .coordinate(1, 1)
-                          .status(newLayer)
+                          .status(kNewLayer)
                           .pressure(6, 50)
                           .time(17, 0, 0, 3)
                           .coordinate(2, 2));
@@ -285,27 +292,27 @@ TEST(Parser, WritesBackIntoThePreviousLayerWhileANewOneIsPending) {
   EXPECT_EQ(parsed.points()[1].pressure.value, 50U);
 }
 
-TEST(Parser, ForgetsPressureAndTiltWithAStrokeAndALayerButNeverTheTime) {
+TEST(Parser, ResetsPressureAndTiltForAStrokeAndALayerButNeverTheTime) {
   const auto after = [](unsigned status) {
     const Parsed parsed(
         recording().pressure(6, 50).tilt(7, 8).time(17, 0, 0, 3).status(status).coordinate(1, 1));
     return parsed.points()[0];
   };
-  for (const unsigned status : {down, newLayer}) {
+  for (const unsigned status : {kDown, kNewLayer}) {
     EXPECT_EQ(after(status).pressure.value, 0U);
     EXPECT_EQ(after(status).tiltX.value, 0);
     EXPECT_EQ(after(status).tiltY.value, 0);
     EXPECT_EQ(after(status).timestamp.value, 3U);
   }
-  EXPECT_EQ(after(up).pressure.value, 50U);
+  EXPECT_EQ(after(kUp).pressure.value, 50U);
 }
 
-TEST(Parser, KeepsPressureWhenThePenIsDownAlready) {
-  const Parsed parsed(recording().status(down).pressure(6, 50).status(down).coordinate(1, 1));
+TEST(Parser, KeepsPressureWhenThePenIsAlreadyDown) {
+  const Parsed parsed(recording().status(kDown).pressure(6, 50).status(kDown).coordinate(1, 1));
   EXPECT_EQ(parsed.points()[0].pressure.value, 50U);
 }
 
-TEST(Parser, LeavesTheBoxesAsAppendedWhenItWritesBack) {
+TEST(Parser, DoesNotChangeTheBoxesWhenItWritesBack) {
   const Parsed parsed(
       recording().pressure(6, 5).coordinate(1, 1).pressure(6, 50).time(17, 0, 0, 3));
   const Point& corner = parsed.document().bounds().minCorner.value;
@@ -315,7 +322,7 @@ TEST(Parser, LeavesTheBoxesAsAppendedWhenItWritesBack) {
   EXPECT_EQ(parsed.document().back().back().bounds().maxCorner.value.pressure.value, 5U);
 }
 
-TEST(Parser, MovesACornerWithoutItsOtherFields) {
+TEST(Parser, ResetsTheOtherFieldsOfACornerThatMoves) {
   const Parsed parsed(recording().pressure(6, 5).coordinate(10, 10).coordinate(0, 20));
   const Point& min = parsed.document().bounds().minCorner.value;
   EXPECT_EQ(min.x.value, 0.5);
@@ -323,7 +330,7 @@ TEST(Parser, MovesACornerWithoutItsOtherFields) {
   EXPECT_EQ(min.pressure.value, 0U);
 }
 
-TEST(Parser, AddsAPointForACoordinateThatIsCutBehindItsLength) {
+TEST(Parser, AddsAPointForACoordinateThatIsCutAfterItsLength) {
   const Parsed parsed(recording().coordinate(1, 1).bytes({97, 6}));
   EXPECT_TRUE(parsed.complete());
   ASSERT_EQ(parsed.points().size(), 2U);
@@ -364,6 +371,163 @@ TEST(Parser, SkipsFarInALongFile) {
   EXPECT_THAT(Parsed(builder.coordinate(1, 1)).shape(), ElementsAre(ElementsAre(1)));
 }
 
+// A layer of strokes with the given numbers of points, all at the origin.
+Orvo::Layer layerOf(std::initializer_list<int> pointsOfStrokes) {
+  Orvo::Layer layer;
+  for (const int count : pointsOfStrokes) {
+    Orvo::Stroke stroke;
+    for (int i = 0; i < count; ++i)
+      stroke.append(Point());
+    layer.append(stroke);
+  }
+  return layer;
+}
+
+// Does something at the first skip.
+class AtFirstSkip final : public Orvo::SkipWatcher {
+ public:
+  AtFirstSkip(Orvo::PnxParser& parser, std::function<void()> work) : work_(std::move(work)) {
+    parser.watchSkips(*this);
+  }
+  void skippedTo(std::int64_t) override {
+    if (work_) std::exchange(work_, nullptr)();
+  }
+
+ private:
+  std::function<void()> work_;
+};
+
+TEST(Parser, WritesBackIntoALayerThatWasThereBefore) {
+  Orvo::PnxParser parser(
+      pentest::openBytes(recording().pressure(6, 50).tilt(7, 8).time(17, 0, 0, 3).data()));
+  parser.document->append(layerOf({1}));
+  ASSERT_TRUE(parser.parse());
+  const Point& point = parser.document->back().back().back();
+  EXPECT_EQ(point.pressure.value, 50U);
+  EXPECT_EQ(point.tiltX.value, 7);
+  EXPECT_EQ(point.tiltY.value, 8);
+  EXPECT_EQ(point.timestamp.value, 3U);
+}
+
+TEST(Parser, WritesTheTimeAloneIntoALongStrokeThatWasThereBefore) {
+  Orvo::PnxParser parser(
+      pentest::openBytes(recording().pressure(6, 50).tilt(7, 8).time(17, 0, 0, 3).data()));
+  parser.document->append(layerOf({1, 2}));
+  ASSERT_TRUE(parser.parse());
+  const Orvo::Layer& layer = parser.document->back();
+  EXPECT_EQ(layer.begin()->back().timestamp.value, 0U);
+  EXPECT_EQ(layer.back().back().pressure.value, 0U);
+  EXPECT_EQ(layer.back().back().tiltX.value, 0);
+  EXPECT_EQ(layer.back().back().timestamp.value, 3U);
+  EXPECT_EQ(layer.back().begin()->timestamp.value, 0U);
+}
+
+TEST(Parser, WritesNothingBackWhenTheLastLayerOrStrokeIsEmpty) {
+  const auto parse = [](const Orvo::Layer& last) {
+    Orvo::PnxParser parser(
+        pentest::openBytes(recording().pressure(6, 50).tilt(7, 8).time(17, 0, 0, 3).data()));
+    parser.document->append(layerOf({1}));
+    parser.document->append(last);
+    EXPECT_TRUE(parser.parse());
+    const Point& untouched = parser.document->begin()->back().back();
+    EXPECT_EQ(untouched.pressure.value, 0U);
+    EXPECT_EQ(untouched.tiltX.value, 0);
+    EXPECT_EQ(untouched.timestamp.value, 0U);
+  };
+  parse(layerOf({}));
+  parse(layerOf({0}));
+}
+
+TEST(Parser, PutsItsPointsIntoANewLayerAfterThoseThatWereThereBefore) {
+  Orvo::PnxParser parser(pentest::openBytes(recording().coordinate(1, 1).coordinate(2, 2).data()));
+  parser.document->append(layerOf({1}));
+  ASSERT_TRUE(parser.parse());
+  ASSERT_EQ(parser.document->size(), 2U);
+  EXPECT_EQ(parser.document->begin()->back().size(), 1U);
+  EXPECT_EQ(parser.document->back().back().size(), 2U);
+}
+
+TEST(Parser, ContinuesInADocumentThatReplacesItsOwn) {
+  Orvo::PnxParser parser(pentest::openBytes(recording()
+                                                .coordinate(1, 1)
+                                                .unknown(200, 2)
+                                                .pressure(6, 50)
+                                                .tilt(7, 8)
+                                                .time(17, 0, 0, 3)
+                                                .coordinate(2, 2)
+                                                .data()));
+  const Orvo::SharedRef<Orvo::PnxDocument> fresh(new Orvo::PnxDocument());
+  fresh->append(layerOf({1}));
+  const AtFirstSkip replacing(parser, [&] { parser.document = fresh; });
+  ASSERT_TRUE(parser.parse());
+  EXPECT_TRUE(fresh->complete.value);
+  ASSERT_EQ(fresh->size(), 1U);
+  ASSERT_EQ(fresh->back().back().size(), 2U);
+  EXPECT_EQ(fresh->back().back().begin()->pressure.value, 50U);
+  EXPECT_EQ(fresh->back().back().back().x.value, 0.7);
+}
+
+TEST(Parser, StartsALayerOrAStrokeWhenTheReplacementHasNone) {
+  const auto parseInto = [](const Orvo::PnxDocument& replacement) {
+    Orvo::PnxParser parser(pentest::openBytes(
+        recording().coordinate(1, 1).unknown(200, 2).coordinate(2, 2).coordinate(3, 3).data()));
+    const AtFirstSkip replacing(parser, [&] {
+      parser.document = Orvo::SharedRef<Orvo::PnxDocument>(new Orvo::PnxDocument(replacement));
+    });
+    EXPECT_TRUE(parser.parse());
+    EXPECT_EQ(parser.document->size(), 1U);
+    EXPECT_EQ(parser.document->back().size(), 1U);
+    EXPECT_EQ(parser.document->back().back().size(), 2U);
+    EXPECT_EQ(parser.document->bounds().maxCorner.value.x.value, 0.8);
+  };
+  Orvo::PnxDocument empty;
+  parseInto(empty);
+  empty.append(Orvo::Layer());
+  parseInto(empty);
+}
+
+TEST(Parser, CarriesNothingFromOneParseToTheNext) {
+  // The first parse ends after the skipped packet with the pen down in a stroke; the second reads
+  // on from there.
+  Orvo::PnxParser parser(pentest::openBytes(recording()
+                                                .status(kDown)
+                                                .coordinate(1, 1)
+                                                .unknown(200, 3, {0})
+                                                .descriptor()
+                                                .coordinate(2, 2)
+                                                .unknown(200, 4, {0, 0})
+                                                .status(kDown)
+                                                .coordinate(3, 3)
+                                                .data()));
+  AtFirstSkip ending(parser, [&] { parser.finished = true; });
+  ASSERT_TRUE(parser.parse());
+  EXPECT_EQ(parser.report().unknownPackets, 1U);
+  parser.finished = false;
+  ASSERT_TRUE(parser.parse());
+  EXPECT_EQ(parser.report().unknownPackets, 1U);
+  EXPECT_EQ(parser.report().firstUnknownPacket, 30);
+  ASSERT_EQ(parser.document->size(), 2U);
+  EXPECT_EQ(parser.document->begin()->size(), 1U);
+  EXPECT_EQ(parser.document->back().size(), 2U);
+}
+
+TEST(Parser, LeavesItsOwnStatusAlone) {
+  Orvo::PnxParser parser(
+      pentest::openBytes(recording().status(kNewLayer).status(kDown).coordinate(1, 1).data()));
+  EXPECT_EQ(parser.status.status, 0);
+  parser.status.status = 0x5A;
+  EXPECT_TRUE(parser.parse());
+  EXPECT_EQ(parser.status.status, 0x5A);
+}
+
+TEST(Parser, SucceedsWhenFinishedBeforehandEvenWithoutAFile) {
+  Orvo::PnxParser parser{platform::File()};
+  EXPECT_FALSE(parser.parse());
+  parser.finished = true;
+  EXPECT_TRUE(parser.parse());
+  EXPECT_FALSE(parser.document->complete.value);
+}
+
 TEST(Parser, DoesNothingWhenFinishedBeforehand) {
   Orvo::PnxParser parser(pentest::openBytes(recording().data()));
   parser.finished = true;
@@ -371,7 +535,7 @@ TEST(Parser, DoesNothingWhenFinishedBeforehand) {
   EXPECT_FALSE(parser.document->complete.value);
 }
 
-TEST(Parser, IsEndedByAnotherThreadWhereAPacketOfLengthZeroHoldsIt) {
+TEST(Parser, CanBeStoppedByAnotherThreadAtAPacketOfLengthZero) {
   Orvo::PnxParser parser(pentest::openBytes(recording().unknown(200, 0x40).data()));
   std::thread other([&] { parser.finished = true; });
   EXPECT_TRUE(parser.parse());
@@ -400,7 +564,7 @@ TEST(Parser, CompletesAfterThePacketDuringWhichItIsFinished) {
   EXPECT_EQ(atOnce.place, 16);  // Six of the descriptor, six of the point, four skipped.
 }
 
-TEST(EndlessSkipGuard, EndsAPacketOfLengthZeroAtThe65536thReading) {
+TEST(EndlessSkipGuard, StopsAtThe65536thReadingOfAPacketOfLengthZero) {
   class Counting final : public Orvo::SkipWatcher {
    public:
     explicit Counting(Orvo::PnxParser& parser) : guard_(parser) { parser.watchSkips(*this); }
@@ -422,7 +586,7 @@ TEST(EndlessSkipGuard, EndsAPacketOfLengthZeroAtThe65536thReading) {
   EXPECT_EQ(parser.document->back().back().size(), 1U);
 }
 
-TEST(EndlessSkipGuard, LetsAnyNumberOfSkipsPassThatGoOn) {
+TEST(EndlessSkipGuard, AllowsAnyNumberOfSkipsThatMoveOn) {
   Orvo::PnxParser parser(pentest::openBytes(recording().data()));
   Orvo::EndlessSkipGuard guard(parser);
   for (int round = 0; round < 70'000; ++round)

@@ -1,3 +1,4 @@
+// Parsing recordings in tests.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -16,14 +17,14 @@ inline PenFileBuilder recording() {
   return PenFileBuilder().descriptor();
 }
 
-/// A test in which nothing is logged.
+/// A test with the log turned off.
 class SilentTest : public testing::Test {
  protected:
   void SetUp() override { Orvo::Logger::silence(); }
   void TearDown() override { Orvo::Logger::silence(false); }
 };
 
-/// What ends the reading of a recording, and the packet in which it does.
+/// Why reading a recording fails, and in which packet.
 struct Failing {
   Orvo::ParseFailure failure;
   std::int64_t offset;
@@ -38,7 +39,7 @@ inline void expectFailure(const Orvo::ParseReport& report, const Failing& expect
   EXPECT_EQ(report.failedPacket.lengthCode, expected.lengthCode);
 }
 
-/// Ends a parser at the second skip to one place, so that endless recordings cost nothing.
+/// Stops a parser at the second skip to the same place, so that endless recordings cost nothing.
 class Impatient final : public Orvo::SkipWatcher {
  public:
   explicit Impatient(Orvo::PnxParser& parser) : parser_(parser) { parser.watchSkips(*this); }

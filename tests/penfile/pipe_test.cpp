@@ -1,5 +1,3 @@
-// A recording that comes through a pipe, in which nothing can be read twice.
-
 #include <gtest/gtest.h>
 
 #include "tests/penfile/parsing.h"
@@ -13,6 +11,7 @@ using pentest::Bytes;
 using pentest::openPipe;
 using pentest::recording;
 
+// A recording that comes through a pipe, in which nothing can be read twice.
 class Pipe : public pentest::SilentTest {
  protected:
   static void expectFailure(const Bytes& bytes, const pentest::Failing& expected) {
@@ -23,7 +22,7 @@ class Pipe : public pentest::SilentTest {
   }
 };
 
-TEST_F(Pipe, GivesAWholeRecordingThatIsNotCut) {
+TEST_F(Pipe, DeliversAWholeRecording) {
   PnxParser parser(openPipe(recording().coordinate(1, 1).data()));
   EXPECT_TRUE(parser.parse());
   EXPECT_TRUE(parser.document->complete.value);
@@ -31,7 +30,7 @@ TEST_F(Pipe, GivesAWholeRecordingThatIsNotCut) {
   EXPECT_FALSE(parser.report().cutPacket.has_value());
 }
 
-TEST_F(Pipe, GivesTheLastPacketOfARecordingThatIsCut) {
+TEST_F(Pipe, DeliversTheCutLastPacketOfARecording) {
   PnxParser parser(openPipe(recording().bytes({97, 6, 0, 1}).data()));
   EXPECT_TRUE(parser.parse());
   EXPECT_EQ(parser.report().cutPacket, 6);

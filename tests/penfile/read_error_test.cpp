@@ -1,5 +1,3 @@
-// A device that fails, and a folder in place of a file.
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -29,11 +27,11 @@ PenFileBuilder recording() {
       .status(1);
 }
 
-constexpr const char* badTag =
+constexpr const char* kBadTag =
     "SEVERE bad packet tag: 1 expected for file descriptor\tFileDescriptor::readFromStream()";
-constexpr const char* invalidDescriptor = "SEVERE invalid file descriptor\tPnxParser::parse()";
+constexpr const char* kInvalidDescriptor = "SEVERE invalid file descriptor\tPnxParser::parse()";
 
-TEST(ReadError, WhereverItStrikesIsAFailureAndNeverTheEnd) {
+TEST(ReadError, IsAFailureWhereverItOccursAndNeverTheEnd) {
   const pentest::LogCapture log;
   for (const bool canBePositioned : {true, false}) {
     const Bytes whole = recording().data();
@@ -47,11 +45,12 @@ TEST(ReadError, WhereverItStrikesIsAFailureAndNeverTheEnd) {
       EXPECT_FALSE(parser.document->complete.value);
       EXPECT_EQ(parser.report().failure, ParseFailure::readError);
       EXPECT_FALSE(parser.report().cutPacket.has_value());
-      // A byte that could not be read is no tag 1; what the descriptor says is not held against it.
+      // A byte that could not be read is not tag 1. Nothing else in the descriptor is complained
+      // about.
       if (offset == 0) {
-        EXPECT_THAT(lines, ElementsAre(badTag, invalidDescriptor));
+        EXPECT_THAT(lines, ElementsAre(kBadTag, kInvalidDescriptor));
       } else if (offset < 6) {
-        EXPECT_THAT(lines, ElementsAre(invalidDescriptor));
+        EXPECT_THAT(lines, ElementsAre(kInvalidDescriptor));
       } else {
         EXPECT_THAT(lines, IsEmpty());
       }
@@ -59,7 +58,7 @@ TEST(ReadError, WhereverItStrikesIsAFailureAndNeverTheEnd) {
   }
 }
 
-TEST(ReadError, FailsEveryPacketThatItStrikes) {
+TEST(ReadError, FailsEveryPacketInWhichItOccurs) {
   Orvo::Logger::silence();
   Orvo::FileDescriptor descriptor;
   Orvo::PhysicalParams physical;
@@ -97,7 +96,7 @@ TEST(ReadError, FailsEveryPacketThatItStrikes) {
   Orvo::Logger::silence(false);
 }
 
-TEST(ReadError, IsNotForgottenByMoving) {
+TEST(ReadError, IsNotClearedBySeeking) {
   FailingDevice device{Bytes{1, 2, 3}, 1};
   Orvo::PenFileStream stream(device.open());
   unsigned char byte = 0;
@@ -109,7 +108,7 @@ TEST(ReadError, IsNotForgottenByMoving) {
   EXPECT_FALSE(stream.readByte(byte));
 }
 
-TEST(ReadError, IsReportedAtThePacketItStrikes) {
+TEST(ReadError, IsReportedAtThePacketInWhichItOccurs) {
   FailingDevice device{PenFileBuilder().descriptor().coordinate(1, 1).bytes({97, 6, 0}).data()};
   PnxParser parser(device.open());
   EXPECT_FALSE(parser.parse());
@@ -117,7 +116,7 @@ TEST(ReadError, IsReportedAtThePacketItStrikes) {
   EXPECT_EQ(parser.document->back().back().size(), 1U);
 }
 
-TEST(ReadError, IsWhatSkippingGivesWhereThereIsNoPositioning) {
+TEST(ReadError, IsTheResultOfSkippingWhereTheFileCannotBePositioned) {
   const Bytes bytes =
       PenFileBuilder().descriptor().unknown(200, 5, {1, 2, 3}).coordinate(1, 1).data();
   FailingDevice device{bytes, bytes.size(), false};
@@ -127,7 +126,7 @@ TEST(ReadError, IsWhatSkippingGivesWhereThereIsNoPositioning) {
   EXPECT_EQ(parser.report().failedPacket.offset, 6);
 }
 
-TEST(Parser, CompletesBehindTheDescriptorDuringWhichItIsFinished) {
+TEST(Parser, CompletesAfterTheDescriptorDuringWhichItIsFinished) {
   FailingDevice device{recording().data()};
   PnxParser parser(device.open());
   device.onRead = [&] { parser.finished = true; };
@@ -136,7 +135,45 @@ TEST(Parser, CompletesBehindTheDescriptorDuringWhichItIsFinished) {
   EXPECT_EQ(parser.document->size(), 0U);
 }
 
-TEST(ReadError, IsWhatAFolderGives) {
+TEST(Parser, CompletesAfterAnyKnownPacketDuringWhichItIsFinished) {
+  const PenFileBuilder packets[] = {
+      PenFileBuilder().physical({1, 2, 3, 4, 5, 6, 7}),
+      PenFileBuilder().dateTime({1, 2, 3, 4, 5, 6, 7}),
+      PenFileBuilder().coordinate(1, 2),
+      PenFileBuilder().pressure(1, 2),
+      PenFileBuilder().tilt(1, 2),
+      PenFileBuilder().time(17, 1, 2, 3),
+      PenFileBuilder().status(1),
+  };
+  for (const PenFileBuilder& packet : packets) {
+    Bytes bytes = PenFileBuilder().descriptor().data();
+    const std::size_t start = bytes.size();
+    bytes.insert(bytes.end(), packet.data().begin(), packet.data().end());
+    const std::size_t end = bytes.size();
+    bytes.insert(bytes.end(), packet.data().begin(), packet.data().end());
+    FailingDevice device{bytes};
+    PnxParser parser(device.open());
+    device.onRead = [&] { parser.finished = device.position > start; };
+    EXPECT_TRUE(parser.parse());
+    EXPECT_TRUE(parser.document->complete.value);
+    EXPECT_EQ(device.position, end) << "tag " << int{bytes[start]};
+  }
+}
+
+TEST(Parser, ReadsAHeaderPacketIntoTheDocumentThatItHadWhenThePacketBegan) {
+  const Bytes bytes = PenFileBuilder().descriptor().physical({1, 2, 3, 4, 5, 6, 7}).data();
+  FailingDevice device{bytes, bytes.size()};
+  PnxParser parser(device.open());
+  device.onRead = [&] {
+    if (device.position == 10) {
+      parser.document = Orvo::SharedRef<Orvo::PnxDocument>(new Orvo::PnxDocument());
+    }
+  };
+  parser.parse();
+  EXPECT_EQ(parser.document->physicalParams.paramByte6, 0);
+}
+
+TEST(ReadError, IsTheResultOfReadingAFolder) {
   const pentest::LogCapture log;
   const pentest::TemporaryFolder folder;
   log.linesOfWork([&] {

@@ -4,6 +4,7 @@
 #include <functional>
 #include <gtest/gtest.h>
 #include <thread>
+#include <type_traits>
 #include <vector>
 
 namespace {
@@ -17,20 +18,31 @@ struct Base {
   virtual ~Base() = default;
 };
 
+// Its derived classes would be deleted only in part through it.
+struct NotVirtual {};
+struct DerivedFromNotVirtual : NotVirtual {
+  virtual ~DerivedFromNotVirtual() = default;
+};
+static_assert(!std::is_default_constructible_v<SharedRef<NotVirtual>>);
+static_assert(!std::is_constructible_v<SharedRef<NotVirtual>, NotVirtual*>);
+static_assert(
+    !std::is_constructible_v<SharedRef<NotVirtual>, const SharedRef<DerivedFromNotVirtual>&>);
+static_assert(std::is_constructible_v<SharedRef<Base>, Base*>);
+
 // Counts its deletions, and may do more while it is deleted.
 struct Watched : Base {
   explicit Watched(std::atomic<int>& counter) : deletions(counter) {}
   ~Watched() override {
     ++deletions;
-    if (lastWill) lastWill();
+    if (onDeletion) onDeletion();
   }
 
   std::atomic<int>& deletions;
-  std::function<void()> lastWill;
+  std::function<void()> onDeletion;
   SharedRef<Watched> next;
 };
 
-// Copies that nobody changes are what is tested here.
+// What is tested here is copies that nobody changes.
 // NOLINTBEGIN(performance-unnecessary-copy-initialization)
 
 class SharedRefTo : public testing::Test {
@@ -106,17 +118,40 @@ TEST_F(SharedRefTo, ABaseClassSharesTheGroup) {
   EXPECT_EQ(deletions(), 1);
 }
 
-TEST_F(SharedRefTo, AnObjectMovesIntoAFreshGroup) {
-  SharedRef<Watched> fresh2;
+TEST_F(SharedRefTo, AnObjectIsHandedOutInANewGroup) {
+  SharedRef<Watched> second;
   {
     SharedRef<Watched> old(fresh());
     Watched* object = old.get();
-    fresh2 = old.handOut();
-    EXPECT_EQ(fresh2.get(), object);
+    second = old.handOut();
+    EXPECT_EQ(second.get(), object);
     EXPECT_FALSE(old);
   }
   EXPECT_EQ(deletions(), 0);
-  fresh2 = SharedRef<Watched>();
+  second = SharedRef<Watched>();
+  EXPECT_EQ(deletions(), 1);
+}
+
+TEST_F(SharedRefTo, AnObjectThatOthersHoldIsHandedOutAndSharedWithThem) {
+  SharedRef<Watched> handedOut;
+  {
+    SharedRef<Watched> old(fresh());
+    const SharedRef<Watched> other(old);
+    handedOut = old.handOut();
+    EXPECT_FALSE(old);
+    EXPECT_EQ(handedOut.get(), other.get());
+  }
+  EXPECT_EQ(deletions(), 0);
+  handedOut = SharedRef<Watched>();
+  EXPECT_EQ(deletions(), 1);
+}
+
+TEST_F(SharedRefTo, NothingHandsOutNothingAndMayBeRefilled) {
+  SharedRef<Watched> nothing;
+  EXPECT_FALSE(nothing.handOut());
+  nothing = SharedRef<Watched>(fresh());
+  EXPECT_TRUE(nothing.handOut());
+  EXPECT_FALSE(nothing);
   EXPECT_EQ(deletions(), 1);
 }
 
@@ -141,7 +176,7 @@ TEST_F(SharedRefTo, AnObjectMayReleaseOthersWhileItIsDeleted) {
 TEST_F(SharedRefTo, AnObjectMayEmptyTheVeryReferenceThatReleasesIt) {
   {
     SharedRef<Watched> reference(fresh());
-    reference->lastWill = [&] { reference = SharedRef<Watched>(); };
+    reference->onDeletion = [&] { reference = SharedRef<Watched>(); };
     reference = SharedRef<Watched>();
     EXPECT_EQ(deletions(), 1);
     EXPECT_FALSE(reference);
@@ -152,7 +187,7 @@ TEST_F(SharedRefTo, AnObjectMayEmptyTheVeryReferenceThatReleasesIt) {
 TEST_F(SharedRefTo, AnObjectMayRefillTheReferenceThatReleasesIt) {
   {
     SharedRef<Watched> reference(fresh());
-    reference->lastWill = [&] { reference = SharedRef<Watched>(fresh()); };
+    reference->onDeletion = [&] { reference = SharedRef<Watched>(fresh()); };
   }
   EXPECT_EQ(deletions(), 2);
 }
@@ -161,7 +196,7 @@ TEST_F(SharedRefTo, AnObjectFindsTheReferenceThatReleasesItEmpty) {
   bool empty = false;
   {
     SharedRef<Watched> reference(fresh());
-    reference->lastWill = [&] {
+    reference->onDeletion = [&] {
       const SharedRef<Watched> copy(reference);
       empty = !reference && !copy;
     };

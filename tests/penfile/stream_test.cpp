@@ -13,11 +13,18 @@ using Orvo::PenFileStream;
 using pentest::Bytes;
 using testing::ElementsAre;
 
+template <std::size_t size>
+concept ReadsNumberOf = requires(PenFileStream& stream) {
+  stream.readNumber<size>();
+};
+static_assert(ReadsNumberOf<1> && ReadsNumberOf<2> && ReadsNumberOf<3> && ReadsNumberOf<4>);
+static_assert(!ReadsNumberOf<0> && !ReadsNumberOf<5>);
+
 platform::File threeBytes() {
   return pentest::openBytes(Bytes{1, 2, 3});
 }
 
-TEST(PenFileStream, KnowsTheEndOnlyAfterAReadCameShort) {
+TEST(PenFileStream, NoticesTheEndOnlyWhenAReadFallsShort) {
   PenFileStream stream(threeBytes());
   EXPECT_THAT(stream.read<3>(), ElementsAre(1, 2, 3));
   EXPECT_FALSE(stream.atEnd());
@@ -46,6 +53,23 @@ TEST(PenFileStream, SeeksBeyondTheEndAndBackAgain) {
   EXPECT_FALSE(stream.atEnd());
   EXPECT_TRUE(stream.readByte(byte));
   EXPECT_EQ(byte, 2);
+}
+
+TEST(PenFileStream, ReadsANumberOfUpToFourBytes) {
+  EXPECT_EQ(PenFileStream(threeBytes()).readNumber<1>(), 0x01U);
+  EXPECT_EQ(PenFileStream(threeBytes()).readNumber<2>(), 0x0102U);
+  EXPECT_EQ(PenFileStream(threeBytes()).readNumber<3>(), 0x010203U);
+  EXPECT_EQ(PenFileStream(threeBytes()).readNumber<4>(), 0x01020300U);
+}
+
+TEST(PenFileStream, KnowsItsPosition) {
+  PenFileStream stream(threeBytes());
+  EXPECT_EQ(stream.position(), 0);
+  stream.read<2>();
+  EXPECT_EQ(stream.position(), 2);
+  stream.seek(1000);
+  EXPECT_EQ(stream.position(), 1000);
+  EXPECT_EQ(PenFileStream(platform::File()).position(), -1);
 }
 
 TEST(PenFileStream, MeasuresItsFile) {

@@ -1,5 +1,3 @@
-// Recordings by the thousand, each against the reckoning.
-
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
@@ -8,7 +6,7 @@
 
 #include "log/logger.h"
 #include "tests/penfile/parsing.h"
-#include "tests/penfile/reckoning.h"
+#include "tests/penfile/reference_model.h"
 #include "tests/support/pen/log_capture.h"
 
 namespace {
@@ -17,12 +15,13 @@ using Orvo::ParseFailure;
 using pentest::Bytes;
 using pentest::Parsed;
 using pentest::PenFileBuilder;
-using pentest::reckon;
-using pentest::Reckoned;
+using pentest::readByReferenceModel;
+using pentest::ReferenceReading;
 
-// Stops at the first difference, so that thousands of recordings do not fail thousands of times.
-void expectAsReckoned(const Bytes& bytes) {
-  const Reckoned expected = reckon(bytes);
+// Recordings by the thousand are read and compared with the reference model. Stops at the first
+// difference, so that thousands of recordings do not fail thousands of times.
+void expectReferenceReading(const Bytes& bytes) {
+  const ReferenceReading expected = readByReferenceModel(bytes);
   const Parsed parsed(bytes);
   const bool whole = expected.failure == ParseFailure::none;
   ASSERT_EQ(parsed.result(), whole);
@@ -64,7 +63,7 @@ PenFileBuilder fullRecording() {
 }
 
 // Lengths in their second form, unknown packets whose payload looks like known ones, strokes of one
-// point, layers in a row, and at last a length of 1, whose code is then read as a tag.
+// point, several layer bits in a row, and finally a length of 1, whose code is then read as a tag.
 PenFileBuilder oddRecording() {
   return PenFileBuilder()
       .bytes({1, 0x41, 9, 2, 8, 7})
@@ -88,7 +87,8 @@ PenFileBuilder oddRecording() {
       .coordinate(5, 6);
 }
 
-// A random run of packets: most are whole, some have a wrong length, a cut payload or a random tag.
+// A random sequence of packets: most are whole, some have a wrong length, a cut payload or a random
+// tag.
 Bytes packetSoup(unsigned seed) {
   std::mt19937 random(seed);
   const auto below = [&](unsigned limit) { return static_cast<unsigned>(random() % limit); };
@@ -136,28 +136,28 @@ Bytes packetSoup(unsigned seed) {
 
 class Sweep : public pentest::SilentTest {};
 
-void expectEveryCutAsReckoned(const Bytes& whole) {
+void expectReferenceReadingOfEveryCut(const Bytes& whole) {
   const pentest::LogCapture log;
   for (std::size_t length = 0; length <= whole.size(); ++length) {
     SCOPED_TRACE("cut after " + std::to_string(length) + " bytes");
     const Bytes cut(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length));
-    const auto lines = log.linesOfWork([&] { expectAsReckoned(cut); });
+    const auto lines = log.linesOfWork([&] { expectReferenceReading(cut); });
     ASSERT_FALSE(testing::Test::HasFatalFailure());
-    ASSERT_EQ(lines, reckon(cut).log);
+    ASSERT_EQ(lines, readByReferenceModel(cut).log);
   }
 }
 
-TEST(CutRecording, IsReadAsReckonedWhereverItIsCut) {
-  expectEveryCutAsReckoned(fullRecording().data());
+TEST(CutRecording, AgreesWithTheReferenceModelWhereverItIsCut) {
+  expectReferenceReadingOfEveryCut(fullRecording().data());
 }
 
-TEST(CutRecording, IsReadAsReckonedWhereverAnOddOneIsCut) {
-  expectEveryCutAsReckoned(oddRecording().data());
+TEST(CutRecording, AgreesWithTheReferenceModelWhereverAnOddOneIsCut) {
+  expectReferenceReadingOfEveryCut(oddRecording().data());
 }
 
-TEST(CutRecording, HoldsWhatItsBytesSayWhenItIsWhole) {
-  // By hand: two strokes in the first layer, one in the second; the point above the sheet is
-  // dropped.
+TEST(CutRecording, HoldsWhatItsBytesSayWhenItIsNotCut) {
+  // Worked out by hand: two strokes in the first layer, one in the second; the point above the
+  // sheet is dropped.
   const Parsed parsed(fullRecording());
   ASSERT_TRUE(parsed.complete());
   EXPECT_EQ(parsed.shape(), (std::vector<std::vector<std::size_t>>{{2, 1}, {2}}));
@@ -172,7 +172,7 @@ TEST(CutRecording, HoldsWhatItsBytesSayWhenItIsWhole) {
   EXPECT_EQ(points[3].pressure.value, 0U);
 }
 
-TEST_F(Sweep, EveryTagWithEveryLengthCodeIsReadAsReckoned) {
+TEST_F(Sweep, EveryTagWithEveryLengthCodeAgreesWithTheReferenceModel) {
   for (unsigned tag = 0; tag < 256; ++tag) {
     for (unsigned code = 0; code < 256; ++code) {
       const PenFileBuilder recording = PenFileBuilder()
@@ -181,43 +181,43 @@ TEST_F(Sweep, EveryTagWithEveryLengthCodeIsReadAsReckoned) {
                                            .bytes({tag, code, 6, 2, 3, 4, 5, 6, 7})
                                            .coordinate(20, 20)
                                            .bytes({97, 6, 0, 1, 0, 2, 97, 6, 0, 3});
-      expectAsReckoned(recording.data());
+      expectReferenceReading(recording.data());
       ASSERT_FALSE(HasFatalFailure()) << "tag " << tag << ", length code " << code;
     }
   }
 }
 
-TEST_F(Sweep, EveryFirstPacketIsReadAsReckoned) {
+TEST_F(Sweep, EveryFirstPacketAgreesWithTheReferenceModel) {
   for (unsigned tag = 0; tag < 256; ++tag) {
     for (const unsigned code : {0U, 1U, 5U, 6U, 7U, 0x41U, 0x46U, 0x81U}) {
       for (const unsigned format : {0U, 2U, 3U, 255U}) {
-        expectAsReckoned(PenFileBuilder().bytes({tag, code, 1, format, 3, 4, 97, 6}).data());
+        expectReferenceReading(PenFileBuilder().bytes({tag, code, 1, format, 3, 4, 97, 6}).data());
         ASSERT_FALSE(HasFatalFailure()) << tag << " " << code << " " << format;
       }
     }
   }
 }
 
-TEST_F(Sweep, RandomRecordingsAreReadAsReckoned) {
+TEST_F(Sweep, RandomRecordingsAgreeWithTheReferenceModel) {
   unsigned whole = 0;
   for (unsigned seed = 0; seed < 1000; ++seed) {
     const Bytes soup = packetSoup(seed);
-    expectAsReckoned(soup);
+    expectReferenceReading(soup);
     ASSERT_FALSE(HasFatalFailure()) << "seed " << seed;
-    whole += reckon(soup).failure == ParseFailure::none ? 1U : 0U;
+    whole += readByReferenceModel(soup).failure == ParseFailure::none ? 1U : 0U;
   }
-  // The recipe must neither fail always nor never.
+  // Some of the random recordings must fail, and some must not.
   EXPECT_GT(whole, 200U);
   EXPECT_LT(whole, 950U);
 }
 
-// What the fuzzer found worth keeping.
-TEST(Corpus, EveryFileIsReadAsReckoned) {
+// The inputs that the fuzzer kept.
+TEST(Corpus, EveryFileAgreesWithTheReferenceModel) {
   std::size_t count = 0;
   for (const auto& entry : std::filesystem::directory_iterator(PENWICK_CORPUS)) {
     std::ifstream file(entry.path(), std::ios::binary);
     const Bytes bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    expectAsReckoned(bytes);
+    expectReferenceReading(bytes);
     ASSERT_FALSE(testing::Test::HasFailure()) << entry.path();
     ++count;
   }

@@ -10,13 +10,13 @@ using namespace plugintest;
 using test::HostWithFaults;
 using testing::IsEmpty;
 
-// The constants as doubles, written out from their singles.
+// The constants as doubles, written out from their single-precision values.
 constexpr double kScale = 0.2833999991416931;
 constexpr double kCentreH = 297.57000732421875;
 constexpr double kCentreV = 420.8489990234375;
 constexpr double kHeight = 841.697998046875;
 
-// The page and the place of a point in it, reckoned apart from the plug-in's own code.
+// The page and a point's position on it, computed independently of the plug-in's code.
 struct Page {
   double minX, minY, maxX, maxY;
 
@@ -73,7 +73,7 @@ TEST(ArtBuilder, CentresTheDrawingOnAnA4Page) {
   EXPECT_NEAR(last.v, 420.849 - document.height / 2, 1e-4);
 }
 
-TEST(ArtBuilder, JoinsPointsByStraightPiecesWithControlPointsAtTheOppositeEnds) {
+TEST(ArtBuilder, JoinsPointsWithStraightPiecesWhoseControlPointsLieAtTheOppositeEnds) {
   const int raw[][2] = {{0, 10}, {313, 77}, {-200, 5000}, {777, 4321}, {1234, 1}};
   PenFileBuilder recording;
   recording.descriptor().status(1);
@@ -113,7 +113,7 @@ TEST(ArtBuilder, AttachesPressureByPointIndexAndShiftsTheLastAsAnInteger) {
   EXPECT_EQ(pathAt(document, 0, 0).pressure, wanted);
 }
 
-TEST(ArtBuilder, EndsAStrokeOfPressureBelow1024AtZero) {
+TEST(ArtBuilder, EndsAStrokeAtPressureZeroWhenItsPressureIsBelow1024) {
   const art::Document document = draw(PenFileBuilder()
                                           .descriptor()
                                           .status(1)
@@ -126,14 +126,14 @@ TEST(ArtBuilder, EndsAStrokeOfPressureBelow1024AtZero) {
   EXPECT_EQ(pathAt(document, 0, 0).pressure, wanted);
 }
 
-TEST(ArtBuilder, TakesANegativePressureAsTheLargestNumbers) {
+TEST(ArtBuilder, ReadsANegativePressureAsAVeryLargeNumber) {
   const art::Document document = draw(
       PenFileBuilder().descriptor().status(1).coordinate(0, 10).pressure(6, -1).coordinate(10, 20));
   const std::vector<art::TabletSample> wanted = {{0.0F, 4194304.0F}, {1.0F, 4194303.0F}};
   EXPECT_EQ(pathAt(document, 0, 0).pressure, wanted);
 }
 
-TEST(ArtBuilder, DrawsATwoPointStrokeOutFromItsFirstPointAndBack) {
+TEST(ArtBuilder, DrawsATwoPointStrokeFromItsFirstPointAndBack) {
   const art::Document document =
       draw(PenFileBuilder().descriptor().status(1).coordinate(0, 10).pressure(6, 1536).coordinate(
           1000, 900));
@@ -196,7 +196,7 @@ PenFileBuilder longAndShortStroke() {
   return oneStroke().status(0).status(1).coordinate(20, 30).coordinate(30, 40);
 }
 
-TEST(ArtBuilder, PutsAStrokeAboveAllOthersWhereTheLayersGroupIsRefused) {
+TEST(ArtBuilder, PutsAStrokeAboveAllOthersWhenTheLayersGroupIsRefused) {
   PluginInHost plugin(failing("AI Art Suite", "GetFirstArtOfLayer", fourCC("TEST"), 2));
   plugin->start();
   const embedded::Opening opening = plugin.open(longAndShortStroke());
@@ -206,7 +206,7 @@ TEST(ArtBuilder, PutsAStrokeAboveAllOthersWhereTheLayersGroupIsRefused) {
   EXPECT_EQ(pathAt(opening.document, 0, 1).segments.size(), 2U);
 }
 
-TEST(ArtBuilder, StopsAtAPathThatIsRefusedAboveAllOthersToo) {
+TEST(ArtBuilder, StopsWhenAPathAboveAllOthersIsRefusedToo) {
   PluginInHost plugin(HostWithFaults()
                           .answering("AI Art Suite", "GetFirstArtOfLayer", 1, fourCC("TEST"))
                           .answering("AI Art Suite", "NewArt", 1, fourCC("TEST")));
@@ -248,7 +248,7 @@ TEST(ArtBuilder, ResizesThePageAndMakesNoPathForALayerWithoutStrokesToDraw) {
   EXPECT_EQ(plugin.calls("AI Layer Suite", "GetNthLayer"), 1U);
 }
 
-TEST(ArtBuilder, StylesWhatIsThereForAnInkLayerWithoutStrokes) {
+TEST(ArtBuilder, StylesExistingArtEvenForAnInkLayerWithoutStrokes) {
   PluginInHost plugin;
   plugin->start();
   oneStroke().write(plugin.path("a.pnx"));
@@ -272,7 +272,7 @@ TEST(ArtBuilder, BuildsAnEmptyDrawingFromARecordingWithoutPoints) {
   EXPECT_EQ(opening.document.layers.size(), 1U);
 }
 
-TEST(ArtBuilder, StylesWhatStoodInTheDocumentBefore) {
+TEST(ArtBuilder, StylesWhatWasInTheDocumentBefore) {
   PluginInHost plugin;
   plugin->start();
   oneStroke().write(plugin.path("a.pnx"));
@@ -283,6 +283,30 @@ TEST(ArtBuilder, StylesWhatStoodInTheDocumentBefore) {
   EXPECT_EQ(plugin.calls("AI Art Style Suite", "SetArtStyle"), 3U);
   const art::Document document = plugin->host().document();
   EXPECT_EQ(pathAt(document, 0, 0).style, pathAt(document, 0, 1).style);
+}
+
+TEST(ArtBuilder, EndsWithTheHostsCodeWhenAPageWithoutHeightIsRefused) {
+  PluginInHost plugin(HostWithFaults().refusingFlatPages());
+  plugin->start();
+  const embedded::Opening opening =
+      plugin.open(PenFileBuilder().descriptor().status(1).coordinate(0, 10).coordinate(1000, 10));
+  EXPECT_EQ(opening.code("AI Go"), fourCC("PARM"));
+  EXPECT_THAT(opening.alerts, testing::ElementsAre("PARM"));
+  EXPECT_EQ(art::countPaths(opening.document), 0U);
+  EXPECT_EQ(plugin.open(oneStroke()).code("AI Go"), 0);
+}
+
+// What an opening prints when the function for the page or the layer is refused.
+std::string printedWhereRefused(const char* suite, const char* function) {
+  PluginInHost plugin(failing(suite, function, fourCC("TEST")));
+  plugin->start();
+  return plugin.open(oneStroke()).output.standardOutput;
+}
+
+TEST(ArtBuilder, PrintsTheNumberOfLayersAfterThePageAndBeforeTheFirstLayer) {
+  EXPECT_EQ(printedWhereRefused("AI Document Suite", "SetDocumentSetup"), "");
+  EXPECT_EQ(printedWhereRefused("AI Layer Suite", "SetLayerEditable"),
+            "there are 1 layers in this document\n");
 }
 
 PenFileBuilder longStroke(int points) {
@@ -303,7 +327,7 @@ TEST(ArtBuilder, CutsTheSegmentCountTo16BitsAndPassesAllTabletData) {
   EXPECT_EQ(pathAt(opening.document, 0, 0).pressure.size(), 70'000U);
 }
 
-TEST(ArtBuilder, FailsForASegmentCountThatTheHostRefuses) {
+TEST(ArtBuilder, FailsWhenTheHostRefusesTheSegmentCount) {
   for (const int points : {32'001, 32'767, 40'000}) {
     PluginInHost plugin;
     plugin->start();
@@ -325,7 +349,7 @@ TEST(ArtBuilder, KeepsThePathsMadeBeforeAFailure) {
   EXPECT_EQ(opening.document.layers.at(0).art.size(), 2U);
 }
 
-TEST(ArtBuilder, TellsTheDebuggerWhenTabletDataOrStylesFail) {
+TEST(ArtBuilder, PrintsForTheDebuggerWhenTabletDataOrStylesFail) {
   for (const auto& [suite, function, text] :
        {std::tuple{"AI TabletData Suite", "SetTabletData", "SetTabletData failed "},
         std::tuple{"AI Art Style Suite", "SetArtStyle", "SetArtStyle failed "}}) {

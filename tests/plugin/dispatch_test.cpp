@@ -13,7 +13,7 @@ struct Message {
   const char* selector;
 };
 
-// Every message of the host's protocol but those that open a file, start and end the plug-in.
+// Every message of the host's protocol except those that open a file, start or end the plug-in.
 constexpr Message kMessages[] = {
     {"SP Access", "Reload"},
     {"SP Access", "Unload"},
@@ -104,6 +104,23 @@ TEST(Dispatch, ComparesCallerAndSelectorByteForByte) {
   PluginInHost plugin;
   EXPECT_EQ(plugin->send("SP interface", "Startup"), 0);
   EXPECT_EQ(plugin->send("SP Interface", "startup"), 0);
+  EXPECT_EQ(plugin->globals(), nullptr);
+}
+
+TEST(Dispatch, ShutsDownOnlyForTheInterfaceCaller) {
+  PluginInHost plugin;
+  plugin->start();
+  for (const char* caller : {"SP Access", "AI Menu", "AI File Format", "SP interface", ""})
+    EXPECT_EQ(plugin->send(caller, "Shutdown"), 0) << caller;
+  EXPECT_NE(plugin->globals(), nullptr);
+  EXPECT_EQ(plugin.host().acquiredSuites(), 104U);
+  EXPECT_EQ(plugin.open(oneStroke()).code("AI Go"), 0);
+}
+
+TEST(Dispatch, StartsUpOnlyForTheInterfaceCaller) {
+  PluginInHost plugin;
+  for (const char* caller : {"SP Access", "AI Menu", ""})
+    EXPECT_EQ(plugin->send(caller, "Startup"), 0) << caller;
   EXPECT_EQ(plugin->globals(), nullptr);
 }
 

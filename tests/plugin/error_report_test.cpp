@@ -15,7 +15,7 @@ constexpr hostapi::AIErr kCode = fourCC("TEST");
 
 std::int64_t now = 1'000'000;
 
-// Runs the plug-in's clock by hand.
+// Sets the plug-in's clock by hand.
 class ErrorReport : public testing::Test {
  protected:
   void SetUp() override {
@@ -73,7 +73,35 @@ TEST_F(ErrorReport, CountsTheFiveSecondsFromTheLastAlertNotFromTheLastError) {
   EXPECT_THAT(plugin.open(oneStroke()).alerts, ElementsAre("TEST"));
 }
 
-TEST_F(ErrorReport, IsShownAtOnceForAnotherCode) {
+TEST_F(ErrorReport, IsNotRepeatedWhenTheClockIsSetBack) {
+  PluginInHost plugin(refusing(kCode));
+  plugin->start();
+  EXPECT_THAT(plugin.open(oneStroke()).alerts, ElementsAre("TEST"));
+  now -= 86'400;
+  EXPECT_THAT(plugin.open(oneStroke()).alerts, IsEmpty());
+  now += 86'400 + 5;
+  EXPECT_THAT(plugin.open(oneStroke()).alerts, ElementsAre("TEST"));
+}
+
+// The first and third of three openings fail with the same code, the second with one never shown.
+TEST_F(ErrorReport, IsNotRepeatedAfterACodeThatIsNotShown) {
+  embedded::Options options = refusing(kCode);
+  options.faults.push_back({.suite = "AI Document Suite",
+                            .function = "SetDocumentRulerOrigin",
+                            .call = 2,
+                            .code = fourCC("STOP")});
+  PluginInHost plugin(options);
+  plugin->start();
+  EXPECT_THAT(plugin.open(oneStroke()).alerts, ElementsAre("TEST"));
+  now += 3;
+  EXPECT_EQ(plugin.open(oneStroke()).code("AI Go"), fourCC("STOP"));
+  now += 1;
+  EXPECT_THAT(plugin.open(oneStroke()).alerts, IsEmpty());
+  now += 1;
+  EXPECT_THAT(plugin.open(oneStroke()).alerts, ElementsAre("TEST")) << "five after the first";
+}
+
+TEST_F(ErrorReport, IsShownAtOnceForADifferentCode) {
   embedded::Options options = refusing(kCode);
   options.faults.push_back({.suite = "AI Document Suite",
                             .function = "SetDocumentRulerOrigin",
@@ -86,7 +114,7 @@ TEST_F(ErrorReport, IsShownAtOnceForAnotherCode) {
   EXPECT_THAT(plugin.open(oneStroke()).alerts, ElementsAre("TEST"));
 }
 
-TEST_F(ErrorReport, IsNeverShownForCodesThatSteerTheHost) {
+TEST_F(ErrorReport, IsNeverShownForCodesThatControlTheHost) {
   const hostapi::AIErr never[] = {
       fourCC("FMT?"),
       fourCC("RFSE"),
@@ -115,7 +143,7 @@ TEST_F(ErrorReport, IsNeverShownForCodesThatSteerTheHost) {
   }
 }
 
-TEST_F(ErrorReport, TakesTheUserSuiteForTheAlertOnly) {
+TEST_F(ErrorReport, AcquiresTheUserSuiteOnlyForTheAlert) {
   PluginInHost plugin(refusing(kCode));
   plugin->start();
   const std::size_t held = plugin.host().acquiredSuites();
@@ -126,7 +154,7 @@ TEST_F(ErrorReport, TakesTheUserSuiteForTheAlertOnly) {
   EXPECT_EQ(plugin.host().liveStrings(), 0U);
 }
 
-TEST_F(ErrorReport, ShowsNothingAndKeepsTheAnswerWhereTheHostHasNoAlerts) {
+TEST_F(ErrorReport, ShowsNothingAndKeepsTheAnswerWhenTheHostHasNoAlerts) {
   embedded::Options options = refusing(kCode);
   options.lackingSuites = {"AI User Suite"};
   PluginInHost plugin(options);
@@ -136,17 +164,17 @@ TEST_F(ErrorReport, ShowsNothingAndKeepsTheAnswerWhereTheHostHasNoAlerts) {
   EXPECT_THAT(opening.alerts, IsEmpty());
 }
 
-// A host whose page set-up always fails, and one call besides.
+// A host whose page set-up always fails, and one other call.
 embedded::Options refusingAlso(const char* suite, const char* function, std::size_t call) {
   return HostWithFaults()
       .answering("AI Document Suite", "SetDocumentSetup", 0, kCode)
       .answering(suite, function, call, fourCC("ELSE"));
 }
 
-// What an opening that ends with the code shows, and what it keeps.
+// The alerts of an opening that ends with the code, and what it does not release.
 struct End {
   std::vector<std::string> alerts;
-  std::size_t suites = 104;  // Start-up asks for so many.
+  std::size_t suites = 104;  // the number that start-up asks for
   std::size_t strings = 0;
 };
 
@@ -160,29 +188,29 @@ void expectEnd(const embedded::Options& options, const End& expected) {
   EXPECT_EQ(plugin.host().liveStrings(), expected.strings);
 }
 
-// The suite of the alert is the first after those of the start-up.
-TEST_F(ErrorReport, IsNotShownAndKeepsTheAnswerWhereItsSuiteIsRefused) {
+// The alert's suite is the first one requested after start-up.
+TEST_F(ErrorReport, IsNotShownAndKeepsTheAnswerWhenItsSuiteIsRefused) {
   expectEnd(refusingAlso("SP Basic Suite", "AcquireSuite", 105), {});
 }
 
-// The opening makes four strings from text before: "pnx", the library's file, the names of the
-// library's style and of the drawing's.
-TEST_F(ErrorReport, IsNotShownAndKeepsTheAnswerWhereItsTextCannotBeMade) {
+// The opening makes four strings from text before it: "pnx", the library's file, and the names of
+// the library's style and the drawing's.
+TEST_F(ErrorReport, IsNotShownAndKeepsTheAnswerWhenItsTextCannotBeMade) {
   expectEnd(refusingAlso("AI Unicode String Suite", "Initialize", 5), {});
 }
 
-// Before the alert's text the opening destroys the strings above, the full path, the extension and
+// Before the alert's text, the opening destroys the strings above, the full path, the extension and
 // the library's folder.
-TEST_F(ErrorReport, IsShownAndKeepsTheAnswerWhereItsTextCannotBeDestroyed) {
+TEST_F(ErrorReport, IsShownAndKeepsTheAnswerWhenItsTextCannotBeDestroyed) {
   expectEnd(refusingAlso("AI Unicode String Suite", "Destroy", 8),
             {.alerts = {"TEST"}, .strings = 1});
 }
 
-TEST_F(ErrorReport, IsShownAndKeepsTheAnswerWhereItsSuiteCannotBeReleased) {
+TEST_F(ErrorReport, IsShownAndKeepsTheAnswerWhenItsSuiteCannotBeReleased) {
   expectEnd(refusingAlso("SP Basic Suite", "ReleaseSuite", 1), {.alerts = {"TEST"}, .suites = 105});
 }
 
-TEST_F(ErrorReport, AnswersCantHappenForAnExceptionThatIsNoHostError) {
+TEST_F(ErrorReport, AnswersCantHappenForAnyOtherException) {
   PluginInHost plugin(failing("AI Path Suite", "SetPathSegments", kCode));
   plugin->start();
   const embedded::Opening opening = plugin.open(oneStroke());

@@ -1,4 +1,4 @@
-// Every call that the plug-in makes is refused in turn, with every other call working.
+// Fault injection: every call that the plug-in makes is refused in turn while all others work.
 #include <gmock/gmock.h>
 #include <map>
 #include <string>
@@ -6,21 +6,23 @@
 
 #include "art/json.h"
 #include "tests/plugin/plugin_in_host.h"
+#include "tests/support/host/host_with_faults.h"
 
 namespace {
 
 using namespace plugintest;
+using test::HostWithFaults;
 using testing::IsEmpty;
 
 constexpr hostapi::AIErr kCode = fourCC("TEST");
 
 enum Trait : unsigned {
-  kLastOnly = 1,  // only the last call of the function answers so, the others 0
-  kLeaks = 2,     // the refused call leaves something of the host's behind
-  kSameArt = 4,   // the drawing is that of an opening without a fault
+  kLastOnly = 1,  // only refusing the function's last call gives this answer, the others 0
+  kLeaks = 2,     // the refused call leaves something undestroyed in the host
+  kSameArt = 4,   // the drawing is the same as without a fault
 };
 
-// What "AI Go" answers when a call of it is refused.
+// What "AI Go" answers when a call that it makes is refused.
 struct Row {
   const char* suite;
   const char* function;
@@ -40,7 +42,7 @@ const Row kRows[] = {
     {"AI Unicode String Suite", "GetChar", kCode},
     {"AI Unicode String Suite", "Compare", 0, kSameArt},
     {"AI Unicode String Suite", "Destroy", 0, kLeaks | kSameArt},
-    {"AI Path Style Suite", "ImportStyles", fourCC("NAM?")},
+    {"AI Path Style Suite", "ImportStyles", fourCC("PARM")},
     {"AI Art Style Suite", "GetArtStyleByNameFromDocument", kCode},
     {"AI Art Style Suite", "AddNamedStyle", 0},
     {"AI Art Style Suite", "SetArtStyle", kCode, kLastOnly},
@@ -79,8 +81,8 @@ PenFileBuilder recording() {
   return twoLayers(2);
 }
 
-// The first and the last call of a function within one opening, counted from the host's beginning,
-// when other files were opened before it.
+// The first and the last call of a function within one opening, counted over the host's life, when
+// other files were opened before it.
 std::pair<std::size_t, std::size_t> callsOfAnOpening(const Row& row, int filesBefore) {
   PluginInHost plugin;
   plugin->start();
@@ -119,7 +121,10 @@ class EveryCall : public testing::TestWithParam<Row> {
   // Refuses one call, in the file after `filesBefore` others, and opens one more after it.
   void refuse(std::size_t call, hostapi::AIErr answer, int filesBefore) {
     const Row& row = GetParam();
-    PluginInHost plugin(failing(row.suite, row.function, kCode, call));
+    HostWithFaults host;
+    host.answering(row.suite, row.function, call, kCode);
+    if (fillsOuts) host.fillingOutsOfFailedCalls();
+    PluginInHost plugin(host);
     plugin->start();
     for (int file = 0; file < filesBefore; ++file)
       expectOpens(plugin.open(recording()));
@@ -141,6 +146,8 @@ class EveryCall : public testing::TestWithParam<Row> {
     }
   }
 
+  bool fillsOuts = false;
+
  private:
   inline static std::string faultlessArt;
 };
@@ -150,18 +157,23 @@ TEST_P(EveryCall, IsMadeWhenTheFirstFileIsOpened) {
   EXPECT_GE(last, first);
 }
 
-TEST_P(EveryCall, ThatIsRefusedIsAnsweredByTheTableAndTheNextFileOpens) {
+TEST_P(EveryCall, WhenRefusedGivesTheAnswerInTheTableAndTheNextFileOpens) {
   refuseEach(0);
 }
 
-TEST_P(EveryCall, ThatIsRefusedIsAnsweredByTheTableAlsoAfterAFileThatOpened) {
+TEST_P(EveryCall, WhenRefusedGivesTheAnswerInTheTableAlsoAfterAFileThatOpened) {
   refuseEach(1);
+}
+
+TEST_P(EveryCall, WhenRefusedGivesTheAnswerInTheTableAlsoIfItLeavesValuesBehind) {
+  fillsOuts = true;
+  refuseEach(0);
 }
 
 INSTANTIATE_TEST_SUITE_P(, EveryCall, testing::ValuesIn(kRows),
                          [](const auto& row) { return std::string(row.param.function); });
 
-TEST(EveryCallTable, NamesEveryFunctionThatAnOpeningCalls) {
+TEST(EveryCallTable, ListsEveryFunctionThatOpeningAFileCalls) {
   PluginInHost plugin;
   plugin->start();
   const std::size_t before = plugin.host().journal().size();

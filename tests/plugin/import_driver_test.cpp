@@ -33,7 +33,7 @@ TEST_F(ImportDriver, OpensPnxAndEliAsPenRecordings) {
   EXPECT_TRUE(plugin.open(oneStroke(), "drawing.eli").builderRan);
 }
 
-TEST_F(ImportDriver, SetsTheFileKindByTheExtensionExactly) {
+TEST_F(ImportDriver, SetsTheFileKindByTheExactExtension) {
   const std::pair<const char*, std::uint32_t> rows[] = {{"a.kvo", Orvo::kInkML},
                                                         {"a.pnx", Orvo::kPenFile},
                                                         {"a.inkml", Orvo::kInkML},
@@ -44,7 +44,7 @@ TEST_F(ImportDriver, SetsTheFileKindByTheExtensionExactly) {
   }
 }
 
-TEST_F(ImportDriver, KeepsTheKindOfTheFileBeforeForAnyOtherExtension) {
+TEST_F(ImportDriver, KeepsTheKindOfThePreviousFileForAnyOtherExtension) {
   for (const char* name :
        {"a.PNX", "a.INKML", "a.Eli", "a", "a.pnx2", "a.kv", "a.pnx.txt", "pnx"}) {
     Orvo::fileKind = Orvo::kPenFile;
@@ -64,7 +64,7 @@ TEST_F(ImportDriver, LoadsTheStyleLibraryForEveryFile) {
   }
 }
 
-TEST_F(ImportDriver, LoadsTheStyleLibraryAlsoForAFileThatFails) {
+TEST_F(ImportDriver, LoadsTheStyleLibraryEvenForAFileThatFails) {
   const embedded::Opening opening = plugin.open(PenFileBuilder().bytes({9, 9, 9}));
   EXPECT_EQ(opening.code("AI Go"), 0);
   EXPECT_FALSE(opening.builderRan);
@@ -79,6 +79,7 @@ TEST_F(ImportDriver, WithoutTheReadOptionOnlyLoadsTheStyleLibrary) {
   EXPECT_EQ(plugin.calls(kPathStyle, "ImportStyles"), 1U);
   EXPECT_EQ(plugin.calls(kArtStyle, "AddNamedStyle"), 0U);
   EXPECT_FALSE(plugin.host().builderRan());
+  EXPECT_EQ(plugin.calls(kString, "GetChar"), 0U) << "the path is not converted";
 }
 
 TEST_F(ImportDriver, ReadsWithAnyOptionWordThatHasTheReadBit) {
@@ -88,7 +89,7 @@ TEST_F(ImportDriver, ReadsWithAnyOptionWordThatHasTheReadBit) {
   EXPECT_TRUE(plugin.host().builderRan());
 }
 
-TEST_F(ImportDriver, StandsAloneWithoutCheckAndGetParameters) {
+TEST_F(ImportDriver, WorksWithoutCheckAndGetParameters) {
   oneStroke().write(plugin.path("a.pnx"));
   plugin->host().newDocument();
   EXPECT_EQ(plugin->sendFileFormat("AI Go", plugin.path("a.pnx")), 0);
@@ -104,13 +105,13 @@ TEST_F(ImportDriver, LogsWhyAFileFailsAndAnswersZero) {
   EXPECT_THAT(lines[1], HasSubstr("SEVERE invalid file descriptor\tPnxParser::parse()"));
 }
 
-TEST_F(ImportDriver, GivesNoArtForAFileThatIsNotThere) {
+TEST_F(ImportDriver, DrawsNothingForAMissingFile) {
   const embedded::Opening opening = plugin->open(plugin.path("missing.pnx"));
   EXPECT_EQ(opening.code("AI Go"), 0);
   EXPECT_FALSE(opening.builderRan);
 }
 
-TEST_F(ImportDriver, OpensFilesWhateverTheirNamesAreMadeOf) {
+TEST_F(ImportDriver, OpensFilesWhateverCharactersTheirNamesHave) {
   for (const char* name : {"with blank.pnx", "Z\xC3\xBCrich \xE2\x82\xAC.pnx",
                            "\xE7\xBB\x98\xE5\x9B\xBE.pnx", "\xF0\x9D\x84\x9E.pnx", "a.b.c.pnx"}) {
     EXPECT_TRUE(plugin.open(oneStroke(), name).builderRan) << name;
@@ -166,23 +167,27 @@ TEST(MessageLayout, IsThePlainOneForAnOptionNextToALetterAndAColon) {
   }
 }
 
-TEST(DocumentLayout, IsRecognisedWithoutHarmAndOnce) {
-  for (const auto layout : {embedded::DocumentLayout::newer, embedded::DocumentLayout::older}) {
-    embedded::Options options;
-    options.documentLayout = layout;
-    PluginInHost plugin(options);
-    plugin->start();
-    for (int file = 0; file < 2; ++file) {
-      const embedded::Opening opening = plugin.open(oneStroke());
-      EXPECT_TRUE(opening.builderRan);
-      EXPECT_EQ(opening.code("AI Go"), 0);
-      EXPECT_THAT(opening.misuse, IsEmpty());
-      EXPECT_FLOAT_EQ(opening.document.width, 200 * 0.2834F);
-    }
-    EXPECT_EQ(plugin.calls("AI Document Suite", "GetAIVersion") +
-                  plugin.calls("AI Document Suite", "GetDocumentTargeting"),
-              1U);
+// The first two bytes of the option are those of "\1" and "\[": a single backslash. The kind is
+// that of the file's extension, which is read from where the layout has the path.
+TEST(MessageLayout, IsThePlainOneForAnOptionOfOneBackslash) {
+  PluginInHost plugin;
+  plugin->start();
+  const std::string file = plugin.writeText("a.kvo", kEmptyInkLayer);
+  for (const std::int32_t option : {0x315C, 0x5B5C}) {
+    Orvo::fileKind = Orvo::kPenFile;
+    plugin->host().newDocument();
+    EXPECT_EQ(plugin->sendFileFormat("AI Go", file, option), 0);
+    EXPECT_EQ(Orvo::fileKind, Orvo::kInkML) << option;
   }
+}
+
+TEST(MessageLayout, IsThePlainOneForAnOptionOfABackslashInItsSecondByteOnly) {
+  PluginInHost plugin;
+  plugin->start();
+  const std::string file = plugin.writeText("a.kvo", kEmptyInkLayer);
+  plugin->host().newDocument();
+  EXPECT_EQ(plugin->sendFileFormat("AI Go", file, 0x5C01), 0);
+  EXPECT_TRUE(plugin.host().builderRan());
 }
 
 TEST(UnicodeStringLayout, DoesNotMatter) {
@@ -216,56 +221,7 @@ TEST(ArtSets, OfEitherWidthAndWithTheLayersGroupGiveEveryPathItsStyle) {
   }
 }
 
-HostWithFaults withoutAnyLibrary() {
-  return HostWithFaults().withoutLibrary().withLibraryAt("/nowhere/brush_pressure.ai");
-}
-
-TEST(StyleLibrary, MissingStyleEndsTheOpeningWithTheHostsCode) {
-  PluginInHost plugin(withoutAnyLibrary());
-  plugin->start();
-  const embedded::Opening opening = plugin.open(oneStroke());
-  EXPECT_EQ(opening.code("AI Go"), fourCC("NAM?"));
-  EXPECT_THAT(opening.alerts, ElementsAre("NAM?"));
-  EXPECT_FALSE(opening.builderRan);
-  EXPECT_EQ(plugin.calls("AI Path Style Suite", "ImportStyles"), 1U);
-}
-
-TEST(StyleLibrary, NullStyleWithoutAnErrorDrawsPathsWithoutAStyle) {
-  PluginInHost plugin(
-      withoutAnyLibrary().answeringMissingStyles(embedded::MissingStyle::nullStyle));
-  plugin->start();
-  const embedded::Opening opening = plugin.open(oneStroke());
-  EXPECT_EQ(opening.code("AI Go"), 0);
-  EXPECT_EQ(pathAt(opening.document, 0, 0).style, std::nullopt);
-}
-
-TEST(StyleLibrary, OfTheFileBeforeIsNotUsedWhereTheImportFails) {
-  PluginInHost plugin(failing(kPathStyle, "ImportStyles", fourCC("!Imp"), 2));
-  plugin->start();
-  EXPECT_EQ(plugin.open(oneStroke()).code("AI Go"), 0);
-  EXPECT_EQ(plugin.open(oneStroke()).code("AI Go"), fourCC("NAM?"));
-}
-
-// Opens a drawing whose path gets its style, and then one whose path must not.
-void expectNoStyleInTheSecondDrawing(const embedded::Options& options) {
-  PluginInHost plugin(options);
-  plugin->start();
-  EXPECT_TRUE(pathAt(plugin.open(oneStroke()).document, 0, 0).style);
-  const embedded::Opening second = plugin.open(oneStroke());
-  EXPECT_EQ(second.code("AI Go"), 0);
-  EXPECT_THAT(second.misuse, IsEmpty());
-  EXPECT_EQ(pathAt(second.document, 0, 0).style, std::nullopt);
-}
-
-TEST(StyleLibrary, StyleOfTheFileBeforeIsNotUsedWhereTheLookUpGivesNone) {
-  expectNoStyleInTheSecondDrawing(failing(kArtStyle, "GetArtStyleByNameFromDocument", 0, 2));
-}
-
-TEST(StyleLibrary, StyleOfTheDrawingBeforeIsNotUsedWhereTheNewOneCannotBeNamed) {
-  expectNoStyleInTheSecondDrawing(failing(kArtStyle, "AddNamedStyle", fourCC("TEST"), 2));
-}
-
-// Every step that is tested, in its order, for an extension that is the last to be compared with.
+// Every step whose result is checked, in order, for the extension that is compared last.
 struct Step {
   const char* suite;
   const char* function;
@@ -294,32 +250,20 @@ constexpr Step kSteps[] = {
     {"AI Layer Suite", "SetLayerEditable"},
 };
 
-TEST(OrderOfSteps, IsToldByTheCodeOfTheFirstOneThatIsRefused) {
-  constexpr hostapi::AIErr firstCode = 1000;
+TEST(OrderOfSteps, ShowsInTheCodeOfTheFirstOneThatIsRefused) {
+  constexpr hostapi::AIErr kFirstCode = 1000;
   for (std::size_t first = 0; first < std::size(kSteps); ++first) {
     HostWithFaults host;
     for (std::size_t i = first; i < std::size(kSteps); ++i) {
       host.answering(kSteps[i].suite, kSteps[i].function, kSteps[i].call,
-                     firstCode + static_cast<hostapi::AIErr>(i));
+                     kFirstCode + static_cast<hostapi::AIErr>(i));
     }
     PluginInHost plugin(host);
     plugin->start();
     EXPECT_EQ(plugin->open(plugin.writeText("a.inkml", kEmptyInkLayer)).code("AI Go"),
-              firstCode + static_cast<hostapi::AIErr>(first))
+              kFirstCode + static_cast<hostapi::AIErr>(first))
         << kSteps[first].function << " " << kSteps[first].call;
   }
-}
-
-TEST(StyleLibrary, LiesInTheUsersLocalApplicationDataFolder) {
-  PluginInHost plugin;
-  plugin->start();
-#ifdef _WIN32
-  const char* folder = "\\AppData\\Local";
-#else
-  const char* folder = "/.local/share";
-#endif
-  EXPECT_THAT(plugin.debuggerTextOfOpening(oneStroke()), HasSubstr(folder));
-  EXPECT_THAT(plugin.host().journal().jsonLines(), HasSubstr("\"brush_pressure.ai\""));
 }
 
 }  // namespace

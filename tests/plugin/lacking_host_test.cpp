@@ -1,5 +1,5 @@
-// Hosts that lack a suite or a function: nothing is called through null, and the answer is that of
-// the same call refused with 'S!Fd'.
+// Hosts that lack a suite or a function: nothing is called through null, and the answer is the same
+// as if the call were refused with 'S!Fd'.
 #include <gmock/gmock.h>
 #include <string>
 #include <utility>
@@ -16,10 +16,9 @@ using testing::IsEmpty;
 
 constexpr hostapi::AIErr kMissing = fourCC("S!Fd");
 constexpr hostapi::AIErr kCant = fourCC("CANT");
-constexpr hostapi::AIErr kNoName = fourCC("NAM?");
 constexpr hostapi::AIErr kParameter = fourCC("PARM");
 
-// A code of 0 and a missing suite show nothing, every other code itself.
+// The alerts for a code: none for 0 and a missing suite, otherwise the code itself.
 std::vector<std::string> alertsFor(hostapi::AIErr code) {
   if (code == 0 || code == kMissing) return {};
   return {hostapi::codeText(code)};
@@ -38,7 +37,7 @@ struct Suite {
   hostapi::SPErr startup;
   hostapi::SPErr go = 0;
   std::size_t paths = 0;  // of a recording with one stroke
-  // What the suite's absence keeps the plug-in from giving back.
+  // What the plug-in cannot release without the suite.
   std::size_t stringsLeft = 0;
 };
 
@@ -54,7 +53,7 @@ const Suite kSuites[] = {
     {"AI Document Suite", 13, 0, kMissing, 0},
     {"AI Layer Suite", 12, 0, kMissing, 0},
     {"AI Art Style Suite", 6, 0, kMissing, 0},
-    {"AI Path Style Suite", 12, 0, kNoName, 0},
+    {"AI Path Style Suite", 12, 0, kParameter, 0},
     {"AI Art Suite", 16, 0, kCant, 0},
     {"AI Path Suite", 10, 0, kCant, 1},
     {"AI TabletData Suite", 2, 0, kCant, 1},
@@ -90,11 +89,11 @@ class MissingSuite : public testing::TestWithParam<Suite> {
   }
 };
 
-TEST_P(MissingSuite, IsAnsweredByTheTable) {
+TEST_P(MissingSuite, GivesTheAnswerInTheTable) {
   expectAnswers(HostWithFaults().lacking(GetParam().name));
 }
 
-TEST_P(MissingSuite, IsAlsoOneOfAnOlderOrANewerVersion) {
+TEST_P(MissingSuite, CanAlsoBeOneOfAnOlderOrANewerVersion) {
   expectAnswers(HostWithFaults().offering(GetParam().name, GetParam().version - 1));
   expectAnswers(HostWithFaults().offering(GetParam().name, GetParam().version + 1));
 }
@@ -128,7 +127,7 @@ const Slot kSlots[] = {
     {"AI Unicode String Suite", 8, "GetChar", kMissing, 0},
     {"AI Unicode String Suite", 10, "Compare", 0, 2},
     {"AI Unicode String Suite", 3, "Destroy", 0, 2},
-    {"AI Path Style Suite", 4, "ImportStyles", kNoName, 0},
+    {"AI Path Style Suite", 4, "ImportStyles", kParameter, 0},
     {"AI Art Style Suite", 17, "GetArtStyleByNameFromDocument", kMissing, 0},
     {"AI Art Style Suite", 12, "AddNamedStyle", 0, 2},
     {"AI Art Style Suite", 6, "SetArtStyle", kMissing, 2},
@@ -157,7 +156,7 @@ const Slot kSlots[] = {
 
 class MissingFunction : public testing::TestWithParam<Slot> {};
 
-TEST_P(MissingFunction, IsAnsweredByTheTable) {
+TEST_P(MissingFunction, GivesTheAnswerInTheTable) {
   PluginInHost plugin(HostWithFaults().withNullSlot(GetParam().suite, GetParam().number));
   EXPECT_TRUE(plugin->start().allAnsweredZero());
   expectAnswer(plugin.open(twoLayers(1)), GetParam().go, GetParam().paths);
@@ -170,7 +169,7 @@ TEST_P(MissingFunction, IsAnsweredByTheTable) {
 INSTANTIATE_TEST_SUITE_P(, MissingFunction, testing::ValuesIn(kSlots),
                          [](const auto& slot) { return std::string(slot.param.function); });
 
-TEST(MissingStartFunction, EndsTheStartWithoutAnAlertAndGivesEverythingBack) {
+TEST(MissingStartFunction, EndsTheStartWithoutAnAlertAndReleasesEverything) {
   for (const char* suite : {"AI Notifier Suite", "SP Access Suite", "AI File Format Suite"}) {
     PluginInHost plugin(HostWithFaults().withNullSlot(suite, 0));
     const embedded::StepReport start = plugin->start();
@@ -189,7 +188,7 @@ TEST(MissingVersionFunction, CountsAsVersionZero) {
   }
 }
 
-TEST(MissingReleaseOfTheModule, IsTheAnswerToTheShutdownWhichGivesTheSuitesBack) {
+TEST(MissingReleaseOfTheModule, IsTheAnswerToTheShutdownWhichStillReleasesTheSuites) {
   PluginInHost plugin(HostWithFaults().withNullSlot("SP Access Suite", 1));
   EXPECT_TRUE(plugin->start().allAnsweredZero());
   EXPECT_EQ(plugin->send("SP Interface", "Shutdown"), kMissing);

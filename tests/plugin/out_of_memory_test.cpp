@@ -1,25 +1,9 @@
-// Start-up without memory. The allocation that answers null instead of throwing is replaced for the
-// whole program.
+// Start-up without memory.
 #include <gmock/gmock.h>
-#include <new>
+#include <utility>
 
+#include "tests/plugin/allocation.h"
 #include "tests/plugin/plugin_in_host.h"
-
-namespace {
-
-// The allocation that fails, counted from the next one on; 0: none.
-int failingAllocation = 0;
-
-}  // namespace
-
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-  if (failingAllocation > 0 && --failingAllocation == 0) return nullptr;
-  try {
-    return ::operator new(size);
-  } catch (...) {
-    return nullptr;
-  }
-}
 
 namespace {
 
@@ -29,11 +13,10 @@ using testing::IsEmpty;
 
 class StartupWithoutMemory : public testing::Test {
  protected:
-  embedded::StepReport startFailingAt(int allocation) {
-    failingAllocation = allocation;
+  embedded::StepReport startFailingAt(int number) {
+    allocation::failing = number;
     embedded::StepReport report = plugin->start();
-    left = failingAllocation;
-    failingAllocation = 0;
+    left = std::exchange(allocation::failing, 0);
     return report;
   }
 
@@ -53,15 +36,15 @@ class StartupWithoutMemory : public testing::Test {
   int left = 0;
 };
 
-TEST_F(StartupWithoutMemory, ForThePluginObjectAnswersAndShowsThatMemoryIsOut) {
+TEST_F(StartupWithoutMemory, ForThePluginObjectReportsThatMemoryRanOut) {
   expectOutOfMemory(startFailingAt(1));
 }
 
-TEST_F(StartupWithoutMemory, ForTheSuitesHolderAnswersAndShowsThatMemoryIsOut) {
+TEST_F(StartupWithoutMemory, ForTheSuitesHolderReportsThatMemoryRanOut) {
   expectOutOfMemory(startFailingAt(2));
 }
 
-TEST_F(StartupWithoutMemory, AllocatesNothingElseThatMayFailSo) {
+TEST_F(StartupWithoutMemory, HasNoOtherAllocationThatCanFailThisWay) {
   EXPECT_TRUE(startFailingAt(3).allAnsweredZero());
   EXPECT_EQ(left, 1);
 }

@@ -19,13 +19,14 @@ namespace plugintest {
 using hostapi::fourCC;
 using pentest::PenFileBuilder;
 
-/// The plug-in, linked into this program, in a host of its own; the log goes to a folder of its
-/// own.
+/// The plug-in, linked into this program, in its own host, which reports null handles as misuse;
+/// the log goes to its own folder.
 class PluginInHost {
  public:
   explicit PluginInHost(embedded::Options options = {})
       : inside_(folder_.path()),
-        session_(embedded::Module::ofEntry(&PluginMain, "kvoexportfile"), std::move(options)) {
+        session_(embedded::Module::ofEntry(&PluginMain, "kvoexportfile"),
+                 namingNullHandles(std::move(options))) {
     Orvo::fileKind = Orvo::kPenFile;
   }
 
@@ -39,7 +40,7 @@ class PluginInHost {
     return session_.open((folder_ / name).string());
   }
 
-  /// What the plug-in tells the debugger while it opens the recording.
+  /// What the plug-in prints for the debugger while it opens the recording.
   std::string debuggerTextOfOpening(const PenFileBuilder& recording) {
     std::string printed;
     const std::string told =
@@ -47,7 +48,7 @@ class PluginInHost {
     return told + printed;
   }
 
-  /// Writes a text into the folder; gives its path.
+  /// Writes a text into the folder and returns its path.
   std::string writeText(const std::string& name, const std::string& text) {
     std::ofstream(folder_ / name, std::ios::binary) << text;
     return path(name);
@@ -60,6 +61,11 @@ class PluginInHost {
   }
 
  private:
+  static embedded::Options namingNullHandles(embedded::Options options) {
+    options.nullHandles = embedded::NullHandles::misuse;
+    return options;
+  }
+
   pentest::TemporaryFolder folder_;
   pentest::CurrentFolder inside_;
   embedded::Session session_;

@@ -14,7 +14,7 @@ using testing::IsEmpty;
 
 constexpr hostapi::AIErr kCode = fourCC("TEST");
 
-// The suites of the journal's lines for one function of the basic suite, as "name version".
+// The suites in the journal's lines for one function of the basic suite, as "name version".
 std::vector<std::string> suitesNamedBy(const embedded::Host& host, const std::string& function) {
   std::vector<std::string> names;
   const std::string text = host.journal().jsonLines();
@@ -52,7 +52,7 @@ TEST(Startup, AcquiresTheFramesSuitesThenItsOwnThenTheTextEngines) {
   EXPECT_EQ(names.back(), "ATE WordsIterator Suite 1");
 }
 
-TEST(Startup, KeepsItsSuitesAfterTheHolderIsGoneAndReleasesThemInTheirOrderAtShutdown) {
+TEST(Startup, KeepsItsSuitesAfterTheHolderIsGoneAndReleasesThemInOrderAtShutdown) {
   PluginInHost plugin;
   plugin->start();
   EXPECT_EQ(plugin.host().acquiredSuites(), 104U);
@@ -82,7 +82,7 @@ TEST(Startup, RegistersTheFormatForOpeningOnly) {
   EXPECT_EQ(format.options, 1);
 }
 
-TEST(Startup, SubscribesToApplicationStartedUnderTheNameThatTheHostTells) {
+TEST(Startup, SubscribesToApplicationStartedUnderTheNameThatTheHostGives) {
   embedded::Options options;
   options.pluginName = "somebody";
   PluginInHost plugin(options);
@@ -92,10 +92,10 @@ TEST(Startup, SubscribesToApplicationStartedUnderTheNameThatTheHostTells) {
   EXPECT_EQ(plugin.host().notifiers()[0].type, "AI Application Started Notifier");
 }
 
-TEST(Startup, KeepsItsOwnNameWhenTheHostDoesNotTellOne) {
+TEST(Startup, KeepsItsOwnNameWhenTheHostDoesNotGiveOne) {
   const std::vector<embedded::Options> hosts = {
       failing("SP Plug-ins Suite", "GetPluginName", kCode),
-      failing("SP Plug-ins Suite", "GetPluginName", 0),  // gives null with it
+      failing("SP Plug-ins Suite", "GetPluginName", 0),  // also gives null
       HostWithFaults().withNullSlot("SP Plug-ins Suite", 22),
       HostWithFaults().lacking("SP Plug-ins Suite"),
   };
@@ -108,7 +108,16 @@ TEST(Startup, KeepsItsOwnNameWhenTheHostDoesNotTellOne) {
   }
 }
 
-TEST(Startup, CutsALongNameToItsField) {
+TEST(Startup, IgnoresANameThatComesWithAnErrorCode) {
+  PluginInHost plugin(HostWithFaults()
+                          .answering("SP Plug-ins Suite", "GetPluginName", 1, kCode)
+                          .fillingOutsOfFailedCalls());
+  EXPECT_TRUE(plugin->start().allAnsweredZero());
+  ASSERT_EQ(plugin.host().notifiers().size(), 1U);
+  EXPECT_EQ(plugin.host().notifiers()[0].name, "kvoexportfile App Started Notifier");
+}
+
+TEST(Startup, TruncatesALongName) {
   embedded::Options options;
   options.pluginName = std::string(400, 'n');
   PluginInHost plugin(options);
@@ -122,9 +131,34 @@ TEST(Startup, PrintsTheHostsVersion) {
   EXPECT_EQ(plugin->start().output.standardOutput, "AI Major version 16 , Minor version 0\n");
 }
 
-TEST(Startup, PrintsTheMinorVersionThatIsAskedForTheSecondTime) {
+TEST(Startup, PrintsTheMinorVersionFromTheSecondCall) {
   PluginInHost plugin(failing("AI Runtime Suite", "GetAppMinorVersion", 7, 2));
   EXPECT_EQ(plugin->start().output.standardOutput, "AI Major version 16 , Minor version 7\n");
+}
+
+TEST(Startup, PrintsTheVersionBeforeItRegistersTheFormat) {
+  PluginInHost plugin(failing("AI File Format Suite", "AddFileFormat", kCode));
+  const embedded::StepReport start = plugin->start();
+  EXPECT_EQ(start.code("Startup"), kCode);
+  EXPECT_EQ(start.output.standardOutput, "AI Major version 16 , Minor version 0\n");
+}
+
+// The record of the current start-up, and its contents when the first suite is requested.
+hostapi::SPInterfaceMessage startup{};
+void* globalsAtFirstSuite = nullptr;
+
+TEST(Startup, StoresTheObjectBeforeItDoesAnythingElse) {
+  const embedded::Host host;
+  hostapi::SPBasicSuite basic = *host.basic();
+  basic.AcquireSuite = [](const char*, std::int32_t, const void**) {
+    if (globalsAtFirstSuite == nullptr) globalsAtFirstSuite = startup.d.globals;
+    return fourCC("S!Fd");
+  };
+  startup.d = {hostapi::kSPCheck, host.plugin(), nullptr, &basic};
+  globalsAtFirstSuite = nullptr;
+  EXPECT_EQ(PluginMain("SP Interface", "Startup", &startup), fourCC("S!Fd"));
+  EXPECT_NE(globalsAtFirstSuite, nullptr);
+  EXPECT_EQ(startup.d.globals, nullptr) << "the failed start-up deleted it";
 }
 
 struct FailingCall {
@@ -134,7 +168,7 @@ struct FailingCall {
 
 class FailingStartup : public testing::TestWithParam<FailingCall> {};
 
-TEST_P(FailingStartup, AnswersWithTheCodeAndGivesEverythingBack) {
+TEST_P(FailingStartup, AnswersWithTheCodeAndReleasesEverything) {
   PluginInHost plugin(failing(GetParam().suite, GetParam().function, kCode));
   const embedded::StepReport report = plugin->start();
   EXPECT_EQ(report.code("Startup"), kCode);
@@ -152,13 +186,13 @@ INSTANTIATE_TEST_SUITE_P(, FailingStartup,
                                          FailingCall{"AI File Format Suite", "AddFileFormat"}),
                          [](const auto& row) { return std::string(row.param.function); });
 
-TEST(Startup, TakesUnhandledMessageAsSuccess) {
+TEST(Startup, TreatsUnhandledMessageAsSuccess) {
   PluginInHost plugin(failing("AI File Format Suite", "AddFileFormat", fourCC("!MSG")));
   EXPECT_EQ(plugin->start().code("Startup"), 0);
   EXPECT_NE(plugin->globals(), nullptr);
 }
 
-TEST(Startup, ShowsNoAlertForASuiteThatIsMissing) {
+TEST(Startup, ShowsNoAlertForAMissingSuite) {
   embedded::Options options;
   options.lackingSuites = {"AI File Format Suite"};
   PluginInHost plugin(options);
@@ -167,8 +201,7 @@ TEST(Startup, ShowsNoAlertForASuiteThatIsMissing) {
   EXPECT_THAT(report.alerts, IsEmpty());
 }
 
-// What start-up answers when the k-th suite that it asks for is refused: only three are needed to
-// start.
+// What start-up answers when the k-th suite that it requests is refused: only three are needed.
 TEST(Startup, NeedsOnlyTheSuitesThatItCallsAndReleasesWhatItGot) {
   const std::vector<std::string> needed = {"SP Access Suite", "AI Notifier Suite",
                                            "AI File Format Suite"};
@@ -186,7 +219,7 @@ TEST(Startup, NeedsOnlyTheSuitesThatItCallsAndReleasesWhatItGot) {
   }
 }
 
-TEST(Startup, WithoutAnySuiteAnswersThatOneIsMissing) {
+TEST(Startup, AnswersThatASuiteIsMissingWhenThereIsNone) {
   PluginInHost plugin(failing("SP Basic Suite", "AcquireSuite", fourCC("S!Fd"), 0));
   EXPECT_EQ(plugin->start().code("Startup"), fourCC("S!Fd"));
   EXPECT_THAT(plugin->end().misuse, IsEmpty());

@@ -25,7 +25,7 @@ TEST_F(SuitesHolderOfAHost, AcquiresEachSuiteOnceHoweverOftenItIsMade) {
   EXPECT_EQ(host.acquiredSuites(), 104U);
 }
 
-TEST_F(SuitesHolderOfAHost, GivesEachSuiteBackOnceAtTheLastRelease) {
+TEST_F(SuitesHolderOfAHost, ReleasesEachSuiteOnceAtTheLastRelease) {
   { const SuitesHolder first, second; }
   SuitesHolder::release();
   EXPECT_EQ(SuitesHolder::acquisitions(), 1);
@@ -37,7 +37,7 @@ TEST_F(SuitesHolderOfAHost, GivesEachSuiteBackOnceAtTheLastRelease) {
   EXPECT_EQ(heldSuite<hostapi::AILayerSuite>, nullptr);
 }
 
-TEST_F(SuitesHolderOfAHost, IgnoresAReleaseThatNoAcquisitionStandsFor) {
+TEST_F(SuitesHolderOfAHost, IgnoresAReleaseWithoutAnAcquisition) {
   SuitesHolder::release();
   EXPECT_EQ(SuitesHolder::acquisitions(), 0);
   EXPECT_EQ(host.journal().count("SP Basic Suite", "ReleaseSuite"), 0U);
@@ -48,6 +48,32 @@ TEST_F(SuitesHolderOfAHost, AcquiresAgainAfterTheLastRelease) {
   SuitesHolder::release();
   { const SuitesHolder holder; }
   EXPECT_EQ(host.acquiredSuites(), 104U);
+}
+
+// Gives a table with every refusal.
+class SuitesHolderOfARefusingHost : public SuitesHolderOfAHost {
+ protected:
+  SuitesHolderOfARefusingHost() {
+    refusing_.AcquireSuite = [](const char*, std::int32_t, const void** suite) {
+      static const hostapi::AILayerSuite table{};
+      *suite = &table;
+      return hostapi::kSuiteNotFoundErr;
+    };
+    basicSuite = &refusing_;
+  }
+
+ private:
+  hostapi::SPBasicSuite refusing_ = *host.basic();
+};
+
+TEST_F(SuitesHolderOfARefusingHost, KeepsNoTableThatComesWithAnErrorCode) {
+  { const SuitesHolder holder; }
+  EXPECT_EQ(heldSuite<hostapi::AILayerSuite>, nullptr);
+}
+
+TEST_F(SuitesHolderOfARefusingHost, BorrowsNoTableThatComesWithAnErrorCode) {
+  const BorrowedSuite<hostapi::AILayerSuite> layers;
+  EXPECT_EQ(heldSuite<hostapi::AILayerSuite>, nullptr);
 }
 
 }  // namespace

@@ -1,17 +1,20 @@
 #include <gmock/gmock.h>
 
+#include "hostapi/ai_file_path_suite.h"
 #include "hostapi/ai_unicode_string_suite.h"
 #include "plugin/error.h"
 #include "plugin/file_path.h"
+#include "plugin/plugin.h"
 #include "plugin/suites.h"
 #include "plugin/unicode_string.h"
+#include "tests/plugin/changed_suite.h"
 #include "tests/plugin/plugin_in_host.h"
 
 namespace {
 
 using namespace plugintest;
 
-// The wrappers need suites: those of a started plug-in.
+// The wrappers need the suites of a started plug-in.
 class WideText : public testing::Test {
  protected:
   void SetUp() override { plugin->start(); }
@@ -60,7 +63,7 @@ TEST_F(WideText, LeavesNothingBehindInTheHost) {
   EXPECT_EQ(plugin.host().liveStrings(), before);
 }
 
-TEST_F(WideText, AsksTheHostForNothingWhereAStringOrAPathIsEmpty) {
+TEST_F(WideText, AsksTheHostForNothingWhenAStringOrAPathIsEmpty) {
   const std::size_t before = plugin.host().journal().size();
   {
     const ai::UnicodeString text;
@@ -69,6 +72,39 @@ TEST_F(WideText, AsksTheHostForNothingWhereAStringOrAPathIsEmpty) {
     EXPECT_EQ(path.body()->inside, nullptr);
   }
   EXPECT_EQ(plugin.host().journal().size(), before);
+}
+
+std::vector<hostapi::AICharacterEncoding> encodings;
+
+TEST_F(WideText, IsMadeFromNarrowTextInThePlatformsEncoding) {
+  ChangedSuite<hostapi::AIUnicodeStringSuite> strings;
+  static const auto hostsOwn = strings.hostsOwn().Initialize;
+  strings->Initialize = [](hostapi::UnicodeStringBody* string, const char* text,
+                           std::int64_t length, hostapi::AICharacterEncoding encoding) {
+    encodings.push_back(encoding);
+    return hostsOwn(string, text, length, encoding);
+  };
+  encodings.clear();
+  EXPECT_EQ(ai::UnicodeString("pnx").toWide(), L"pnx");
+  Plugin::showErrorAlert(fourCC("TEST"));
+  EXPECT_THAT(plugin.host().alerts(), testing::ElementsAre("TEST"));
+  EXPECT_THAT(encodings, testing::ElementsAre(hostapi::kAIPlatformCharacterEncoding,
+                                              hostapi::kAIPlatformCharacterEncoding));
+}
+
+std::vector<int> expansions;
+
+TEST_F(WideText, BecomesAPathWhoseShortNamesAreExpanded) {
+  ChangedSuite<hostapi::AIFilePathSuite> paths;
+  paths->Set = [](const hostapi::UnicodeStringBody*, hostapi::AIBool8 expand,
+                  hostapi::FilePathBody*) {
+    expansions.push_back(expand);
+    return hostapi::kNoErr;
+  };
+  expansions.clear();
+  const ai::FilePath expanded(ai::UnicodeString("C:\\PROGRA~1"));
+  const ai::FilePath asItIs(ai::UnicodeString("C:\\PROGRA~1"), false);
+  EXPECT_THAT(expansions, testing::ElementsAre(1, 0));
 }
 
 TEST(WideTextOfAFaultyHost, EndsOnlyAtTheIndexErrorAndThrowsAnyOther) {

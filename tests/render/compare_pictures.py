@@ -1,9 +1,11 @@
 #!/usr/bin/env python3
-"""Holds the pictures of a drawing against a painter that shares no code with what made them.
+"""Compares the pictures of a drawing with a painter that shares no code with what made them.
 
 compare_pictures.py RECORDING ...   makes SVG, PDF and PNG of recordings with the command, has the
-first two checked by xmllint and qpdf and turned into bitmaps by librsvg and poppler, and says which
-share of the painted area differs. Exit 1 when more than 1 % does anywhere.
+first two checked by xmllint and qpdf and turned into bitmaps by librsvg and poppler, and prints the
+share of the painted area that differs. Exit 1 when more than 1 % does anywhere.
+compare_pictures.py --dense   makes PNGs of one stroke that keeps crossing itself. Exit 1 when
+in one of them more than 1 % of the pixels with ink are off by more than 16 of 255.
 compare_pictures.py --self-test RECORDING shows that a brush 3 % too thick would be found.
 The environment names the programs: PENWICK and PAINT_AND_COMPARE.
 """
@@ -15,7 +17,9 @@ import subprocess
 import sys
 import tempfile
 
-MOST = 1.0  # percent of the painted area
+import dense_stroke
+
+MOST = 1.0  # percent of the painted area, or of the pixels with ink
 DPI = 400
 # Of hairlines a pixel must be a smaller part: renderers tell what they cover of it in some 15 steps.
 DPI_OF_HAIRLINES = 1200
@@ -58,12 +62,18 @@ def resolution_for(art):
     return DPI if pressed else DPI_OF_HAIRLINES
 
 
-def differing_area(art, picture, folder, dpi, *more):
-    """In percent of what the painter paints; `art` is the drawing as JSON, a PNG has `dpi` pixels an inch.
+def differences(art, picture, folder, dpi, *more):
+    """Gives the differing area in percent of what the painter paints, and the percentage of the pixels
+    with ink that are far off; `art` is the drawing as JSON, a PNG has `dpi` pixels an inch.
     `more` goes to the painter: ("--brush", lightest, heaviest), ("--pressure", p)."""
     image, resolution = bitmap(picture, folder, dpi)
     words = [os.environ["PAINT_AND_COMPARE"], art, image, f"{resolution:.6f}", *more]
-    return float(run(*words).split()[0])
+    area, _, far_off = map(float, run(*words).split())
+    return area, far_off
+
+
+def differing_area(*words):
+    return differences(*words)[0]
 
 
 def penwick_open(recording, output, *more):
@@ -76,7 +86,7 @@ def draw(recording, folder, *endings):
     penwick_open(recording, art)
     dpi = resolution_for(art)
     for picture in pictures:
-        penwick_open(recording, picture, "--dpi", dpi)
+        penwick_open(recording, picture, *(("--dpi", dpi) if picture.suffix == ".png" else ()))
     return art, pictures, dpi
 
 
@@ -86,6 +96,21 @@ def compare(recording, folder):
     run("xmllint", "--noout", "--huge", pictures[0])
     run("qpdf", "--check", pictures[1])
     return {picture.suffix[1:]: differing_area(art, picture, folder, dpi) for picture in pictures}
+
+
+def compare_dense(folder):
+    """Hairlines that leave gaps, and so many that hardly any is left, each in two resolutions."""
+    good = True
+    for points in (500, 3000):
+        recording, art, picture = (folder / f"dense.{ending}" for ending in ("pnx", "json", "png"))
+        recording.write_bytes(dense_stroke.recording(points, radius=1000))
+        penwick_open(recording, art, "--force")
+        for dpi in (150, 300):
+            penwick_open(recording, picture, "--dpi", dpi, "--force")
+            _, far_off = differences(art, picture, folder, dpi)
+            print(f"{points} points, {dpi} dpi: {far_off:.2f} % of the pixels far off", flush=True)
+            good = good and far_off <= MOST
+    return good
 
 
 def self_test(recording, folder):
@@ -100,6 +125,9 @@ def main():
     if sys.argv[1] == "--self-test":
         with tempfile.TemporaryDirectory() as folder:
             return 0 if self_test(pathlib.Path(sys.argv[2]).resolve(), pathlib.Path(folder)) else 1
+    if sys.argv[1] == "--dense":
+        with tempfile.TemporaryDirectory() as folder:
+            return 0 if compare_dense(pathlib.Path(folder)) else 1
     good = True
     for recording in map(pathlib.Path, sys.argv[1:]):
         with tempfile.TemporaryDirectory() as folder:

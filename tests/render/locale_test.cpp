@@ -1,36 +1,39 @@
-// Pictures where numbers are written with a comma. The locale is made for this test; LOCPATH says
-// where.
+// Pictures in a locale that writes numbers with a decimal comma.
 
-#include <clocale>
-#include <cstdio>
 #include <gtest/gtest.h>
 
-#include "render/picture.h"
+#include "render/pdf_and_png.h"
+#include "render/svg.h"
 #include "sheets.h"
+#include "tests/support/locale/decimal_comma.h"
 
 namespace {
 
 using namespace render_tests;
 
-std::string bytesOf(render::Format format) {
+struct Pictures {
+  std::string svg;
+  std::string pdf;
+  std::string png;
+};
+
+Pictures draw() {
   render::Options options;
   options.background = art::Color{0.5, 0.25, 1};
-  const render::Picture picture = render::toPicture(twoLayers(), format, options);
-  EXPECT_FALSE(picture.refusal.has_value());
-  return picture.bytes;
+  const art::Document document = twoLayers();
+  const render::Picture pdf = render::toPdf(document, options);
+  const render::Picture png = render::toPng(document, options);
+  EXPECT_FALSE(pdf.refusal || png.refusal);
+  return {render::toSvg(document, options), pdf.bytes, png.bytes};
 }
 
-TEST(APicture, HasTheSameBytesWhereNumbersHaveACommaInThem) {
-  const std::string svg = bytesOf(render::Format::svg);
-  const std::string pdf = bytesOf(render::Format::pdf);
-  const std::string png = bytesOf(render::Format::png);
-  ASSERT_NE(std::setlocale(LC_ALL, "de_DE.UTF-8"), nullptr) << "the locale is not there";
-  char number[16];
-  std::snprintf(number, sizeof number, "%.1f", 0.5);
-  ASSERT_STREQ(number, "0,5");
-  EXPECT_EQ(bytesOf(render::Format::svg), svg);
-  EXPECT_EQ(bytesOf(render::Format::pdf), pdf);
-  EXPECT_EQ(bytesOf(render::Format::png), png);
+TEST(APicture, HasTheSameBytesInALocaleWithADecimalComma) {
+  const Pictures before = draw();
+  ASSERT_NO_FATAL_FAILURE(localetest::useDecimalComma());
+  const Pictures after = draw();
+  EXPECT_EQ(after.svg, before.svg);
+  EXPECT_EQ(after.pdf, before.pdf);
+  EXPECT_EQ(after.png, before.png);
 }
 
 }  // namespace

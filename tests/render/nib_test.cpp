@@ -1,4 +1,4 @@
-// Brushes that are no discs, and styles without brushes.
+// Brushes that are not discs, and styles without brushes.
 
 #include "render/nib.h"
 
@@ -40,12 +40,12 @@ TEST(AnEllipse, IsTurnedCounterClockwiseByItsAngle) {
 
 // Half the width of an ellipse in a direction, for a line that goes straight across it:
 // sqrt((a cos)² + (b sin)²), here sqrt((4 cos 45°)² + (1 sin 45°)²) = sqrt(8.5).
-TEST(AnEllipse, LeavesALineAsWideAsItIsSeenFromThere) {
+TEST(AnEllipse, DrawsALineAsWideAsItsExtentAcrossTheLine) {
   const auto outline = outlineOf(straightPath({{0, 0}, {50, 50}}), ellipse(8, 25, 0));
   EXPECT_NEAR(widthAcross(outline, {25, 25}, 135), 2 * std::sqrt(8.5), 0.05);
 }
 
-TEST(AnEllipse, GrowsWithThePressure) {
+TEST(AnEllipse, GrowsWithPressure) {
   art::Style style = twoToTen();
   style.brush->roundness.value = 50;
   const auto outline =
@@ -55,7 +55,7 @@ TEST(AnEllipse, GrowsWithThePressure) {
 }
 
 // Roundness from 0.2 to 1: at a quarter of the way 0.4, at three quarters 0.8.
-TEST(AnEllipse, GetsRounderWithThePressure) {
+TEST(AnEllipse, GetsRounderWithPressure) {
   art::Style style = ellipse(10, 60, 0);
   style.brush->roundness = {.value = 60, .variation = 40, .driver = art::BrushDriver::pressure};
   const auto outline =
@@ -66,7 +66,7 @@ TEST(AnEllipse, GetsRounderWithThePressure) {
 }
 
 // From 0° to 90° while standing still: the long axis passes 45°, and the short one nothing.
-TEST(AnEllipse, TurnsWithThePressure) {
+TEST(AnEllipse, TurnsWithPressure) {
   art::Style style = ellipse(10, 20, 45);
   style.brush->angle = {.value = 45, .variation = 45, .driver = art::BrushDriver::pressure};
   const auto dot = outlineOf(withPressure(straightPath({{5, 5}, {5, 5}}), {{0, 0}, {1, 1}}), style);
@@ -76,7 +76,7 @@ TEST(AnEllipse, TurnsWithThePressure) {
   EXPECT_NEAR(reach(dot, {5, 5}, -45), 1 / std::sqrt(0.5 / 25 + 0.5), 0.1);
 }
 
-TEST(ANib, TakesTheCentreOfAValueThatSomethingElseDrives) {
+TEST(ANib, TakesTheMiddleOfAValueThatPressureDoesNotDrive) {
   art::Style style = twoToTen();
   style.brush->size.driver = art::BrushDriver::tilt;
   EXPECT_DOUBLE_EQ(render::Nib(&style).at(0).radius, 3);
@@ -97,7 +97,7 @@ TEST(ANib, IsADiscOfTheStrokesWeightWithoutABrush) {
   EXPECT_DOUBLE_EQ(render::Nib(nullptr).at(0.2).radius, 0.5);
 }
 
-TEST(ANib, NeverGetsSmallerThanNothing) {
+TEST(ANib, NeverHasANegativeRadius) {
   art::Style style = twoToTen();
   style.brush->size.variation = 20;
   EXPECT_DOUBLE_EQ(render::Nib(&style).at(0).radius, 0);

@@ -1,5 +1,5 @@
-// Outlines against diameters reckoned by hand: the brush is 2 points wide without pressure and 10
-// with all of it, so 2 + 8 p. And against the union of discs at places reckoned by hand.
+// Outlines against diameters worked out by hand: the brush is 2 points wide without pressure and 10
+// at full pressure, so 2 + 8 p. And against the union of discs at places worked out by hand.
 
 #include "render/outline.h"
 
@@ -14,7 +14,7 @@ namespace {
 
 using namespace render_tests;
 
-// Roundings of outline and brush together.
+// Covers the rounding of outline and brush together.
 constexpr double kNear = 0.03;
 
 // The discs of a brush that goes straight from one disc to the next, a tenth of a point apart.
@@ -79,7 +79,7 @@ TEST(AnOutline, HoldsTheFirstAndTheLastValueOutsideTheSamples) {
   EXPECT_NEAR(widthAcross(outline, {99, 0}, 90), 8, kNear);
 }
 
-TEST(AnOutline, HoldsPressureAboveOneAtOneAndBelowNothingAtNothing) {
+TEST(AnOutline, ClampsPressureBetweenZeroAndOne) {
   const auto outline =
       outlineOf(withPressure(straightPath({{0, 0}, {100, 0}}), {{0, 4}, {0.5F, 4}, {0.5F, -3}}));
   EXPECT_NEAR(widthAcross(outline, {20, 0}, 90), 10, kNear);
@@ -134,7 +134,7 @@ TEST(AnOutline, GoesAroundACuspWithTheWholeBrush) {
   EXPECT_LT(differingShare(outline, ways({{0, 0, 3}, {40, 0, 3}, {0, 0.5, 3}}), 0.1), 0.005);
 }
 
-TEST(AnOutline, GoesStraightBackOnItsOwnWay) {
+TEST(AnOutline, CoversALineThatGoesStraightBack) {
   const auto outline = outlineOf(straightPath({{0, 0}, {30, 0}, {10, 0}}));
   EXPECT_NEAR(reach(outline, {20, 0}, 0), 10 + 3, kNear);
   EXPECT_NEAR(reach(outline, {20, 0}, 180), 20 + 3, kNear);
@@ -194,7 +194,7 @@ TEST(AnOutline, IsRightForAStrokeShorterThanItsWidth) {
 }
 
 // Radius 1, 5, 1 at 0, 2, 4: the two small discs lie inside the large one.
-TEST(AnOutline, IsOneDiscWhereItHoldsAllOthers) {
+TEST(AnOutline, IsOneDiscWhereThatHoldsAllOthers) {
   const auto outline =
       outlineOf(withPressure(straightPath({{0, 0}, {4, 0}}), {{0, 0}, {0.5F, 1}, {1, 0}}));
   ASSERT_EQ(outline.contours.size(), 1U);
@@ -215,7 +215,7 @@ TEST(AnOutline, SwallowsADiscInsideTheNextAndGoesOn) {
             0.006);
 }
 
-// Every mixture of turns, growths and step lengths that a grid of them gives, against discs.
+// Every combination of some turns, pressures and step lengths, against discs.
 TEST(AnOutline, AgreesWithDiscsWhereverThePathTurnsAndWhateverThePressure) {
   for (const double turn : {-179.0, -120.0, -60.0, 35.0, 90.0, 150.0, 180.0}) {
     for (const double step : {1.0, 4.0, 12.0}) {
@@ -263,7 +263,7 @@ TEST(AnOutline, LeavesOutPointsThatAreNotNumbers) {
   EXPECT_EQ(outlineOf(path).contours, outlineOf(straightPath({{0, 0}, {20, 0}})).contours);
 }
 
-TEST(AnOutline, OfPlacesBeyondAllMeasureStaysWithinThePicture) {
+TEST(AnOutline, OfHugeCoordinatesIsClamped) {
   const auto outline = outlineOf(straightPath({{-3e38, 0}, {3e38, 1e30}}));
   for (const render::Contour& contour : outline.contours) {
     for (const render::Spot& spot : contour) {
@@ -273,7 +273,7 @@ TEST(AnOutline, OfPlacesBeyondAllMeasureStaysWithinThePicture) {
   }
 }
 
-TEST(PressureInstead, StandsInForPressureThatIsNotThere) {
+TEST(DefaultPressure, ReplacesMissingPressure) {
   const auto none = withPressure(straightPath({{0, 0}, {50, 0}}), {{0, 0}, {1, 0}});
   EXPECT_NEAR(widthAcross(outlineOf(none), {25, 0}, 90), 2, kNear);
   EXPECT_NEAR(widthAcross(outlineOf(none, twoToTen(), 0.75), {25, 0}, 90), 8, kNear);
@@ -289,7 +289,7 @@ art::Document documentOf(std::initializer_list<art::Path> paths) {
   return document;
 }
 
-TEST(ADocument, LacksPressureWhenItsTabletDataIsAllNothing) {
+TEST(ADocument, LacksPressureWhenAllItsTabletDataIsZero) {
   const auto none = withPressure(straightPath({{0, 0}, {50, 0}}), {{0, 0}, {1, 0}});
   const auto some = withPressure(straightPath({{0, 0}, {50, 0}}), {{0, 0.25F}, {1, 0}});
   EXPECT_TRUE(render::lacksPressure(documentOf({none, none})));

@@ -1,12 +1,13 @@
-// A painter that knows nothing of outlines: it reads art as JSON, stamps one disc after another
-// into a fine bitmap, and says how much of what it covers differs from a picture of the same art.
+// A painter that shares no code with the outlines: it reads art as JSON, stamps one disc after
+// another into a fine bitmap, and prints how much of that differs from a picture of the same art.
 //
-// paint_and_compare ART.json PICTURE.png DPI [--brush LIGHTEST HEAVIEST] [--pressure P] [--keep
-// OUT.pgm]
+// paint_and_compare ART.json PICTURE.png DPI [--brush LIGHTEST HEAVIEST] [--pressure P]
 //
-// Prints "DIFFERING AREA" in percent of the painted area. The picture's upper left corner is that
-// of the page grown by whatever the discs cover. Colours do not matter, only how much of a pixel is
-// covered: what is transparent is not, and the rest is by how dark it is.
+// Prints "DIFFERING AREA OFF": the differing share of the painted area in percent, the painted area
+// in pixels, and of the pixels with ink in either picture those off by more than 16 of 255, in
+// percent. The picture's upper left corner is that of the page grown by whatever the discs cover.
+// Colours do not matter, only how much of a pixel is covered: transparent pixels are not
+// covered, the others in proportion to how dark they are.
 
 #include <algorithm>
 #include <cairo.h>
@@ -28,6 +29,7 @@ constexpr int kFine = 8;              // rows and columns of a pixel
 constexpr double kStampEvery = 0.04;  // points
 constexpr int kStepsOfPiece = 96;
 constexpr double kRounding = 0.01;  // points
+constexpr double kFarOff = 16 / 255.0;
 
 struct Brush {
   double lightest = 0.3;
@@ -48,7 +50,7 @@ struct Plan {
   std::vector<Disc> discs;
 };
 
-// Every cubic by its polynomial, in equal steps of the parameter; the way walked so far with each.
+// Every cubic by its polynomial, in equal steps of the parameter; each with the length so far.
 std::vector<Place> walk(const Json& path) {
   std::vector<Place> places;
   double way = 0;
@@ -98,7 +100,7 @@ double pressureAt(const Json& tablet, double offset) {
   return value(low - 1) * (1 - share) + value(low) * share;
 }
 
-bool tellsPressure(const Json& tablet) {
+bool hasPressure(const Json& tablet) {
   return std::any_of(tablet.begin(), tablet.end(),
                      [](const Json& sample) { return sample[1].get<double>() > 0; });
 }
@@ -108,7 +110,7 @@ void stampPath(const Json& path, const Brush& brush, Plan& plan) {
   if (places.empty()) return;
   const double length = places.back().way;
   const Json& tablet = path.at("tablet");
-  const bool instead = brush.pressureInstead >= 0 && !tellsPressure(tablet);
+  const bool instead = brush.pressureInstead >= 0 && !hasPressure(tablet);
   const auto stamp = [&](double x, double y, double way) {
     const double pressure =
         instead ? brush.pressureInstead : pressureAt(tablet, length > 0 ? way / length : 0);
@@ -264,7 +266,7 @@ class Painting {
   int width() const { return width_; }
   int height() const { return height_; }
 
-  // Calls `visit(strip, row)` for every row; the strip knows the rows above and below too.
+  // Calls `visit(strip, row)` for every row; the strip holds the rows above and below too.
   template <class Visit>
   void forEachRow(const Shift& shift, Visit&& visit) const {
     for (int first = 0; first < height_; first += kRowsOfStrip) {
@@ -287,7 +289,7 @@ class Painting {
   int height_;
 };
 
-// How far the picture lies off, in pixels, at most `most`: the shift that explains most of what
+// How far the picture is shifted, in pixels, at most `most`: the shift that explains most of what
 // differs along the slopes of the painted edges, by least squares.
 Shift shiftBetween(const Painting& painting, const Picture& picture, double most) {
   double hh = 0, hv = 0, vv = 0, hd = 0, vd = 0;
@@ -335,22 +337,28 @@ int compare(int count, char** words) {
                  picture.height(), painting.width(), painting.height());
     return 1;
   }
-  // The edge of a picture is rounded to hundredths of a point: as far as that it may lie elsewhere.
+  // The edge of a picture is rounded to hundredths of a point: it may be shifted by as much.
   const Shift shift = shiftBetween(painting, picture, kRounding * pixels);
   double painted = 0;
   double differing = 0;
+  long inked = 0;
+  long farOff = 0;
   painting.forEachRow(shift, [&](const Strip& strip, int row) {
     for (int column = 0; column < painting.width(); ++column) {
       const double wanted = strip.coverage(column, row) / 64.0;
+      const double found = picture.coverage(column, row);
       painted += wanted;
-      differing += std::abs(wanted - picture.coverage(column, row));
+      differing += std::abs(wanted - found);
+      inked += wanted > 0 || found > 0 ? 1 : 0;
+      farOff += std::abs(wanted - found) > kFarOff ? 1 : 0;
     }
   });
   if (painted == 0) {
     std::fprintf(stderr, "nothing is painted\n");
     return 1;
   }
-  std::printf("%.3f %.0f\n", 100 * differing / painted, painted);
+  std::printf("%.3f %.0f %.3f\n", 100 * differing / painted, painted,
+              100.0 * static_cast<double>(farOff) / static_cast<double>(inked));
   return 0;
 }
 

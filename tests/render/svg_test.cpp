@@ -1,5 +1,4 @@
-// What an SVG says of a drawing, and the small ones kept in tests/goldens/render, which were read
-// by eye before they were kept.
+// What an SVG holds of a drawing; the small goldens in tests/goldens/render were checked by eye.
 
 #include "render/svg.h"
 
@@ -32,12 +31,12 @@ std::size_t count(const std::string& text, const std::string& part) {
   return found;
 }
 
-TEST(AnSvg, OfTwoLayersIsAsItWasReadByEye) {
+TEST(AnSvg, OfTwoLayersMatchesItsGolden) {
   const std::string svg = render::toSvg(twoLayers());
   EXPECT_EQ(svg, golden("two_layers.svg"));
 }
 
-TEST(AnSvg, OfCentreLinesIsAsItWasReadByEye) {
+TEST(AnSvg, OfCentreLinesMatchesItsGolden) {
   art::Document document = twoLayers();
   art::Path curve = straightPath({{5, 5}, {20, 5}});
   curve.segments[0].out = {10, 12};
@@ -61,7 +60,7 @@ TEST(AnSvg, GrowsWhereTheBrushReachesBeyondThePage) {
 }
 
 // 72 by 36 points; a quarter of a point is 2.5 tenths of one.
-TEST(AnSvg, OfHairlinesAloneCountsInTenthsOfPointsSoThatRoundingDoesNotShow) {
+TEST(AnSvg, OfHairlinesOnlyUsesTenthsOfPointsSoThatRoundingDoesNotShow) {
   art::Document document = sheet(72, 36);
   document.styles[0].strokeWeight = 0.125;  // a quarter of a point to 1.25
   draw(document, "a", withPressure(straightPath({{10, 10}, {50, 10}}), {{0, 0}, {1, 0}}));
@@ -87,7 +86,7 @@ TEST(AnSvg, HasOnePathForEachStroke) {
   EXPECT_EQ(count(svg, "zM"), 1U);
 }
 
-TEST(AnSvg, DrawsWhatLiesInGroupsWithTheStyleOfTheGroup) {
+TEST(AnSvg, DrawsPathsInGroupsWithTheStyleOfTheGroup) {
   art::Document document = sheet(60, 40);
   document.styles.push_back(twoToTen());
   document.styles.back().strokeColor = {1, 0, 0.5};
@@ -100,7 +99,7 @@ TEST(AnSvg, DrawsWhatLiesInGroupsWithTheStyleOfTheGroup) {
   EXPECT_EQ(count(svg, "<path "), 1U);
 }
 
-TEST(AnSvg, TellsTheColorOfAStrokeThatDiffersFromItsLayer) {
+TEST(AnSvg, GivesAStrokeItsOwnColourWhereItDiffersFromItsLayer) {
   art::Document document = twoLayers();
   document.styles.push_back(twoToTen());
   document.styles.back().strokeColor = {0, 0.2, 1};
@@ -126,13 +125,13 @@ TEST(AnSvg, HidesALayerThatIsNotVisible) {
   EXPECT_EQ(count(render::toSvg(document), "style=\"display:none\""), 1U);
 }
 
-TEST(AnSvg, HasABackgroundOnlyWhenAskedForOne) {
+TEST(AnSvg, HasABackgroundOnlyOnRequest) {
   EXPECT_THAT(render::toSvg(twoLayers()), Not(HasSubstr("<rect")));
   EXPECT_THAT(render::toSvg(twoLayers(), {.background = art::Color{1, 1, 1}}),
               HasSubstr("<rect width=\"100%\" height=\"100%\" fill=\"#fff\"/>"));
 }
 
-// The most digits in a row behind a point.
+// The most digits after any decimal point.
 std::size_t mostDecimals(const std::string& text) {
   std::size_t most = 0;
   for (std::size_t at = text.find('.'); at != std::string::npos; at = text.find('.', at + 1)) {

@@ -1,2 +1,2 @@
-// A program of nothing but the headers that the suites share.
+// An empty program, for the headers that all suites share precompiled.
 int main() {}

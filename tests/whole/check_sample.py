@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""Draws a sample recording and holds the art, the journal and the ink document against the independent
-reckoning, bit for bit, and then against the results kept in tests/goldens, byte for byte.
+"""Draws a sample recording and compares its art, journal and ink document with the reference model, bit for
+bit, and then with the results kept in tests/goldens, byte for byte.
 
 check_sample.py FILE          (the command's path is in PENWICK)
-check_sample.py --keep FILE   keeps the results, but only what agrees with the reckoning
+check_sample.py --keep FILE   keeps the results, but only what agrees with the reference model
 """
 import hashlib
 import os
@@ -14,12 +14,13 @@ import tempfile
 
 TESTS = pathlib.Path(__file__).resolve().parent.parent
 GOLDENS = TESTS / "goldens"
-# Kept whole, to be read; of the others the digests are kept.
+# Kept in full, for people to read; of the others only digests are kept.
 WHOLE = {"signature"}
 
 
 def run(*words, folder):
     environment = dict(os.environ, HOME=str(folder))
+    environment.pop("XDG_DATA_HOME", None)
     done = subprocess.run([str(word) for word in words], cwd=folder, env=environment,
                           capture_output=True, text=True, check=False)
     if done.returncode != 0:
@@ -31,13 +32,13 @@ def results(recording, folder):
     art, calls, ink = (folder / name for name in ("art.json", "calls.jsonl", "ink.json"))
     run(penwick, "open", recording, "-o", art, "--journal", calls, folder=folder)
     run(penwick, "ink", recording, "-o", ink, folder=folder)
-    run(sys.executable, TESTS / "witness/witness.py", "check", "--recording", recording,
+    run(sys.executable, TESTS / "reference_model/reference_model.py", "check", "--recording", recording,
         "--art", art, "--journal", calls, "--ink", ink, folder=folder)
     return [art, calls, ink]
 
 
 def compare(name, file, keep):
-    """Gives what is wrong, or nothing."""
+    """Returns what is wrong, or None."""
     content = file.read_bytes()
     kept = GOLDENS / f"{name}.{file.name}"
     if name not in WHOLE:

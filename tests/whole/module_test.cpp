@@ -65,7 +65,7 @@ TEST_F(ModuleFile, IsNotLinkedIntoTheCommand) {
   EXPECT_THAT(symbols, Not(HasSubstr("kvoexportfileplugin")));
 }
 
-TEST_F(ModuleFile, LeavesMemoryAfterEveryRun) {
+TEST_F(ModuleFile, IsUnloadedAfterEveryRun) {
   for (int round = 0; round < 100; ++round) {
     embedded::Session session(load());
     EXPECT_TRUE(session.start().allAnsweredZero());
@@ -76,7 +76,7 @@ TEST_F(ModuleFile, LeavesMemoryAfterEveryRun) {
   }
 }
 
-TEST_F(ModuleFile, ForgetsTheFileKindWhenItIsLoadedAfresh) {
+TEST_F(ModuleFile, ForgetsTheFileKindWhenItIsLoadedAgain) {
   {
     embedded::Session session(load());
     session.start();
@@ -88,7 +88,7 @@ TEST_F(ModuleFile, ForgetsTheFileKindWhenItIsLoadedAfresh) {
   EXPECT_TRUE(session.open(recording("a.bin")).builderRan);
 }
 
-TEST_F(ModuleFile, OpensSeveralFilesInOneLife) {
+TEST_F(ModuleFile, OpensSeveralFilesInOneSession) {
   embedded::Session session(load());
   session.start();
   for (int file = 0; file < 3; ++file) {
@@ -99,7 +99,7 @@ TEST_F(ModuleFile, OpensSeveralFilesInOneLife) {
   }
 }
 
-TEST_F(ModuleFile, GetsTheMessagesThatAHostSendsInTheirOrder) {
+TEST_F(ModuleFile, GetsTheMessagesOfAHostInOrder) {
   embedded::Session session(load());
   std::vector<std::string> sent;
   const auto note = [&sent](const embedded::StepReport& report) {

@@ -1,6 +1,11 @@
 // The module file itself in the embedded host, under Windows.
+#include <filesystem>
+#include <fstream>
+#include <future>
 #include <gmock/gmock.h>
+#include <limits>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <variant>
 #include <vector>
@@ -11,9 +16,11 @@
 #include "art/json.h"
 #include "embedded/session.h"
 #include "hostapi/codes.h"
+#include "platform/folders.h"
 #include "tests/support/host/host_with_faults.h"
 #include "tests/support/pen/pen_file_builder.h"
 #include "tests/support/pen/temporary_folder.h"
+#include "tests/windows/failing_allocations.h"
 
 namespace {
 
@@ -29,15 +36,56 @@ std::size_t privateBytes() {
   return counters.PagefileUsage;
 }
 
-// How many indices of thread-local storage are to be had.
+// Holds every index of thread-local storage that is to be had.
+class ThreadIndices {
+ public:
+  ThreadIndices() {
+    for (DWORD index = TlsAlloc(); index != TLS_OUT_OF_INDEXES; index = TlsAlloc())
+      taken_.push_back(index);
+  }
+  ~ThreadIndices() {
+    for (const DWORD index : taken_)
+      TlsFree(index);
+  }
+  ThreadIndices(const ThreadIndices&) = delete;
+  ThreadIndices& operator=(const ThreadIndices&) = delete;
+
+  std::size_t count() const { return taken_.size(); }
+
+ private:
+  std::vector<DWORD> taken_;
+};
+
 std::size_t freeThreadIndices() {
-  std::vector<DWORD> taken;
-  for (DWORD index = TlsAlloc(); index != TLS_OUT_OF_INDEXES; index = TlsAlloc())
-    taken.push_back(index);
-  for (const DWORD index : taken)
-    TlsFree(index);
-  return taken.size();
+  return ThreadIndices().count();
 }
+
+// A host whose answer to a call ends the opening with an exception inside the plug-in.
+Options refusingSegments() {
+  Options options;
+  options.faults.push_back(
+      {.suite = "AI Path Suite", .function = "SetPathSegments", .call = 1, .code = 1});
+  return options;
+}
+
+// A brush library in the user's folder, where the plug-in looks for it, with the style Mine alone.
+class UsersLibrary {
+ public:
+  UsersLibrary() {
+    if (std::filesystem::exists(file_)) throw std::runtime_error("the user has a library");
+    std::filesystem::create_directory(file_.parent_path());
+    std::ofstream(file_)
+        << "%!PS-Adobe-3.0\n%AI9_BeginArtStyles\n/KnownStyle : (Mine) /Name , ;\n"
+           "%AI9_EndArtStyles\n%AI9_BeginArtStyleList\n(Mine)\n%AI9_EndArtStyleList\n";
+  }
+  ~UsersLibrary() { std::filesystem::remove(file_); }
+  UsersLibrary(const UsersLibrary&) = delete;
+  UsersLibrary& operator=(const UsersLibrary&) = delete;
+
+ private:
+  std::filesystem::path file_ =
+      std::filesystem::path(platform::localAppDataFolder().value()) / "Penwick/brush_pressure.ai";
+};
 
 class ModuleFile : public testing::Test {
  protected:
@@ -78,6 +126,35 @@ class ModuleFile : public testing::Test {
     return code;
   }
 
+  std::string inkDocument() {
+    std::ofstream(folder_ / "a.kvo")
+        << R"(<ink><definitions><brush id="b"/><traceFormat id="f"/>)"
+           R"(<context id="c" brushRef="#b" traceFormatRef="#f"/></definitions>)"
+           R"(<tracegroup id="layer0"><trace contextRef="#c">0 0 0 1 0 0 1,9 9 0 2 0 0 2</trace>)"
+           "</tracegroup></ink>";
+    return (folder_ / "a.kvo").string();
+  }
+
+  // Opens a file once for each allocation that this makes, which then fails together with those
+  // that follow it. Returns how many openings failed so.
+  std::size_t openWithoutMemory(const std::string& file, std::size_t failuresInARow) {
+    for (std::size_t successes = 0;; ++successes) {
+      embedded::Session session(load());
+      EXPECT_TRUE(session.start().allAnsweredZero());
+      embedded::Opening opening;
+      {
+        const windowstest::FailingAllocations failing(L"kvoexportfile.aip", successes,
+                                                      failuresInARow);
+        opening = session.open(file);
+        if (failing.failed() == 0) return successes;
+      }
+      EXPECT_EQ(opening.code("AI Go"), hostapi::fourCC("CANT")) << successes;
+      EXPECT_THAT(opening.misuse, IsEmpty()) << successes;
+      session.end();
+      EXPECT_TRUE(session.unloaded());
+    }
+  }
+
   std::string artIn(const Options& options) {
     embedded::Session session(load(), options);
     EXPECT_TRUE(session.start().allAnsweredZero());
@@ -89,9 +166,8 @@ class ModuleFile : public testing::Test {
   }
 
   embedded::Opening openWithoutStyle(embedded::MissingStyle answer) {
+    const UsersLibrary withoutTheStyle;
     Options options;
-    options.builtInLibrary = false;
-    options.libraryPath = "no such library.ai";
     options.missingStyle = answer;
     embedded::Session session(load(), options);
     EXPECT_TRUE(session.start().allAnsweredZero());
@@ -115,9 +191,7 @@ TEST_F(ModuleFile, LeavesMemoryAfterEachOfAHundredRuns) {
 
 // A process has 1088 indices of thread-local storage in all, whatever its memory.
 TEST_F(ModuleFile, KeepsNeitherMemoryNorThreadIndicesAfterAHundredRuns) {
-  Options failing;
-  failing.faults.push_back(
-      {.suite = "AI Path Suite", .function = "SetPathSegments", .call = 1, .code = 1});
+  const Options failing = refusingSegments();
   const auto rounds = [&](int count) {
     for (int round = 0; round < count; ++round) {
       run();
@@ -130,8 +204,41 @@ TEST_F(ModuleFile, KeepsNeitherMemoryNorThreadIndicesAfterAHundredRuns) {
   EXPECT_GT(indices, 1000U);
   rounds(100);
   EXPECT_EQ(freeThreadIndices(), indices);
-  constexpr std::size_t eightPages = 32768;
-  EXPECT_LT(privateBytes(), bytes + eightPages);
+  constexpr std::size_t kEightPages = 32768;
+  EXPECT_LT(privateBytes(), bytes + kEightPages);
+}
+
+TEST_F(ModuleFile, NeedsNoThreadIndexToDrawAndToAnswerAnException) {
+  // This program's own run time takes its indices at its first exception.
+  EXPECT_THROW(throw std::runtime_error(""), std::runtime_error);
+  const ThreadIndices none;
+  run();
+  EXPECT_EQ(answerToGo(refusingSegments()), hostapi::fourCC("CANT"));
+}
+
+TEST_F(ModuleFile, AnswersAnExceptionOnAThreadThatIsOlderThanItsLoading) {
+  std::optional<embedded::Session> session;
+  std::promise<void> started;
+  auto answer = std::async(std::launch::async, [&] {
+    started.get_future().wait();
+    return session->open(recording()).code("AI Go");
+  });
+  session.emplace(load(), refusingSegments());
+  session->start();
+  started.set_value();
+  EXPECT_EQ(answer.get(), hostapi::fourCC("CANT"));
+}
+
+// The second is that of the exception, the third that of what guards the memory held ready for it.
+TEST_F(ModuleFile, CannotGoOnWhereThreeAllocationsInARowFail) {
+  EXPECT_GT(openWithoutMemory(recording(), 3), 30U);
+  EXPECT_GT(openWithoutMemory(inkDocument(), 3), 30U);
+}
+
+TEST_F(ModuleFile, CannotGoOnWhereMemoryEnds) {
+  constexpr std::size_t kAll = std::numeric_limits<std::size_t>::max();
+  EXPECT_GT(openWithoutMemory(recording(), kAll), 30U);
+  EXPECT_GT(openWithoutMemory(inkDocument(), kAll), 30U);
 }
 
 TEST_F(ModuleFile, DrawsTheSameInEveryLayoutThatTheHostMayHave) {

@@ -163,33 +163,52 @@ class Log(Case):
         super().setUp()
         self.bad = self.folder / "bad.pnx"
         self.bad.write_bytes(b"\x09")
+        self.own = wine.local_app_data() / "Penwick"
+        shutil.rmtree(self.own, ignore_errors=True)
+        self.addCleanup(shutil.rmtree, self.own, ignore_errors=True)
 
-    def draws_all_the_same(self, folder):
+    def draws_all_the_same(self, *words):
         """Opens a recording that makes the plug-in write into its log, and then another."""
         sample = wine.ROOT / "samples/signature.pnx"
         done = wine.penwick("open", wine.windows_path(self.bad), wine.windows_path(sample), "--out-dir",
-                            wine.windows_path(self.folder), "--format", "json", cwd=folder)
+                            wine.windows_path(self.folder), "--format", "json", *words,
+                            cwd=self.folder)
         self.assertEqual(done.returncode, 1)
         self.assertIn(b"bad.pnx", done.stderr)
         self.assertEqual((self.folder / "signature.json").read_bytes(), self.native_art(sample))
 
-    def test_is_written_with_windows_line_ends_into_the_current_folder(self):
-        self.draws_all_the_same(self.folder)
-        lines = (self.folder / "orvo.log").read_bytes().split(b"\r\n")
+    def test_is_written_with_windows_line_ends_into_the_users_folder(self):
+        self.draws_all_the_same()
+        self.assert_log(self.own / "orvo.log")
+
+    def test_is_written_into_the_folder_that_is_named(self):
+        self.draws_all_the_same("--log-dir", "logs")
+        self.assert_log(self.folder / "logs/orvo.log")
+        self.assertFalse(self.own.exists())
+
+    def assert_log(self, log):
+        self.assertFalse((self.folder / "orvo.log").exists())
+        lines = log.read_bytes().split(b"\r\n")
         self.assertEqual(len(lines), 3)
         self.assertTrue(lines[0].endswith(b"SEVERE bad packet tag: 1 expected for file descriptor\t"
                                           b"FileDescriptor::readFromStream()"), lines[0])
         self.assertTrue(lines[1].endswith(b"SEVERE invalid file descriptor\tPnxParser::parse()"))
         self.assertEqual(lines[2], b"")
 
-    def test_in_a_folder_that_cannot_be_written_does_not_matter(self):
-        with self.assertRaises(OSError):
-            pathlib.Path("/proc/orvo.log").write_bytes(b"")
-        self.draws_all_the_same("/proc")
+    def test_is_written_nowhere_where_its_folder_cannot_be_made(self):
+        self.own.write_bytes(b"")
+        self.addCleanup(self.own.unlink)
+        temporary = wine.folder_named_by("TEMP")
+        before = set(temporary.iterdir())
+        self.draws_all_the_same()
+        self.assertEqual({file.name for file in self.folder.iterdir()},
+                         {"bad.pnx", "signature.json", "native.json"})
+        self.assertEqual({file.name for file in set(temporary.iterdir()) - before
+                          if "penwick" in file.name}, set())
 
     def test_whose_name_a_folder_has_does_not_matter(self):
-        (self.folder / "orvo.log").mkdir()
-        self.draws_all_the_same(self.folder)
+        (self.own / "orvo.log").mkdir(parents=True)
+        self.draws_all_the_same()
 
 
 class Library(Case):

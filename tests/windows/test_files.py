@@ -1,6 +1,12 @@
 """What the files are, read from their bytes: nothing of them is run here."""
+import collections
+import pathlib
+import re
+import shutil
 import struct
 import subprocess
+import sys
+import tempfile
 import unittest
 import zipfile
 
@@ -10,7 +16,7 @@ import wine
 # from being loaded there without a word: those of the run time and of these programs, each looked up.
 SYSTEM_LIBRARIES = {"kernel32.dll", "msvcrt.dll", "shell32.dll"}
 SYSTEM_FUNCTIONS = set("""
-    AddVectoredExceptionHandler CloseHandle CreateEventA CreateFileW CreateHardLinkW
+    AcquireSRWLockExclusive AddVectoredExceptionHandler CloseHandle CreateEventA CreateFileW CreateHardLinkW
     CreateSemaphoreA DeleteCriticalSection DeleteFileW DuplicateHandle EnterCriticalSection
     FileTimeToSystemTime FindFirstVolumeW FindNextVolumeW FindVolumeClose FormatMessageA
     FormatMessageW FreeLibrary GetConsoleOutputCP GetCurrentProcess GetCurrentProcessId
@@ -22,13 +28,13 @@ SYSTEM_FUNCTIONS = set("""
     GetThreadTimes GetTickCount64 GetVolumeInformationW InitializeCriticalSection IsDBCSLeadByteEx
     IsDebuggerPresent LeaveCriticalSection LoadLibraryExW LoadLibraryW LocalFree MoveFileExW
     MultiByteToWideChar OpenProcess OutputDebugStringA OutputDebugStringW QueryPerformanceCounter
-    QueryPerformanceFrequency RaiseException ReleaseSemaphore RemoveDirectoryW
+    QueryPerformanceFrequency RaiseException ReleaseSRWLockExclusive ReleaseSemaphore RemoveDirectoryW
     RemoveVectoredExceptionHandler ResetEvent ResumeThread RtlCaptureContext RtlLookupFunctionEntry
     RtlUnwindEx RtlVirtualUnwind SetConsoleOutputCP SetEndOfFile SetEvent SetFilePointer
     SetLastError SetProcessAffinityMask SetSystemTime SetThreadContext SetThreadPriority
-    SetUnhandledExceptionFilter Sleep SuspendThread SwitchToThread TlsAlloc TlsFree TlsGetValue
+    SetUnhandledExceptionFilter Sleep SleepConditionVariableSRW SuspendThread SwitchToThread TlsAlloc TlsFree TlsGetValue
     TlsSetValue TryEnterCriticalSection VirtualProtect VirtualQuery WaitForMultipleObjects
-    WaitForSingleObject WideCharToMultiByte __C_specific_handler
+    WaitForSingleObject WakeAllConditionVariable WideCharToMultiByte __C_specific_handler
     """.split())
 
 RESOURCE_SECTION = 2
@@ -52,6 +58,7 @@ class Image:
     def __init__(self, path):
         self.bytes = path.read_bytes()
         self.start = self.word(0x3C)
+        self.time = self.word(self.start + 8)
         assert self.bytes[self.start:self.start + 4] == b"PE\0\0"
         self.machine, sections = struct.unpack_from("<HH", self.bytes, self.start + 4)
         self.symbols = self.word(self.start + 16)
@@ -147,6 +154,9 @@ class TheModule(unittest.TestCase):
         self.assertLessEqual(imports["kernel32.dll"], SYSTEM_FUNCTIONS)
         self.assertLessEqual(imports["shell32.dll"], {"SHGetFolderPathW"})
 
+    def test_takes_no_index_of_thread_local_storage(self):
+        self.assertNotIn("TlsAlloc", self.image.imports()["kernel32.dll"])
+
     def test_may_be_placed_anywhere_and_runs_no_data(self):
         high, anywhere, no_data = 0x20, 0x40, 0x100
         self.assertEqual(self.image.loading & (high | anywhere | no_data), high | anywhere | no_data)
@@ -181,6 +191,102 @@ class TheModule(unittest.TestCase):
     def test_is_the_one_that_is_tested(self):
         self.assertEqual(self.image.bytes, wine.MODULE.read_bytes())
         self.assertEqual((wine.DIST / "penwick.exe").read_bytes(), wine.COMMAND.read_bytes())
+
+
+class TheGuide(unittest.TestCase):
+    PAGE = """# A *page*
+
+Take `tea cup`, **not**
+*Tea > Cup...* (see [below](#below), `*.cup`).
+
+- one
+
+    indented *code*
+
+## Below
+
+| you see | it means | do |
+|---|---|---|
+| `X` | nothing that a long sentence on tea could tell, however long it was | drink |
+| `Y`, `Z` | tea | look [there](#below) |
+"""
+    TEXT = """A page
+======
+
+Take "tea cup", not
+Tea > Cup... (see below, *.cup).
+
+- one
+
+    indented *code*
+
+Below
+-----
+
+* X
+    it means: nothing that a long sentence on tea could tell, however long it
+      was
+    do: drink
+
+* Y, Z
+    it means: tea
+    do: look there
+"""
+
+    def test_is_made_of_a_page_without_its_marks(self):
+        with tempfile.TemporaryDirectory() as folder:
+            page = pathlib.Path(folder) / "page.md"
+            page.write_text(self.PAGE)
+            made = subprocess.run(
+                [sys.executable, wine.ROOT / "packaging/windows/plain_text.py", page],
+                capture_output=True, text=True, check=True).stdout
+        self.assertEqual(made, self.TEXT)
+
+    def test_has_every_word_of_the_page_and_none_of_its_marks(self):
+        page = (wine.ROOT / "docs/illustrator.md").read_text()
+        with zipfile.ZipFile(wine.DIST / "penwick-illustrator-cs6.zip") as archive:
+            guide = archive.read("penwick/GUIDE.txt").decode("ascii")
+        self.assertNotRegex(guide, r"`|\*\*|\*\w|\]\(|\n#|\n *\||---\|")
+
+        def words(text):
+            return collections.Counter(re.findall(r"\w+", text))
+
+        # The first column of a table begins each entry and needs no name there.
+        page = re.sub(r"^\|[^|\n]*(?=\|.*\n\|---)", "", page, flags=re.MULTILINE)
+        self.assertFalse(words(re.sub(r"\]\([^)]*\)", "", page)) - words(guide))
+
+
+class TheBuild(unittest.TestCase):
+    """Built again, elsewhere and later, the files are the same byte for byte."""
+
+    FILES = ("kvoexportfile.aip", "penwick.exe", "debug/kvoexportfile.aip.debug",
+             "debug/penwick.exe.debug")
+    def test_leaves_no_trace_of_the_folder_it_was_made_in(self):
+        for name in self.FILES:
+            with self.subTest(name):
+                content = (wine.DIST / name).read_bytes()
+                self.assertEqual(content.count(str(wine.ROOT).encode()), 0)
+
+    def test_leaves_no_trace_of_the_time_it_was_made_at(self):
+        for name in self.FILES:
+            with self.subTest(name):
+                self.assertEqual(Image(wine.DIST / name).time, 0)
+        module = Image(wine.DIST / "kvoexportfile.aip")
+        exports = module.place(module.directory(0))
+        self.assertEqual(module.word(exports + 4), 0)
+
+    def test_is_packed_alike_elsewhere_and_later(self):
+        with tempfile.TemporaryDirectory() as folder:
+            build, out = (pathlib.Path(folder) / name for name in ("build", "out"))
+            shutil.copytree(wine.MODULE.parent, build / "bin")
+            subprocess.run([wine.ROOT / "packaging/windows/pack", build, out], capture_output=True,
+                           check=True)
+            for name in ("penwick-illustrator-cs6-setup.exe", "penwick-illustrator-cs6.zip"):
+                self.assertTrue((out / name).read_bytes() == (wine.DIST / name).read_bytes(), name)
+
+    def test_leaves_no_assertions_in_the_xml_library(self):
+        module = (wine.DIST / "kvoexportfile.aip").read_bytes()
+        self.assertEqual(module.count(b"tinyxmlparser.cpp"), 0)
 
 
 class TheCommand(unittest.TestCase):

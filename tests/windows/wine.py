@@ -28,7 +28,9 @@ def penwick(*words, cwd=None):
 
 
 def native(*words, cwd=None):
-    home = dict(os.environ, HOME=str(cwd))
+    """Runs the native command, which neither finds nor leaves anything in the user's own folders."""
+    home = {name: value for name, value in os.environ.items() if not name.startswith("XDG_")}
+    home["HOME"] = str(BUILD / "home")
     return subprocess.run([str(NATIVE), *map(str, words)], cwd=cwd, env=home, check=False,
                           capture_output=True, timeout=240)
 
@@ -41,8 +43,12 @@ def windows_path(path):
     return "Z:" + str(path).replace("/", "\\")
 
 
-def local_app_data():
-    """The folder of this machine behind %LOCALAPPDATA%."""
-    told = wine("cmd", "/c", "echo %LOCALAPPDATA%", check=True).stdout.decode().strip()
+def folder_named_by(variable):
+    """The folder of this machine behind a variable of Windows' environment, such as TEMP."""
+    told = wine("cmd", "/c", f"echo %{variable}%", check=True).stdout.decode().strip()
     assert told.startswith("C:\\"), told
     return DRIVE / told[3:].replace("\\", "/")
+
+
+def local_app_data():
+    return folder_named_by("LOCALAPPDATA")

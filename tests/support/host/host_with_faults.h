@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <utility>
 
@@ -65,6 +66,27 @@ class HostWithFaults {
 
   HostWithFaults& withLayerGroup(embedded::LayerGroup group) {
     options_.layerGroup = group;
+    return *this;
+  }
+
+  /// Reports a null handle as misuse where a handle is needed.
+  HostWithFaults& namingNullHandles() {
+    options_.nullHandles = embedded::NullHandles::misuse;
+    return *this;
+  }
+
+  HostWithFaults& refusingFlatPages() {
+    options_.flatPages = embedded::FlatPages::refused;
+    return *this;
+  }
+
+  HostWithFaults& fillingOutsOfFailedCalls() {
+    options_.failedOuts = embedded::FailedOuts::filled;
+    return *this;
+  }
+
+  HostWithFaults& whileImporting(std::function<void()> act) {
+    options_.whileImporting = std::move(act);
     return *this;
   }
 

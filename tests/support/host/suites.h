@@ -12,7 +12,8 @@
 
 namespace test {
 
-/// The table of a suite at the version that the interface names, null when the host has it not.
+/// The table of a suite at the version that the interface names; null when the host does not have
+/// it.
 template <class Suite>
 const Suite* acquire(const embedded::Host& host) {
   const void* table = nullptr;

@@ -1,3 +1,4 @@
+// Drawings and definitions for tests, made by hand or at random.
 #pragma once
 
 #include <cstdint>
@@ -73,7 +74,7 @@ inline std::vector<std::vector<std::size_t>> shapeOf(const Orvo::Document& docum
   return shape;
 }
 
-/// Documents and definitions by chance: every kind of number, odd texts, empty strokes and layers.
+/// Random documents and definitions: every kind of number, odd texts, empty strokes and layers.
 class InkDice {
  public:
   explicit InkDice(unsigned seed) : random_(seed) {}

@@ -1,3 +1,4 @@
+// Ink documents as text, as files and as trees.
 #pragma once
 
 #include <cstdio>
@@ -11,7 +12,7 @@
 
 namespace inktest {
 
-/// An open file, at its start, that holds the text; it vanishes when it is closed.
+/// An open file, at its start, that holds the text; it is deleted when it is closed.
 inline platform::File openText(std::string_view text) {
   platform::File file = pentest::temporaryFile();
   std::fwrite(text.data(), 1, text.size(), file.get());
@@ -33,14 +34,14 @@ inline bool load(std::string_view text, TiXmlDocument& xml) {
   return xml.LoadFile(openText(text).get(), TIXML_ENCODING_UTF8);
 }
 
-/// A node as the library writes it to a file.
+/// A node as the XML library writes it to a file.
 inline std::string printed(const TiXmlNode& node) {
   const platform::File file = pentest::temporaryFile();
   node.Print(file.get(), 0);
   return contentOf(file.get());
 }
 
-/// A text loaded as a file is; the test fails when it does not load.
+/// A text loaded like a file; the test fails when it does not load.
 class XmlTree {
  public:
   explicit XmlTree(std::string_view text) { EXPECT_TRUE(load(text, xml_)) << text; }
@@ -62,7 +63,7 @@ class XmlTree {
   }
 
  private:
-  template <typename Wanted>
+  template <class Wanted>
   static const TiXmlElement* find(const TiXmlNode& parent, Wanted wanted) {
     for (const TiXmlElement* child = parent.FirstChildElement(); child;
          child = child->NextSiblingElement()) {

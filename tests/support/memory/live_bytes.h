@@ -1,11 +1,12 @@
+// Counting the memory in use.
 #pragma once
 
 #include <cstddef>
 
 namespace memorytest {
 
-/// The bytes that were taken with `new` and not given back. A program that calls this counts from
-/// its start, with operators of its own.
+/// The bytes allocated with `new` and not yet freed. A program that calls this replaces the
+/// operators `new` and `delete`, and counts from its start.
 std::size_t liveBytes();
 
 }  // namespace memorytest

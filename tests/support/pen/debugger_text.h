@@ -1,3 +1,4 @@
+// What is sent to the debugger.
 #pragma once
 
 #include <string>
@@ -14,30 +15,31 @@ namespace pentest {
 
 #ifdef _WIN32
 
-/// Hears, while it lives, what its process hands to the debugger. One at a time.
-class DebuggerEar {
+/// Collects what its process sends to the debugger while it lives. There may be one at a time.
+class DebuggerListener {
  public:
-  DebuggerEar() : handler_(AddVectoredExceptionHandler(1, &hear)) { heard().clear(); }
-  ~DebuggerEar() { RemoveVectoredExceptionHandler(handler_); }
-  DebuggerEar(const DebuggerEar&) = delete;
-  DebuggerEar& operator=(const DebuggerEar&) = delete;
+  DebuggerListener() : handler_(AddVectoredExceptionHandler(1, &listen)) { collected().clear(); }
+  ~DebuggerListener() { RemoveVectoredExceptionHandler(handler_); }
+  DebuggerListener(const DebuggerListener&) = delete;
+  DebuggerListener& operator=(const DebuggerListener&) = delete;
 
-  static std::string& heard() {
+  static std::string& collected() {
     static std::string text;
     return text;
   }
 
  private:
-  // The system hands text over by raising an exception: its length with the zero, and where it is.
-  static LONG CALLBACK hear(EXCEPTION_POINTERS* pointers) {
-    constexpr DWORD narrow = 0x40010006;
-    constexpr DWORD wide = 0x4001000A;
+  // The system passes text on by raising an exception with its length, including the terminating
+  // zero, and its address.
+  static LONG CALLBACK listen(EXCEPTION_POINTERS* pointers) {
+    constexpr DWORD kNarrow = 0x40010006;
+    constexpr DWORD kWide = 0x4001000A;
     const EXCEPTION_RECORD& record = *pointers->ExceptionRecord;
-    if (record.ExceptionCode == narrow) {
-      heard().append(reinterpret_cast<const char*>(record.ExceptionInformation[1]),
-                     record.ExceptionInformation[0] - 1);
-    } else if (record.ExceptionCode == wide) {
-      heard() += platform::wideToNativePath(
+    if (record.ExceptionCode == kNarrow) {
+      collected().append(reinterpret_cast<const char*>(record.ExceptionInformation[1]),
+                         record.ExceptionInformation[0] - 1);
+    } else if (record.ExceptionCode == kWide) {
+      collected() += platform::wideToNativePath(
           {reinterpret_cast<const wchar_t*>(record.ExceptionInformation[1]),
            record.ExceptionInformation[0] - 1});
     } else {
@@ -50,17 +52,17 @@ class DebuggerEar {
 };
 
 /// What `work` hands to the debugger.
-template <typename Work>
+template <class Work>
 std::string debuggerTextOf(Work work) {
-  const DebuggerEar ear;
+  const DebuggerListener listener;
   work();
-  return DebuggerEar::heard();
+  return DebuggerListener::collected();
 }
 
 #else
 
-/// What `work` hands to the debugger: natively what it prints on standard error.
-template <typename Work>
+/// What `work` sends to the debugger: natively what it prints on standard error.
+template <class Work>
 std::string debuggerTextOf(Work work) {
   testing::internal::CaptureStderr();
   work();

@@ -1,3 +1,4 @@
+// A device that fails while it is read.
 #pragma once
 
 #include <algorithm>
@@ -10,10 +11,11 @@
 
 namespace pentest {
 
-/// A device that hands out its bytes one by one until it fails. It must outlive what it opens.
+/// A device that delivers its bytes one by one until it fails. It must outlive the files that it
+/// opens.
 struct FailingDevice {
   Bytes bytes;
-  std::size_t failsFrom = bytes.size();  ///< Every read there or behind it is an error.
+  std::size_t failsFrom = bytes.size();  ///< Every read at this position or after it is an error.
   bool canBePositioned = true;
   std::function<void()> onRead = [] {};
 

@@ -1,3 +1,4 @@
+// Capturing the log.
 #pragma once
 
 #include <filesystem>
@@ -10,12 +11,11 @@
 
 namespace pentest {
 
-/// Gives a test a current folder of its own, and the log that is written there.
+/// Gives a test its own current folder, and the log that is written there.
 class LogCapture {
  public:
-  /// The lines that `work` logs, without time and thread; the debugger output is kept off the
-  /// screen.
-  template <typename Work>
+  /// The lines that `work` logs, without time and thread; the debugger output is not shown.
+  template <class Work>
   std::vector<std::string> linesOfWork(Work work) const {
     std::filesystem::remove(file());
     testing::internal::CaptureStderr();

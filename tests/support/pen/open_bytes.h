@@ -1,3 +1,4 @@
+// Bytes as an open file.
 #pragma once
 
 #include <cstdio>
@@ -8,7 +9,7 @@
 
 namespace pentest {
 
-/// An open file, at its start, that holds the bytes; it vanishes when it is closed.
+/// An open file, at its start, that holds the bytes; it is deleted when it is closed.
 inline platform::File openBytes(std::span<const unsigned char> bytes) {
   platform::File file = temporaryFile();
   if (!file) return file;

@@ -1,3 +1,4 @@
+// Bytes as a pipe.
 #pragma once
 
 #include <cstdio>
@@ -10,7 +11,7 @@
 namespace pentest {
 
 /// The reading end of a pipe that holds the bytes, a few thousand at most, and then ends; null when
-/// there is none to be had. Like every pipe it can be neither positioned nor measured.
+/// none can be made. Like every pipe it can be neither positioned nor measured.
 inline platform::File openPipe(std::span<const unsigned char> bytes) {
   int ends[2];
   if (::pipe(ends) != 0) return nullptr;

@@ -1,3 +1,4 @@
+// Pen recordings for tests.
 #pragma once
 
 #include <cstdint>
@@ -10,8 +11,7 @@ namespace pentest {
 
 using Bytes = std::vector<unsigned char>;
 
-/// Puts the bytes of a pen recording together, packet by packet. Numbers are the raw ones of the
-/// file.
+/// Builds the bytes of a pen recording, packet by packet. Numbers are the raw ones of the file.
 class PenFileBuilder {
  public:
   PenFileBuilder& bytes(std::initializer_list<unsigned> values) {

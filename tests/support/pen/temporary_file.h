@@ -1,3 +1,4 @@
+// Files that are deleted when they are closed.
 #pragma once
 
 #include <cstdio>
@@ -13,11 +14,11 @@
 
 namespace pentest {
 
-/// An empty file, open for reading and writing, that vanishes when it is closed; null when there is
-/// none to be had.
+/// An empty file, open for reading and writing, that is deleted when it is closed; null when none
+/// can be made.
 inline platform::File temporaryFile() {
 #ifdef _WIN32
-  // The C library's own come into the drive's root and end after some ten thousand.
+  // The C library's own temporary files go to the drive's root and run out after some ten thousand.
   static std::atomic<unsigned> count = 0;
   static const std::filesystem::path folder = std::filesystem::temp_directory_path();
   const std::wstring name =

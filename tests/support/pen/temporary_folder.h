@@ -1,3 +1,4 @@
+// A test's own folder.
 #pragma once
 
 #include <atomic>
@@ -7,7 +8,7 @@
 
 namespace pentest {
 
-/// A folder of its own for one test, removed with it.
+/// A folder for one test, removed when this is destroyed.
 class TemporaryFolder {
  public:
   TemporaryFolder() : path_(std::filesystem::temp_directory_path() / freshName()) {

@@ -1,3 +1,4 @@
+// Text files, and the lines of the log.
 #pragma once
 
 #include <filesystem>
@@ -44,8 +45,8 @@ inline std::string asInTextFile(const std::string& text) {
 
 /// A line of the log without its time and thread: level, message, tab, class and method.
 inline std::string withoutTimeAndThread(const std::string& line) {
-  constexpr std::size_t timeAndBlank = 22;
-  const std::size_t threadEnd = line.find("] ", timeAndBlank);
+  constexpr std::size_t kTimeAndBlank = 22;
+  const std::size_t threadEnd = line.find("] ", kTimeAndBlank);
   return threadEnd == std::string::npos ? line : line.substr(threadEnd + 2);
 }
 

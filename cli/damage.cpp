@@ -1,0 +1,99 @@
+#include "cli/damage.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+#include <vector>
+
+#include "penfile/packets.h"
+#include "platform/file.h"
+
+namespace cli {
+
+namespace {
+
+using Bytes = std::vector<unsigned char>;
+
+/// The length of a known packet by its tag, 0 for unknown tags.
+std::array<unsigned, 256> knownLengths() {
+  std::array<unsigned, 256> lengths{};
+  const auto add = [&](const auto& packet) {
+    lengths[packet.tag.value] = packet.expectedLength.value;
+  };
+  add(Orvo::FileDescriptor());
+  add(Orvo::PhysicalParams());
+  add(Orvo::FileDateTime());
+  add(Orvo::CoordinatePoint());
+  add(Orvo::PressureData());
+  add(Orvo::TiltData());
+  add(Orvo::TimestampData());
+  add(Orvo::Status());
+  return lengths;
+}
+
+Bytes readAll(std::FILE* file) {
+  Bytes bytes;
+  if (!platform::seekTo(file, 0)) return bytes;
+  std::array<unsigned char, 65536> part{};
+  while (const std::size_t size = std::fread(part.data(), 1, part.size(), file))
+    bytes.insert(bytes.end(), part.begin(), part.begin() + size);
+  return bytes;
+}
+
+class Search {
+ public:
+  explicit Search(Bytes bytes) : bytes_(std::move(bytes)) {}
+
+  DamagedPackets run() {
+    walk([this](std::size_t place, std::size_t) { ++timesOfTag_[bytes_[place]]; });
+    DamagedPackets found;
+    walk([&](std::size_t place, std::size_t length) {
+      if (!occursOnceWithKnownLength(place, length) && !hidesPackets(place, length)) return;
+      if (found.count++ == 0) found.first = static_cast<std::int64_t>(place);
+    });
+    return found;
+  }
+
+ private:
+  /// Calls `visit` with the place and the length of every unknown packet, as far as they are read.
+  template <class Visit>
+  void walk(Visit visit) const {
+    for (std::size_t place = 0; place + 1 < bytes_.size();) {
+      const unsigned char code = bytes_[place + 1];
+      const std::size_t length = code == 0 ? 2 : Orvo::decodeLength(code);
+      if (length == 0) return;
+      if (lengths_[bytes_[place]] == 0) visit(place, length);
+      place += length;
+    }
+  }
+
+  bool isKnownPacket(std::size_t place) const {
+    if (place + 1 >= bytes_.size()) return false;
+    const unsigned length = lengths_[bytes_[place]];
+    return length != 0 && Orvo::decodeLength(bytes_[place + 1]) == length;
+  }
+
+  bool occursOnceWithKnownLength(std::size_t place, std::size_t length) const {
+    return timesOfTag_[bytes_[place]] == 1 && std::ranges::find(lengths_, length) != lengths_.end();
+  }
+
+  bool hidesPackets(std::size_t place, std::size_t length) const {
+    const std::size_t end = std::min(place + length, bytes_.size());
+    for (std::size_t inside = place + 2; inside < end; ++inside) {
+      if (isKnownPacket(inside) && isKnownPacket(inside + lengths_[bytes_[inside]])) return true;
+    }
+    return false;
+  }
+
+  Bytes bytes_;
+  const std::array<unsigned, 256> lengths_ = knownLengths();
+  std::array<std::uint64_t, 256> timesOfTag_{};
+};
+
+}  // namespace
+
+DamagedPackets findDamagedPackets(std::FILE* file) {
+  return Search(readAll(file)).run();
+}
+
+}  // namespace cli

@@ -1,0 +1,21 @@
+// Text made safe for a terminal.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace cli {
+
+/// `text` made safe to print on one line of a terminal: control characters (C0, DEL and C1),
+/// line and paragraph separators, marks that change the direction of writing, the byte-order mark,
+/// and bytes that are not UTF-8 each become '?'.
+std::string printable(std::string_view text);
+
+/// The same for text of several lines: line feeds and tabs stay.
+std::string printableLines(std::string_view text);
+
+/// The first 80 characters of `text` (code points, or bytes that are not UTF-8), followed by
+/// "..." where it has more.
+std::string shortened(std::string_view text);
+
+}  // namespace cli

@@ -1,0 +1,56 @@
+"""What the command says where the system gives it no more memory or files."""
+import resource
+
+from command import CommandTest, descriptor, stroke
+
+KINDS = (["open", "-o", "-", "--format", "svg"], ["ink"], ["convert", "-o", "-"])
+
+
+class Limits(CommandTest):
+    def setUp(self):
+        super().setUp()
+        self.file("a.pnx", descriptor() + stroke(*[(i % 999, 10) for i in range(20000)]))
+
+    def run_limited(self, kind, limit, *words):
+        self.penwick(*words, preexec_fn=lambda: resource.setrlimit(kind, (limit, limit)))
+        return self.result.returncode, self.out, self.errors
+
+    def least_memory(self, *words):
+        """In kilobytes: what the system needs to start the command, and what the work takes."""
+        starts = self.least(lambda size: self.run_limited(
+            resource.RLIMIT_AS, size * 1024, "--version")[0] == 0, 1000, 400000)
+        works = self.least(lambda size: self.run_limited(
+            resource.RLIMIT_AS, size * 1024, *words)[0] == 0, starts, 400000)
+        return starts, works
+
+    @staticmethod
+    def least(works, low, high):
+        while high - low > 100:
+            middle = (low + high) // 2
+            low, high = (low, middle) if works(middle) else (middle, high)
+        return high
+
+    def test_too_little_memory_is_said_in_one_line(self):
+        for command, *words in KINDS:
+            starts, works = self.least_memory(command, "a.pnx", *words)
+            self.assertGreater(works - starts, 1000)
+            for step in range(16):
+                size = starts + 40 + (works - starts - 240) * step // 16
+                status, out, errors = self.run_limited(resource.RLIMIT_AS, size * 1024, command, "a.pnx",
+                                                       *words)
+                self.assertEqual((status, out), (1, ""), (command, size))
+                self.assertEqual(errors, "penwick: a.pnx: there is not enough memory\n",
+                                 (command, size))
+
+    def test_too_few_files_are_said_in_one_line(self):
+        for command, *words in KINDS:
+            for limit in range(4, 10):
+                self.assertEqual(self.run_limited(resource.RLIMIT_NOFILE, limit, command, "a.pnx", *words),
+                                 (1, "", "penwick: a.pnx: too many files are open for this process; raise "
+                                         "the limit with ulimit -n\n"))
+            self.assertEqual(self.run_limited(resource.RLIMIT_NOFILE, 10, command, "a.pnx", *words)[0], 0)
+
+    def test_the_files_that_may_be_open_hold_the_log_too(self):
+        self.file("bad.pnx", b"\x02")
+        self.run_limited(resource.RLIMIT_NOFILE, 10, "open", "bad.pnx", "--log-dir", "logs")
+        self.assertIn("logs/orvo.log", self.files())
