@@ -1,0 +1,77 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace rescue {
+
+/// Why bytes of a damaged recording are not in the mended one.
+enum class LeftOut : std::uint8_t {
+  unreadable,    ///< No packets can be made out there.
+  junkInFront,   ///< Before the recording begins.
+  junkBehind,    ///< Behind its last packet; the cut packet at the end of a cut file, too.
+  doubled,       ///< A run of bytes that stands there twice in a row.
+  headerPacket,  ///< Header packets of a further recording.
+  madeUp,        ///< A whole packet whose values damage made up.
+};
+
+/// A sentence part that says it, such as "cannot be read".
+std::string_view explain(LeftOut reason);
+
+/// Bytes of the damaged file, counted from its start: from `begin` up to, but not including, `end`.
+struct Stretch {
+  std::size_t begin = 0;
+  std::size_t end = 0;
+  LeftOut reason = LeftOut::unreadable;
+
+  bool operator==(const Stretch&) const = default;
+};
+
+/// How a transfer that took the recording for text changed it.
+enum class TextTransfer : std::uint8_t {
+  none,
+  carriageReturnsAdded,    ///< 0A turned into 0D 0A: undone without loss.
+  carriageReturnsRemoved,  ///< 0D 0A turned into 0A: put back where a packet was a byte short.
+  highBytesReplaced,       ///< Bytes from 80 up turned into "?": tags are restored, points that
+                           ///< may hold such a byte are left out.
+};
+
+/// What could be saved of a pen recording.
+struct PenRescue {
+  /// The recording was sound: read to its end, every packet whole, none of length 0. `bytes` is the
+  /// recording as it came.
+  bool sound = false;
+  /// Something was saved, or the recording was sound. Otherwise `bytes` is empty: it holds no pen
+  /// recording.
+  bool saved = false;
+  /// A recording that the parser reads to its end.
+  std::string bytes;
+
+  /// In order of their place, not touching one another unless the reasons differ.
+  std::vector<Stretch> leftOut;
+  /// Coordinate packets in `bytes`, also those that lie above the sheet.
+  std::size_t pointsKept = 0;
+  /// Those and an estimate of the lost ones, by the length of what was left out.
+  std::size_t pointsAbout = 0;
+
+  bool descriptorMended = false;      ///< The first packet was missing or damaged.
+  std::size_t furtherRecordings = 0;  ///< Recordings behind the first, which became layers.
+  std::size_t pointsDropped = 0;      ///< Points left out since damage had made them up.
+  std::size_t strokesBroken = 0;      ///< Places where bytes are missing and a stroke was ended.
+  std::size_t statusesMended = 0;     ///< Pen-up, pen-down and layer packets put in or put right.
+  TextTransfer transfer = TextTransfer::none;
+};
+
+/// Mends a pen recording, damaged or not. Takes any bytes; the time grows with their number, the
+/// memory too (a few times the recording). Sound packets are kept byte for byte and in order.
+/// Throws nothing but `std::bad_alloc`.
+PenRescue rescuePenRecording(std::string_view recording);
+
+/// Whether the parser reads the recording to its end, every packet is whole and none has the length
+/// 0. Zero bytes are no packet, though the parser steps over two of them.
+bool isSoundPenRecording(std::string_view recording);
+
+}  // namespace rescue

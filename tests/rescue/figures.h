@@ -1,0 +1,73 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tests/rescue/damage.h"
+
+namespace figures {
+
+/// A point of a sound recording or of a mended one, read apart from the parser.
+struct Drawn {
+  std::size_t offset;  ///< Of its packet.
+  int rawX;
+  int rawY;
+  std::size_t stroke;  ///< Counted through all layers.
+
+  double x() const { return (rawX + 5.0) / 10.0; }
+  double y() const { return (rawY + 2.5) / 5.0; }
+};
+
+/// The points of a recording that can be read to its end; those above the sheet are not drawn.
+std::vector<Drawn> pointsOf(std::string_view recording);
+
+/// How the rescue of one damaged file went.
+struct Outcome {
+  bool opens = false;    ///< The result is a recording that the parser reads to its end.
+  bool asItWas = false;  ///< The damage does not show: the file is still sound.
+  std::size_t reachable = 0;
+  std::size_t recovered = 0;
+  std::size_t madeUp = 0;      ///< Points that were never drawn.
+  std::size_t madeUpFar = 0;   ///< Of those, more than 2.5 mm off.
+  std::size_t falseJoins = 0;  ///< Neighbours in a stroke that were none.
+  bool grows = false;          ///< The page grows by more than 1 mm.
+
+  /// Part of the reachable points that are there; 1 where there were none.
+  double share() const;
+};
+
+/// Holds a mended recording against the points that were drawn, whose offsets are those of the
+/// sound file that `file` knows. Leaves `opens` and `asItWas` as they are.
+Outcome judge(const damage::Damaged& file, std::string_view mended,
+              const std::vector<Drawn>& drawn);
+
+/// Rescues `file` and judges the result. The sound file is `sound`, with `other` behind it.
+Outcome rescueAndJudge(const damage::Damaged& file, std::string_view sound, std::string_view other);
+
+/// The outcomes of many damages of one kind.
+class Figures {
+ public:
+  void add(const Outcome& outcome);
+  /// The share of reachable points that the given part of all damages falls short of.
+  double shareAt(double part) const;
+  double perHundred(std::size_t Outcome::*count) const;
+  double part(bool Outcome::*holds) const;
+  std::size_t count() const { return outcomes_.size(); }
+  void addAll(const Figures& other);
+  /// The figures without the damages that left the file sound.
+  Figures withoutSound() const;
+
+ private:
+  std::vector<Outcome> outcomes_;
+};
+
+/// The figures of every kind of damage, in the order of `damage::allKinds`, each done `times` times
+/// to each recording.
+std::vector<Figures> measure(std::span<const std::string> recordings, std::size_t times,
+                             std::uint64_t seed);
+
+}  // namespace figures
