@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cstdio>
-#include <cstdlib>
 #include <ctime>
 #include <exception>
 #include <memory>
@@ -11,6 +10,7 @@
 #include "platform/clock.h"
 #include "platform/debug_output.h"
 #include "platform/file.h"
+#include "platform/unload.h"
 
 namespace Orvo {
 namespace {
@@ -66,8 +66,7 @@ Logger& Logger::instance() {
   if (logger != nullptr) return *logger;
   auto made = std::make_unique<Logger>();
   if (!instance_.compare_exchange_strong(logger, made.get())) return *logger;
-  // Runs when the program ends or the module is unloaded.
-  std::atexit(&Logger::tearDown);
+  platform::atUnload(&Logger::tearDown);
   return *made.release();
 }
 

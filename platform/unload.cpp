@@ -1,0 +1,30 @@
+#include "platform/unload.h"
+
+#ifdef _WIN32
+#include <cstdlib>
+#else
+#include <cxxabi.h>
+
+extern "C" [[gnu::visibility("hidden")]] void* __dso_handle;  // The linker's mark of this module.
+#endif
+
+namespace platform {
+
+#ifdef _WIN32
+
+void atUnload(void (*function)()) {
+  std::atexit(function);
+}
+
+#else
+
+// Not std::atexit: the thread sanitizer's own forgets the module, and would call `function` when the
+// program ends, long after the module is gone.
+void atUnload(void (*function)()) {
+  abi::__cxa_atexit([](void* registered) { reinterpret_cast<void (*)()>(registered)(); },
+                    reinterpret_cast<void*>(function), &__dso_handle);
+}
+
+#endif
+
+}  // namespace platform
