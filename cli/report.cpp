@@ -34,6 +34,11 @@ std::filesystem::path pathOf(std::string_view word) {
 #endif
 }
 
+std::string endingOf(const std::filesystem::path& path) {
+  const std::string extension = nativeName(path.extension());
+  return extension.empty() ? extension : extension.substr(1);
+}
+
 void reportError(const std::filesystem::path& file, std::string_view sentence) {
   reportLine(file, "", sentence);
 }
@@ -44,6 +49,11 @@ void reportWarning(const std::filesystem::path& file, std::string_view sentence)
 
 void reportNote(const std::filesystem::path& file, std::string_view sentence) {
   reportLine(file, "note: ", sentence);
+}
+
+ExitStatus wrongUsage(std::string_view sentence) {
+  std::fprintf(stderr, "penwick: %s\n", printable(sentence).c_str());
+  return ExitStatus::wrongUsage;
 }
 
 }  // namespace cli

@@ -20,6 +20,9 @@ std::string nativeName(const std::filesystem::path& path);
 /// The path that a word of the command line names; UTF-8 on Windows.
 std::filesystem::path pathOf(std::string_view word);
 
+/// The ending of a file's name without its dot; empty where it has none.
+std::string endingOf(const std::filesystem::path& path);
+
 /// One line on standard error: "penwick: FILE: SENTENCE", with nothing in it that could confuse a
 /// terminal.
 void reportError(const std::filesystem::path& file, std::string_view sentence);
@@ -29,5 +32,8 @@ void reportWarning(const std::filesystem::path& file, std::string_view sentence)
 
 /// The same, "penwick: FILE: note: SENTENCE".
 void reportNote(const std::filesystem::path& file, std::string_view sentence);
+
+/// Says what is wrong with the command line, "penwick: SENTENCE"; gives the exit status for that.
+ExitStatus wrongUsage(std::string_view sentence);
 
 }  // namespace cli

@@ -47,4 +47,8 @@ std::string shortened(std::string_view text) {
   return embedded::toNativePath(std::u32string_view(characters).substr(0, kMost)) + "...";
 }
 
+std::string inQuotes(std::string_view word) {
+  return "'" + shortened(word) + "'";
+}
+
 }  // namespace cli

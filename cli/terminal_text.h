@@ -18,4 +18,7 @@ std::string printableLines(std::string_view text);
 /// "..." where it has more.
 std::string shortened(std::string_view text);
 
+/// A word of the command line for a message: shortened, and between single quotation marks.
+std::string inQuotes(std::string_view word);
+
 }  // namespace cli

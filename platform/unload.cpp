@@ -18,8 +18,8 @@ void atUnload(void (*function)()) {
 
 #else
 
-// Not std::atexit: the thread sanitizer's own forgets the module, and would call `function` when the
-// program ends, long after the module is gone.
+// Not std::atexit: the thread sanitizer's own forgets the module, and would call `function` when
+// the program ends, long after the module is gone.
 void atUnload(void (*function)()) {
   abi::__cxa_atexit([](void* registered) { reinterpret_cast<void (*)()>(registered)(); },
                     reinterpret_cast<void*>(function), &__dso_handle);

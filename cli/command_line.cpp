@@ -1,0 +1,223 @@
+#include "cli/command_line.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <charconv>
+#include <filesystem>
+#include <iostream>
+#include <memory>
+#include <sstream>
+
+#include "cli/terminal_text.h"
+
+namespace cli {
+
+namespace {
+
+// Refuses an empty name, such as that of a variable that is not set.
+const CLI::Validator kNotEmpty(
+    [](const std::string& name) { return name.empty() ? "the name is empty" : ""; }, "");
+
+constexpr char kRecordings[] =
+    "pen recordings (.pnx, .eli) and ink documents (.kvo, .inkml); - is standard input";
+
+CLI::Validator oneOf(std::vector<std::string> choices) {
+  return CLI::Validator(
+      [choices = std::move(choices)](const std::string& word) {
+        if (std::ranges::find(choices, word) != choices.end()) return std::string();
+        return inQuotes(word) + " is not one of " + CLI::detail::join(choices, ", ");
+      },
+      "");
+}
+
+CLI::Validator numberFrom(double least, double most, const std::string& example) {
+  return CLI::Validator(
+      [=](const std::string& word) {
+        double value = 0;
+        const char* const last = word.data() + word.size();
+        const auto [end, error] = std::from_chars(word.data(), last, value);
+        // No comparison holds for what is not a number.
+        if (error == std::errc() && end == last && value >= least && value <= most) {
+          return std::string();
+        }
+        std::ostringstream range;
+        range.precision(9);
+        range << " is not a number from " << least << " to " << most << ", such as " << example;
+        return inQuotes(word) + range.str();
+      },
+      "");
+}
+
+void addQuiet(CLI::App& command, bool& quiet) {
+  command.add_flag("-q,--quiet", quiet, "print only errors and what the plug-in did wrong");
+}
+
+void addOutputs(CLI::App& command, OutputWords& words, const char* result) {
+  command.add_option("FILE", words.files, kRecordings)->required()->check(kNotEmpty)->type_name("");
+  command.add_option("-o,--output", words.output, std::string(result) + "; - is standard output")
+      ->check(kNotEmpty)
+      ->type_name("OUT");
+  command
+      .add_option("--out-dir", words.folder,
+                  "folder for the results, each named after its FILE; created if missing")
+      ->check(kNotEmpty)
+      ->type_name("DIR");
+  command.add_flag("--force", words.force, "overwrite results and recordings that already exist");
+  addQuiet(command, words.quiet);
+}
+
+void addKind(CLI::App& command, std::string& kind) {
+  command.add_option("--as", kind, "read FILE as pen or inkml, whatever its name and contents")
+      ->check(oneOf({"pen", "inkml"}))
+      ->type_name("KIND");
+}
+
+void addPicture(CLI::App& open, OpenWords& words) {
+  open.add_option("--format", words.format,
+                  "svg, pdf, png or json; by default the ending of OUT, or svg")
+      ->type_name("F");
+  open.add_option("--style", words.style,
+                  "outline: the strokes as the brush draws them (default); "
+                  "centerline: plain open lines")
+      ->check(oneOf({"outline", "centerline"}))
+      ->type_name("S");
+  open.add_option("--pressure", words.pressure,
+                  "0 to 1: the pressure with which to draw recordings that have none")
+      ->check(numberFrom(0, 1, "0.5"))
+      ->type_name("P");
+  open.add_option("--background", words.background,
+                  "white, black, #rgb or #rrggbb; transparent by default")
+      ->type_name("COLOUR");
+  open.add_option("--dpi", words.dpi, "pixels per inch of a PNG; 150 by default")
+      ->check(numberFrom(1, 1e6, "300"))
+      ->type_name("N");
+  open.add_option("--size", words.size,
+                  "largest size of a PNG in pixels, or W for the width only; use this or --dpi")
+      ->type_name("WxH");
+}
+
+void addOpen(CLI::App& open, OpenWords& words) {
+  addOutputs(open, words, "where the drawing of one FILE goes (.svg, .pdf, .png, .json)");
+  addPicture(open, words);
+  open.add_option("--journal", words.journal,
+                  "write every call that the plug-in makes to the host, one line of JSON each")
+      ->check(kNotEmpty)
+      ->type_name("CALLS.jsonl");
+  open.add_flag("--no-built-in-library", words.noLibrary,
+                "use the brush style library in your folder only, not the built-in one");
+  open.add_option("--module", words.module, "use this plug-in module instead of the bundled one")
+      ->type_name("FILE.aip");
+  open.add_option("--log-dir", words.logFolder,
+                  "folder for the plug-in's log, created if missing; by default your own state "
+                  "folder")
+      ->check(kNotEmpty)
+      ->type_name("DIR");
+  addKind(open, words.kind);
+  open.add_flag("-v,--verbose", words.verbose,
+                "show what the plug-in printed, and how many unknown packets it skipped");
+}
+
+void addInk(CLI::App& ink, InkWords& words) {
+  ink.add_option("FILE", words.file,
+                 "a pen recording (.pnx, .eli) or ink document (.kvo, .inkml); - is standard input")
+      ->required()
+      ->check(kNotEmpty)
+      ->type_name("");
+  ink.add_option("-o,--output", words.output, "where the JSON goes; - is standard output")
+      ->check(kNotEmpty)
+      ->type_name("OUT.json");
+  ink.add_flag("--force", words.force, "overwrite a recording that already exists");
+  addKind(ink, words.kind);
+  addQuiet(ink, words.quiet);
+}
+
+void addConvert(CLI::App& convert, ConvertWords& words) {
+  addOutputs(convert, words, "where the ink document of one FILE goes (.kvo, .inkml)");
+  addKind(convert, words.kind);
+  convert.add_flag("--exact", words.exact,
+                   "keep the tenths of coordinates, for other programs; the plug-in cuts them off");
+}
+
+/// Adds a command with the options that `addOptions` declares. Its words become `chosen` where it
+/// is the one that is asked for.
+template <class Words>
+void addCommand(CLI::App& app, CommandWords& chosen, const char* name, const char* purpose,
+                void (*addOptions)(CLI::App&, Words&)) {
+  const auto words = std::make_shared<Words>();
+  CLI::App* command = app.add_subcommand(name, purpose);
+  addOptions(*command, *words);
+  command->callback([words, &chosen] { chosen = *words; });
+}
+
+void addCommands(CLI::App& app, CommandWords& chosen) {
+  addCommand(app, chosen, "open", "open recordings through the plug-in and draw them", addOpen);
+  addCommand(app, chosen, "ink", "show the ink document of a recording as JSON", addInk);
+  addCommand(app, chosen, "convert", "write recordings as ink documents (InkML)", addConvert);
+}
+
+void describe(CLI::App& app) {
+  app.set_version_flag("--version", "penwick " PENWICK_VERSION);
+  app.allow_windows_style_options(false);  // a word with a leading slash is a path, everywhere
+  app.require_subcommand(1);
+  app.failure_message([](const CLI::App* command, const CLI::Error& error) {
+    std::string name = command->get_name();
+    for (const CLI::App* subcommand : command->get_subcommands())
+      name += " " + subcommand->get_name();
+    return "penwick: " + printable(error.what()) + " (see " + name + " --help)\n";
+  });
+}
+
+/// "open, ink and convert".
+std::string listCommands(const CLI::App& app) {
+  const std::vector<const CLI::App*> commands = app.get_subcommands([](auto*) { return true; });
+  std::string list;
+  for (const CLI::App* command : commands) {
+    if (!list.empty()) list += command == commands.back() ? " and " : ", ";
+    list += command->get_name();
+  }
+  return list;
+}
+
+/// What is wrong with a first word that is no command, or nothing.
+std::string wrongCommand(const CLI::App& app, const std::string& word) {
+  const auto isNamed = [&word](const CLI::App* command) { return command->check_name(word); };
+  if (word.starts_with('-') || !app.get_subcommands(isNamed).empty()) return {};
+  return inQuotes(word) + " is not a command; the commands are " + listCommands(app) +
+         " (see penwick --help)";
+}
+
+/// How to write a file's name that looks like an option; empty where there is none.
+std::string hintForDash(int count, char** words) {
+  for (int i = 1; i < count; ++i) {
+    const std::string word = words[i];
+    std::error_code error;
+    if (word.size() > 1 && word[0] == '-' && std::filesystem::exists(pathOf(word), error)) {
+      return inQuotes(word) + " looks like an option; write ./" + word + " for the file";
+    }
+  }
+  return {};
+}
+
+}  // namespace
+
+std::variant<CommandWords, ExitStatus> parseCommandLine(int count, char** words) {
+  CLI::App app("Opens the recordings of the Penwick digital pen as art with pen pressure.",
+               "penwick");
+  CommandWords chosen;
+  describe(app);
+  addCommands(app, chosen);
+  if (count > 1) {
+    if (const std::string wrong = wrongCommand(app, words[1]); !wrong.empty()) {
+      return wrongUsage(wrong);
+    }
+  }
+  try {
+    app.parse(count, words);
+  } catch (const CLI::ParseError& error) {
+    if (const std::string hint = hintForDash(count, words); !hint.empty()) return wrongUsage(hint);
+    return app.exit(error, std::cout, std::cerr) == 0 ? ExitStatus::done : ExitStatus::wrongUsage;
+  }
+  return chosen;
+}
+
+}  // namespace cli

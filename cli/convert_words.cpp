@@ -1,0 +1,25 @@
+#include "cli/convert_words.h"
+
+#include "cli/convert_command.h"
+#include "cli/terminal_text.h"
+
+namespace cli {
+
+ExitStatus run(const ConvertWords& words) {
+  ConvertOptions options;
+  options.files = pathsOf(words.files);
+  options.outputs = planOf(words);
+  options.outputs.ending = formatOf("", words, "kvo");
+  options.kind = kindOf(words.kind);
+  options.exact = words.exact;
+  options.quiet = words.quiet;
+  if (const std::string wrong = wrongOutputs(words); !wrong.empty()) return wrongUsage(wrong);
+  // In small letters only: by any other name the document would be taken for a pen recording.
+  if (options.outputs.ending != "kvo" && options.outputs.ending != "inkml") {
+    return wrongUsage("the name of an ink document ends in .kvo or .inkml, not in " +
+                      inQuotes(options.outputs.ending));
+  }
+  return convertFiles(options);
+}
+
+}  // namespace cli
