@@ -25,7 +25,7 @@ HANG_SECONDS = 600
 
 # The test programs of a folder, where they are not called after it.
 TESTS = {
-    "log": ["log_tests", "log_library_calls_tests"],
+    "log": ["log_tests", "log_library_calls_tests", "log_memory_tests"],
     "penfile": ["penfile_tests", "inkml_tests"],
     "plugin": ["plugin_tests", "plugin_system_tests"],
     "platform": ["platform_tests"],

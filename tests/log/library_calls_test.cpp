@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 #include <pthread.h>
 #include <string>
+#include <unistd.h>
 #include <utility>
 
 #include "log/logger.h"
@@ -63,6 +64,15 @@ TEST_F(LogFile, HoldsTheWholeLineBeforeItIsClosed) {
   });
   EXPECT_THAT(found, testing::EndsWith("SEVERE flushed\tSomeClass::someMethod()\n"));
   EXPECT_EQ(lines.size(), 1U);
+}
+
+TEST_F(LogFile, GetsTheLineAfterTheDebugger) {
+  off_t sentToDebugger = 0;
+  log_.linesOfWork([&] {
+    beforeClosing = [&] { sentToDebugger = ::lseek(STDERR_FILENO, 0, SEEK_CUR); };
+    log("heard");
+  });
+  EXPECT_GT(sentToDebugger, 0);
 }
 
 TEST_F(LogFile, IsNotEmptiedWhenItsSizeIsUnknown) {

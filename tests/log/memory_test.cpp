@@ -1,4 +1,6 @@
-// The memory that the log allocates and frees, and what it does when there is none.
+// The log of a module: the memory that it allocates and frees, what it does when there is none, and
+// the file that it finds.
+#include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <optional>
@@ -47,6 +49,19 @@ TEST_F(LogMemory, IsFreedWhenAModuleWhoseStaticObjectsLogIsUnloaded) {
     EXPECT_EQ(liveBytes(), before);
   });
   EXPECT_THAT(lines, ElementsAre("SEVERE created\tLogsAlways::constructor()",
+                                 "SEVERE destroyed\tLogsWhenDestroyed::destructor()",
+                                 "SEVERE destroyed\tLogsWhenDestroyed::destructor()"));
+}
+
+TEST(LogOfALoadedModule, GoesBehindWhatTheFileHeldBefore) {
+  const pentest::LogCapture log;
+  const auto lines = log.linesOfWork([&] {
+    std::ofstream(log.file()) << "[2012.05.31 14:07:09] [1] SEVERE earlier\tSomeClass::some()\n";
+    const logtest::Library module(STATIC_OBJECTS_MODULE);
+    ASSERT_TRUE(module.isLoaded());
+  });
+  EXPECT_THAT(lines, ElementsAre("SEVERE earlier\tSomeClass::some()",
+                                 "SEVERE created\tLogsAlways::constructor()",
                                  "SEVERE destroyed\tLogsWhenDestroyed::destructor()",
                                  "SEVERE destroyed\tLogsWhenDestroyed::destructor()"));
 }

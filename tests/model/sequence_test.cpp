@@ -50,6 +50,16 @@ TEST(Sequence, KeepsTheOrderOfElementsAddedAtBothEnds) {
   EXPECT_THAT(numbers, ElementsAre(0, 1, 2, 3));
 }
 
+TEST(Sequence, AnIteratorStepsOnAndGivesItsOldPlaceBack) {
+  Sequence<int> numbers;
+  numbers.pushBack(1);
+  numbers.pushBack(2);
+  auto place = numbers.begin();
+  const auto before = place++;
+  EXPECT_EQ(*before, 1);
+  EXPECT_EQ(*place, 2);
+}
+
 TEST(Sequence, BehavesLikeADequeUnderAnyMixOfAdditions) {
   for (unsigned seed = 0; seed < 50; ++seed) {
     std::mt19937 random(seed);
