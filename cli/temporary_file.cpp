@@ -4,9 +4,7 @@
 #include <iterator>
 #include <system_error>
 
-#ifdef _WIN32
-#include <random>
-#else
+#ifndef _WIN32
 #include <cstdlib>
 #include <fcntl.h>
 #include <sys/mman.h>
@@ -20,20 +18,7 @@ namespace fs = std::filesystem;
 #ifdef _WIN32
 
 // In a folder of its own, so that no other file can have its name.
-TemporaryFile::TemporaryFile() {
-  std::random_device random;
-  std::error_code error;
-  fs::path folder;
-  do {
-    folder = fs::temp_directory_path(error) / ("penwick-" + std::to_string(random()));
-  } while (!fs::create_directory(folder, error) && !error);
-  path_ = folder / "file";
-}
-
-TemporaryFile::~TemporaryFile() {
-  std::error_code ignored;
-  fs::remove_all(path_.parent_path(), ignored);
-}
+TemporaryFile::TemporaryFile() : path_(folder_.file()) {}
 
 #else
 
@@ -62,9 +47,9 @@ TemporaryFile::TemporaryFile() {
   }
 }
 
-TemporaryFile::~TemporaryFile() = default;
-
 #endif
+
+TemporaryFile::~TemporaryFile() = default;
 
 std::string TemporaryFile::bytes() const {
   std::ifstream file(path_, std::ios::binary);

@@ -4,7 +4,11 @@
 #include <filesystem>
 #include <string>
 
+#ifdef _WIN32
+#include "cli/private_folder.h"
+#else
 #include "platform/file.h"
+#endif
 
 namespace cli {
 
@@ -23,7 +27,9 @@ class TemporaryFile {
   std::string bytes() const;
 
  private:
-#ifndef _WIN32
+#ifdef _WIN32
+  PrivateFolder folder_{"file"};
+#else
   platform::File held_;
 #endif
   std::filesystem::path path_;
