@@ -75,8 +75,8 @@ bool PnxParser::Run::readRecord(Record& record) {
 // meanwhile.
 template <class Record>
 bool PnxParser::Run::readHeader(Record PnxDocument::*header) {
-  const SharedRef<PnxDocument> document(parser_.document);
-  return readRecord((*document).*header);
+  const SharedRef<PnxDocument> held(parser_.document);
+  return readRecord((*held).*header);
 }
 
 bool PnxParser::Run::readFile() {

@@ -1,6 +1,6 @@
 """The whole path under Windows: penwick.exe, the module, and what they draw.
 
-The native command is the second opinion: what it draws is held against an independent reckoning in
+The native command is the second opinion: what it draws is held against an independent model in
 other tests."""
 import json
 import pathlib
