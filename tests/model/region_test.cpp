@@ -80,6 +80,18 @@ TEST(Stroke, ACornerThatDoesNotMoveKeepsItsOtherFields) {
   expectCorners(stroke, {3, 4, 5, 100, -2, 2, 77}, {5, 6, 0, 0, 0, 0, 0});
 }
 
+TEST(Stroke, ACornerThatAPointOnlyTouchesKeepsItsOtherFields) {
+  const Values low{3, 4, 5, 6, 7, 8, 9};
+  const Values high{13, 14, 5, 6, 7, 8, 9};
+  for (const Point& touching : {Point(3, 5), Point(5, 4), Point(13, 5), Point(5, 14)}) {
+    Stroke stroke = strokeOf({Point(3, 4)});
+    stroke.bounds().minCorner.value = makePoint(low);
+    stroke.bounds().maxCorner.value = makePoint(high);
+    stroke.append(touching);
+    expectCorners(stroke, low, high);
+  }
+}
+
 TEST(Stroke, APointInsideTheBoxLeavesBothCornersUntouched) {
   const Values low{0, 0, 1, 2, 3, 4, 5};
   Stroke stroke = strokeOf({makePoint(low), Point(10, 10)});
@@ -396,6 +408,23 @@ TEST(Layer, KeepsTheFieldsOfACornerThatDoesNotMove) {
   Layer layer = layerOf({strokeOf({makePoint({3, 4, 5, 6, 7, 8, 9})}), strokeOf({Point(4, 5)})});
   EXPECT_EQ(values(layer.bounds().minCorner.value), (Values{3, 4, 5, 6, 7, 8, 9}));
   expectBox(layer, 3, 4, 4, 5);
+}
+
+TEST(Layer, KeepsTheFieldsOfACornerThatAFurtherStrokeOnlyTouches) {
+  const Values low{3, 4, 5, 6, 7, 8, 9};
+  const Values high{13, 14, 5, 6, 7, 8, 9};
+  const auto boxWith = [&](const Point& one, const Point& other) {
+    Layer layer = layerOf({strokeOf({Point(3, 4)})});
+    layer.bounds().minCorner.value = makePoint(low);
+    layer.bounds().maxCorner.value = makePoint(high);
+    layer.append(strokeOf({one, other}));
+    return layer.bounds();
+  };
+  for (const Point& touching : {Point(3, 5), Point(5, 4), Point(13, 5), Point(5, 14)}) {
+    const auto box = boxWith(touching, Point(6, 6));
+    EXPECT_EQ(values(box.minCorner.value), low);
+    EXPECT_EQ(values(box.maxCorner.value), high);
+  }
 }
 
 TEST(Layer, PrependsAStroke) {
