@@ -3,29 +3,37 @@
 
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
+#include "cli/batch_options.h"
 #include "cli/input_file.h"
+#include "cli/input_list.h"
+#include "cli/messages.h"
 #include "cli/outputs.h"
 #include "cli/progress.h"
+#include "cli/tally.h"
+#include "platform/worker_processes.h"
 
 namespace cli {
 
-/// Works through the files of one command: where each result goes, and what is printed about it.
-class Batch {
+/// Works through the files of one command: which they are, where each result goes, and what is
+/// printed about it. Several files are worked on in processes of their own, so that one that
+/// crashes or hangs costs nothing but itself; one file alone is, too, where a time limit is given.
+/// What is printed comes in the order of the files.
+class Batch : private platform::Jobs {
  public:
   using Work =
       std::function<bool(const std::filesystem::path& file, const std::filesystem::path& target)>;
 
-  /// `kind`, where given, decides how the files are read, instead of their names and contents.
-  Batch(std::vector<std::filesystem::path> files, const OutputPlan& plan, bool quiet,
-        std::optional<FileKind> kind = {});
+  /// `verb` is what is done to the files, such as "drawn".
+  Batch(const BatchOptions& options, std::string verb);
 
-  /// Calls `work` for every file whose result may be written to its target. The file that it gets
-  /// can be read as often as needed; where it is a copy of a pipe, messages about it still use the
-  /// name that the person gave. After a file that fails the others are still done; true when none
-  /// failed.
+  /// Calls `work` for every file whose result may be written to its target; nothing but what it
+  /// says and writes through this batch gets out of it. The file that it gets can be read as often
+  /// as needed; where it is a copy of a pipe, messages about it still use the name that the person
+  /// gave. After a file that fails the others are still done; true when none failed.
   bool run(const Work& work);
 
   /// Reports an error. False, so that work can end with it.
@@ -45,19 +53,37 @@ class Batch {
   void show(const std::filesystem::path& file, const std::string& heading, const std::string& text);
 
  private:
-  bool begin(const std::filesystem::path& file, const std::filesystem::path& target);
-  bool doWork(const Work& work, const std::filesystem::path& file,
-              const std::filesystem::path& target);
+  std::string carryOut(std::size_t job) override;
+  void begun(std::size_t job) override;
+  void ended(std::size_t job, const platform::JobEnd& end) override;
+  void wait() override;
+  void interrupted() override;
+
+  Outcome doOne(std::size_t index);
+  Outcome keep(const std::filesystem::path& file, const std::filesystem::path& target);
+  bool begin(const Input& input, const Place& place);
+  bool doWork(const std::filesystem::path& file, const std::filesystem::path& target);
+  FileReport reportOf(std::size_t index, const platform::JobEnd& end) const;
+  std::string explainEnd(const platform::JobEnd& end) const;
+  void printInOrder();
+  void sumUp();
+  platform::WorkerOptions workers() const;
+  /// Prints a message, or adds it to the report of the current file.
+  void say(Message::Kind kind, std::string lines);
   /// The name of a file in messages.
   const std::filesystem::path& nameOf(const std::filesystem::path& file) const;
 
-  std::vector<std::filesystem::path> files_;
+  const BatchOptions& options_;
+  std::string verb_;
+  InputList list_;
   Outputs outputs_;
-  std::filesystem::path folder_;
-  bool quiet_;
-  std::optional<FileKind> kind_;
-  std::optional<InputFile> input_;  ///< The current file.
   Progress progress_;
+  const Work* work_ = nullptr;
+  std::optional<InputFile> input_;           ///< The current file.
+  FileReport* report_ = nullptr;             ///< Of the current file.
+  std::map<std::size_t, FileReport> ready_;  ///< Reports that wait for those before them.
+  std::size_t printed_ = 0;                  ///< The reports of so many files are printed.
+  Tally tally_;
 };
 
 }  // namespace cli

@@ -19,7 +19,8 @@ const CLI::Validator kNotEmpty(
     [](const std::string& name) { return name.empty() ? "the name is empty" : ""; }, "");
 
 constexpr char kRecordings[] =
-    "pen recordings (.pnx, .eli) and ink documents (.kvo, .inkml); - is standard input";
+    "pen recordings (.pnx, .eli) and ink documents (.kvo, .inkml), or folders of them; - is "
+    "standard input";
 
 CLI::Validator oneOf(std::vector<std::string> choices) {
   return CLI::Validator(
@@ -30,10 +31,11 @@ CLI::Validator oneOf(std::vector<std::string> choices) {
       "");
 }
 
-CLI::Validator numberFrom(double least, double most, const std::string& example) {
+template <class Number>
+CLI::Validator numberFrom(Number least, Number most, const std::string& example) {
   return CLI::Validator(
       [=](const std::string& word) {
-        double value = 0;
+        Number value = 0;
         const char* const last = word.data() + word.size();
         const auto [end, error] = std::from_chars(word.data(), last, value);
         // No comparison holds for what is not a number.
@@ -62,7 +64,23 @@ void addOutputs(CLI::App& command, OutputWords& words, const char* result) {
                   "folder for the results, each named after its FILE; created if missing")
       ->check(kNotEmpty)
       ->type_name("DIR");
-  command.add_flag("--force", words.force, "overwrite results and recordings that already exist");
+  command
+      .add_option("--on-conflict", words.onConflict,
+                  "keep: keep results that already exist (default); replace: overwrite them, even "
+                  "recordings; number: give the new ones a number")
+      ->check(oneOf({"keep", "replace", "number"}))
+      ->type_name("RULE");
+  command.add_flag("--force", words.force, "the same as --on-conflict replace");
+  command
+      .add_option("-j,--jobs", words.jobs,
+                  "how many files to work on at a time; by default one for each processor")
+      ->check(numberFrom(1, 1000, "4"))
+      ->type_name("N");
+  command
+      .add_option("--time-limit", words.timeLimit,
+                  "processor time for each file in seconds; by default 60 where there are several")
+      ->check(numberFrom(0.1, 1e6, "60"))
+      ->type_name("S");
   addQuiet(command, words.quiet);
 }
 
@@ -83,13 +101,13 @@ void addPicture(CLI::App& open, OpenWords& words) {
       ->type_name("S");
   open.add_option("--pressure", words.pressure,
                   "0 to 1: the pressure with which to draw recordings that have none")
-      ->check(numberFrom(0, 1, "0.5"))
+      ->check(numberFrom(0.0, 1.0, "0.5"))
       ->type_name("P");
   open.add_option("--background", words.background,
                   "white, black, #rgb or #rrggbb; transparent by default")
       ->type_name("COLOUR");
   open.add_option("--dpi", words.dpi, "pixels per inch of a PNG; 150 by default")
-      ->check(numberFrom(1, 1e6, "300"))
+      ->check(numberFrom(1.0, 1e6, "300"))
       ->type_name("N");
   open.add_option("--size", words.size,
                   "largest size of a PNG in pixels, or W for the width only; use this or --dpi")

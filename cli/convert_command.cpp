@@ -67,7 +67,7 @@ bool convertFile(Batch& batch, const ConvertOptions& options, const fs::path& fi
 }  // namespace
 
 ExitStatus convertFiles(const ConvertOptions& options) {
-  Batch batch(options.files, options.outputs, options.quiet, options.kind);
+  Batch batch(options, "converted");
   const bool allDone = batch.run([&](const fs::path& file, const fs::path& target) {
     return convertFile(batch, options, file, target);
   });

@@ -1,22 +1,13 @@
 // The command `penwick convert`.
 #pragma once
 
-#include <filesystem>
-#include <optional>
-#include <vector>
-
-#include "cli/outputs.h"
-#include "cli/recording.h"
+#include "cli/batch_options.h"
 #include "cli/report.h"
 
 namespace cli {
 
-struct ConvertOptions {
-  std::vector<std::filesystem::path> files;
-  OutputPlan outputs;
-  std::optional<FileKind> kind;  ///< Overrides the kinds that the names suggest.
-  bool exact = false;            ///< Keep the fractions of coordinates.
-  bool quiet = false;
+struct ConvertOptions : BatchOptions {
+  bool exact = false;  ///< Keep the fractions of coordinates.
 };
 
 /// `penwick convert`: recordings as ink documents. The document is complete in itself: it declares

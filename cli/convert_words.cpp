@@ -7,12 +7,9 @@ namespace cli {
 
 ExitStatus run(const ConvertWords& words) {
   ConvertOptions options;
-  options.files = pathsOf(words.files);
-  options.outputs = planOf(words);
+  take(words, options);
   options.outputs.ending = formatOf("", words, "kvo");
-  options.kind = kindOf(words.kind);
   options.exact = words.exact;
-  options.quiet = words.quiet;
   if (const std::string wrong = wrongOutputs(words); !wrong.empty()) return wrongUsage(wrong);
   // In small letters only: by any other name the document would be taken for a pen recording.
   if (options.outputs.ending != "kvo" && options.outputs.ending != "inkml") {

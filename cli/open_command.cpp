@@ -60,8 +60,7 @@ std::string summaryOf(const art::Document& document) {
 
 class Opener {
  public:
-  explicit Opener(const OpenOptions& options)
-      : options_(options), batch_(options.files, options.outputs, options.quiet, options.kind) {
+  explicit Opener(const OpenOptions& options) : options_(options), batch_(options, "drawn") {
     run_.module = options.module.empty() ? findModule() : options.module;
     run_.builtInLibrary = options.builtInLibrary;
     run_.journal = options.journal.has_value();
@@ -103,7 +102,8 @@ class Opener {
     if (!options_.journal) return {};
     if (isOneFile(*options_.journal, target))
       return "is also where the drawing goes; choose another file";
-    return refusalToOverwrite(file, *options_.journal, options_.outputs.replaceExisting);
+    const bool force = options_.outputs.onConflict == OnConflict::replace;
+    return refusalToOverwrite(file, *options_.journal, force);
   }
 
   std::string explain(const fs::path& file, const PluginRun& run) {

@@ -3,27 +3,20 @@
 
 #include <filesystem>
 #include <optional>
-#include <string>
-#include <vector>
 
+#include "cli/batch_options.h"
 #include "cli/output_format.h"
-#include "cli/outputs.h"
-#include "cli/recording.h"
 #include "cli/report.h"
 #include "render/options.h"
 
 namespace cli {
 
-struct OpenOptions {
-  std::vector<std::filesystem::path> files;
-  OutputPlan outputs;
+struct OpenOptions : BatchOptions {
   OutputFormat format = OutputFormat::svg;
   render::Options picture;
   std::optional<std::filesystem::path> journal;    ///< For one file.
   std::optional<std::filesystem::path> logFolder;  ///< Overrides the command's own.
   std::filesystem::path module;  ///< Empty: the module that belongs to this program.
-  std::optional<FileKind> kind;  ///< Overrides names and contents.
-  bool quiet = false;
   bool verbose = false;
   bool builtInLibrary = true;
 };

@@ -82,18 +82,17 @@ std::string describePicture(const OpenWords& words, render::Options& picture) {
 
 ExitStatus run(const OpenWords& words) {
   OpenOptions options;
-  options.files = pathsOf(words.files);
-  options.outputs = planOf(words);
+  take(words, options);
   if (!words.journal.empty()) options.journal = pathOf(words.journal);
   options.module = pathOf(words.module);
   if (!words.logFolder.empty()) options.logFolder = pathOf(words.logFolder);
-  options.kind = kindOf(words.kind);
-  options.quiet = words.quiet;
   options.verbose = words.verbose;
   options.builtInLibrary = !words.noLibrary;
 
   if (const std::string wrong = wrongOutputs(words); !wrong.empty()) return wrongUsage(wrong);
-  if (options.journal && options.files.size() > 1) return wrongUsage("--journal takes one FILE");
+  if (options.journal && (words.files.size() > 1 || isFolder(words.files.front()))) {
+    return wrongUsage("--journal takes one FILE");
+  }
   if (const std::string wrong = chooseFormat(words, options); !wrong.empty()) {
     return wrongUsage(wrong);
   }

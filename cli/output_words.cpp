@@ -1,10 +1,12 @@
 #include "cli/output_words.h"
 
 #include <algorithm>
+#include <system_error>
 
 #include "cli/output_format.h"
 #include "cli/report.h"
 #include "cli/terminal_text.h"
+#include "platform/worker_processes.h"
 
 namespace cli {
 
@@ -24,20 +26,44 @@ std::optional<FileKind> kindOf(const std::string& word) {
   return {};
 }
 
-OutputPlan planOf(const OutputWords& words) {
-  OutputPlan plan;
-  if (!words.output.empty()) plan.output = pathOf(words.output);
-  plan.folder = pathOf(words.folder);
-  plan.replaceExisting = words.force;
-  return plan;
+namespace {
+
+std::optional<OnConflict> ruleOf(const OutputWords& words) {
+  if (words.onConflict == "keep") return OnConflict::keep;
+  if (words.onConflict == "number") return OnConflict::number;
+  if (words.force || words.onConflict == "replace") return OnConflict::replace;
+  return {};
+}
+
+}  // namespace
+
+bool isFolder(const std::string& word) {
+  std::error_code error;
+  return fs::is_directory(pathOf(word), error);
+}
+
+void take(const OutputWords& words, BatchOptions& options) {
+  options.files = pathsOf(words.files);
+  if (!words.output.empty()) options.outputs.output = pathOf(words.output);
+  options.outputs.folder = pathOf(words.folder);
+  options.outputs.onConflict = ruleOf(words);
+  options.kind = kindOf(words.kind);
+  options.jobs = words.jobs;
+  options.timeLimit = words.timeLimit;
+  options.quiet = words.quiet;
 }
 
 std::string wrongOutputs(const OutputWords& words) {
+  if (words.force && !words.onConflict.empty()) return "give --force or --on-conflict, not both";
+  if (!platform::kHasWorkers && (words.jobs > 0 || words.timeLimit)) {
+    return "--jobs and --time-limit do not work on this system; leave them out";
+  }
   if (words.output.empty()) {
     const bool isUnnamed = std::ranges::find(words.files, "-") != words.files.end();
     return isUnnamed ? "a result of standard input cannot be named after it; use -o" : "";
   }
   if (words.files.size() > 1) return "-o takes one FILE; use --out-dir for several";
+  if (isFolder(words.files.front())) return "-o takes one FILE; use --out-dir for a folder";
   return words.folder.empty() ? "" : "give -o or --out-dir, not both";
 }
 

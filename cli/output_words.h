@@ -6,8 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "cli/outputs.h"
-#include "cli/recording.h"
+#include "cli/batch_options.h"
 
 namespace cli {
 
@@ -18,6 +17,9 @@ struct OutputWords {
   std::string kind;
   std::string output;
   std::string folder;
+  std::string onConflict;
+  std::size_t jobs = 0;
+  std::optional<double> timeLimit;
   bool force = false;
   bool quiet = false;
 };
@@ -25,13 +27,16 @@ struct OutputWords {
 /// The paths that words name.
 std::vector<std::filesystem::path> pathsOf(const std::vector<std::string>& words);
 
+/// Whether a word names a folder.
+bool isFolder(const std::string& word);
+
 /// The kind that "pen" or "inkml" stands for; nothing for any other word.
 std::optional<FileKind> kindOf(const std::string& word);
 
-/// Where the results go, but for their ending.
-OutputPlan planOf(const OutputWords& words);
+/// Takes the words that several commands share, but for the ending of the results.
+void take(const OutputWords& words, BatchOptions& options);
 
-/// What is wrong with the places given for the results, or nothing.
+/// What is wrong with these words, or nothing.
 std::string wrongOutputs(const OutputWords& words);
 
 /// The name of the format that is asked for by its option, else by the ending of the output, else

@@ -2,49 +2,22 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <system_error>
 
 #include "cli/output_file.h"
 #include "cli/report.h"
+#include "cli/result_names.h"
+#include "cli/terminal_text.h"
 
 namespace cli {
 
 namespace fs = std::filesystem;
 
-namespace {
-
-/// The same name for a file by whatever path it is reached.
 fs::path canonicalName(const fs::path& file) {
   std::error_code error;
   const fs::path full = fs::absolute(file, error);
   const fs::path canonical = fs::weakly_canonical(error ? file : full, error);
   return error ? file : canonical;
-}
-
-}  // namespace
-
-Outputs::Outputs(OutputPlan plan, const std::vector<fs::path>& files) : plan_(std::move(plan)) {
-  for (const fs::path& file : files)
-    inputs_.insert(canonicalName(file));
-}
-
-std::optional<std::string> Outputs::prepare() const {
-  if (plan_.output || plan_.folder.empty()) return {};
-  std::error_code error;
-  fs::create_directories(plan_.folder, error);
-  if (!error) return {};
-  return "the folder cannot be made: " + error.message();
-}
-
-fs::path Outputs::targetFor(const fs::path& file) {
-  if (plan_.output) return *plan_.output;
-  for (int number = 1;; ++number) {
-    fs::path name = plan_.folder / file.stem();
-    if (number > 1) name += "-" + std::to_string(number);
-    name += "." + plan_.ending;
-    if (taken_.insert(name).second) return name;
-  }
 }
 
 bool isOneFile(const fs::path& one, const fs::path& other) {
@@ -55,11 +28,7 @@ bool isOneFile(const fs::path& one, const fs::path& other) {
 
 bool isNamedAsRecording(const fs::path& file) {
   constexpr std::array kEndings{".pnx", ".eli", ".kvo", ".inkml"};
-  std::string ending = nativeName(file.extension());
-  std::ranges::transform(ending, ending.begin(), [](unsigned char letter) {
-    return static_cast<char>(std::tolower(letter));
-  });
-  return std::ranges::find(kEndings, ending) != kEndings.end();
+  return std::ranges::find(kEndings, lowerCased(nativeName(file.extension()))) != kEndings.end();
 }
 
 std::optional<std::string> refusalToOverwrite(const fs::path& file, const fs::path& target,
@@ -72,15 +41,59 @@ std::optional<std::string> refusalToOverwrite(const fs::path& file, const fs::pa
   return "is another recording; use --force to overwrite it";
 }
 
-std::optional<std::string> Outputs::refusal(const fs::path& file, const fs::path& target) const {
-  std::error_code error;
-  if (isStandardOutput(target) || !fs::exists(target, error)) return {};
-  if (inputs_.contains(canonicalName(target)) && !isOneFile(file, target)) {
-    return "is one of the recordings to be read; choose another output";
+Outputs::Outputs(OutputPlan plan, const std::vector<Input>& inputs) : plan_(std::move(plan)) {
+  const bool isNamed = plan_.output || plan_.ending.empty();
+  if (!isNamed) targets_ = nameResults(inputs, plan_.ending);
+  for (fs::path& target : targets_)
+    planned_.insert(target = plan_.folder / target);
+  for (const Input& input : inputs) {
+    files_.push_back(input.file);
+    inputs_.insert(canonicalName(input.file));
   }
-  if (auto refused = refusalToOverwrite(file, target, plan_.replaceExisting)) return refused;
-  if (plan_.output || plan_.replaceExisting) return {};
-  return "already exists; use --force to overwrite it";
+}
+
+std::optional<std::string> Outputs::prepare() const {
+  if (plan_.output || plan_.folder.empty()) return {};
+  std::error_code error;
+  fs::create_directories(plan_.folder, error);
+  if (!error) return {};
+  return "the folder cannot be made: " + error.message();
+}
+
+void Outputs::makeFoldersFor(const fs::path& target) const {
+  if (plan_.output || !target.has_parent_path()) return;
+  // Where this fails, the writing fails and says so.
+  std::error_code ignored;
+  fs::create_directories(target.parent_path(), ignored);
+}
+
+fs::path Outputs::numbered(const fs::path& target) const {
+  for (int number = 2;; ++number) {
+    fs::path name = target.parent_path() / target.stem();
+    name += "-" + std::to_string(number);
+    name += target.extension();
+    std::error_code error;
+    if (!planned_.contains(name) && !fs::exists(fs::symlink_status(name, error))) return name;
+  }
+}
+
+Place Outputs::placeFor(std::size_t input) const {
+  if (!plan_.output && targets_.empty()) return {};
+  const fs::path& file = files_[input];
+  const fs::path& target = plan_.output ? *plan_.output : targets_[input];
+  std::error_code error;
+  if (isStandardOutput(target) || !fs::exists(target, error)) return {target};
+  // A folder, a pipe or a device in the place is for the writing to deal with.
+  const bool isFile = fs::is_regular_file(target, error);
+  if (isFile && plan_.onConflict == OnConflict::number) return {numbered(target)};
+  const bool isItself = isOneFile(file, target);
+  if (!isItself && inputs_.contains(canonicalName(target))) {
+    return {target, false, "is one of the recordings to be read; choose another output"};
+  }
+  const OnConflict rule =
+      plan_.onConflict.value_or(plan_.output ? OnConflict::replace : OnConflict::keep);
+  if (isFile && !isItself && rule == OnConflict::keep) return {target, true};
+  return {target, false, refusalToOverwrite(file, target, plan_.onConflict.has_value())};
 }
 
 }  // namespace cli

@@ -7,15 +7,29 @@
 #include <string>
 #include <vector>
 
+#include "cli/input_list.h"
+
 namespace cli {
+
+/// What happens where a file of the result's name already exists.
+enum class OnConflict {
+  keep,     ///< It is kept; nothing is done.
+  replace,  ///< It is replaced, even if it is a recording.
+  number,   ///< It is kept, and the result gets a number.
+};
 
 /// Where the results of one or more files go.
 struct OutputPlan {
   std::optional<std::filesystem::path> output;  ///< For one file; "-" is standard output.
   std::filesystem::path folder;  ///< Otherwise the results go here, named after their files.
-  std::string ending;            ///< The ending of those results, without the dot.
-  bool replaceExisting = false;  ///< Otherwise files that exist are kept.
+  /// The ending of those results, without the dot; empty where nothing is written.
+  std::string ending;
+  /// Nothing: a file that `output` names is replaced unless it is a recording; others are kept.
+  std::optional<OnConflict> onConflict;
 };
+
+/// The same name for a file by whatever path it is reached.
+std::filesystem::path canonicalName(const std::filesystem::path& file);
 
 /// Whether two names stand for one file or both for standard output.
 bool isOneFile(const std::filesystem::path& one, const std::filesystem::path& other);
@@ -29,26 +43,35 @@ bool isNamedAsRecording(const std::filesystem::path& file);
 std::optional<std::string> refusalToOverwrite(const std::filesystem::path& file,
                                               const std::filesystem::path& target, bool force);
 
-/// Names results after their files. Where two files have the same name, the second gets a number:
-/// a.svg, a-2.svg.
+/// Where one result goes.
+struct Place {
+  std::filesystem::path target;
+  bool isKept = false;                      ///< What is there is kept; there is nothing to do.
+  std::optional<std::string> refusal = {};  ///< Why nothing may be written there.
+};
+
+/// Chooses the places of the results. An input is never overwritten.
 class Outputs {
  public:
-  Outputs(OutputPlan plan, const std::vector<std::filesystem::path>& files);
+  Outputs(OutputPlan plan, const std::vector<Input>& inputs);
 
   /// Creates the folder if it is missing; gives one sentence where that fails.
   std::optional<std::string> prepare() const;
+  /// Creates the folders that keep the structure of the inputs, for a result that goes to `target`.
+  void makeFoldersFor(const std::filesystem::path& target) const;
 
-  std::filesystem::path targetFor(const std::filesystem::path& file);
-
-  /// Why the result of `file` may not go to `target`: it is one of the files to be read, or another
-  /// file that must be kept.
-  std::optional<std::string> refusal(const std::filesystem::path& file,
-                                     const std::filesystem::path& target) const;
+  /// Where the result of an input goes, as things are now. An empty target where nothing is
+  /// written.
+  Place placeFor(std::size_t input) const;
 
  private:
+  std::filesystem::path numbered(const std::filesystem::path& target) const;
+
   OutputPlan plan_;
-  std::set<std::filesystem::path> inputs_;  ///< With links resolved.
-  std::set<std::filesystem::path> taken_;
+  std::vector<std::filesystem::path> files_;
+  std::vector<std::filesystem::path> targets_;
+  std::set<std::filesystem::path> planned_;  ///< All targets.
+  std::set<std::filesystem::path> inputs_;   ///< With links resolved.
 };
 
 }  // namespace cli

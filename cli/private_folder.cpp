@@ -37,7 +37,9 @@ void forgetFolder() {}
 
 #else
 
-constexpr std::array kSignals{SIGHUP, SIGINT, SIGQUIT, SIGPIPE, SIGTERM};
+// Those that end a program from outside, and those by which it crashes.
+constexpr std::array kSignals{SIGHUP,  SIGINT, SIGQUIT, SIGPIPE, SIGTERM, SIGPROF,
+                              SIGABRT, SIGBUS, SIGFPE,  SIGILL,  SIGSEGV};
 
 // What a signal handler may use: plain memory, filled while the signals are blocked.
 std::array<char, 4096> removedFile;

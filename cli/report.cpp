@@ -8,11 +8,11 @@ namespace cli {
 
 namespace {
 
-void reportLine(const std::filesystem::path& file, std::string_view kind,
-                std::string_view sentence) {
-  std::string line = nativeName(file);
+std::string lineOf(const std::filesystem::path& file, std::string_view kind,
+                   std::string_view sentence) {
+  std::string line = "penwick: " + nativeName(file);
   line.append(": ").append(kind).append(sentence);
-  std::fprintf(stderr, "penwick: %s\n", printable(line).c_str());
+  return printable(line) + "\n";
 }
 
 }  // namespace
@@ -39,16 +39,24 @@ std::string endingOf(const std::filesystem::path& path) {
   return extension.empty() ? extension : extension.substr(1);
 }
 
+std::string errorLine(const std::filesystem::path& file, std::string_view sentence) {
+  return lineOf(file, "", sentence);
+}
+
+std::string warningLine(const std::filesystem::path& file, std::string_view sentence) {
+  return lineOf(file, "warning: ", sentence);
+}
+
+std::string noteLine(const std::filesystem::path& file, std::string_view sentence) {
+  return lineOf(file, "note: ", sentence);
+}
+
 void reportError(const std::filesystem::path& file, std::string_view sentence) {
-  reportLine(file, "", sentence);
+  std::fputs(errorLine(file, sentence).c_str(), stderr);
 }
 
 void reportWarning(const std::filesystem::path& file, std::string_view sentence) {
-  reportLine(file, "warning: ", sentence);
-}
-
-void reportNote(const std::filesystem::path& file, std::string_view sentence) {
-  reportLine(file, "note: ", sentence);
+  std::fputs(warningLine(file, sentence).c_str(), stderr);
 }
 
 ExitStatus wrongUsage(std::string_view sentence) {

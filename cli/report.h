@@ -23,15 +23,21 @@ std::filesystem::path pathOf(std::string_view word);
 /// The ending of a file's name without its dot; empty where it has none.
 std::string endingOf(const std::filesystem::path& path);
 
-/// One line on standard error: "penwick: FILE: SENTENCE", with nothing in it that could confuse a
+/// One line with its line feed, "penwick: FILE: SENTENCE", with nothing in it that could confuse a
 /// terminal.
-void reportError(const std::filesystem::path& file, std::string_view sentence);
+std::string errorLine(const std::filesystem::path& file, std::string_view sentence);
 
 /// The same, "penwick: FILE: warning: SENTENCE".
-void reportWarning(const std::filesystem::path& file, std::string_view sentence);
+std::string warningLine(const std::filesystem::path& file, std::string_view sentence);
 
 /// The same, "penwick: FILE: note: SENTENCE".
-void reportNote(const std::filesystem::path& file, std::string_view sentence);
+std::string noteLine(const std::filesystem::path& file, std::string_view sentence);
+
+/// Prints an error line on standard error.
+void reportError(const std::filesystem::path& file, std::string_view sentence);
+
+/// Prints a warning line on standard error.
+void reportWarning(const std::filesystem::path& file, std::string_view sentence);
 
 /// Says what is wrong with the command line, "penwick: SENTENCE"; gives the exit status for that.
 ExitStatus wrongUsage(std::string_view sentence);

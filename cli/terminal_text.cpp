@@ -47,6 +47,14 @@ std::string shortened(std::string_view text) {
   return embedded::toNativePath(std::u32string_view(characters).substr(0, kMost)) + "...";
 }
 
+std::string lowerCased(std::string_view text) {
+  std::string lower(text);
+  for (char& letter : lower) {
+    if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter - 'A' + 'a');
+  }
+  return lower;
+}
+
 std::string inQuotes(std::string_view word) {
   return "'" + shortened(word) + "'";
 }

@@ -1,4 +1,4 @@
-// Text made safe for a terminal.
+// Text made safe for a terminal, and compared.
 #pragma once
 
 #include <string>
@@ -17,6 +17,9 @@ std::string printableLines(std::string_view text);
 /// The first 80 characters of `text` (code points, or bytes that are not UTF-8), followed by
 /// "..." where it has more.
 std::string shortened(std::string_view text);
+
+/// `text` with its ASCII letters in lower case.
+std::string lowerCased(std::string_view text);
 
 /// A word of the command line for a message: shortened, and between single quotation marks.
 std::string inQuotes(std::string_view word);

@@ -27,18 +27,20 @@ _penwick() {
   fi
   case $before in
     --format) _penwick_words "svg pdf png json"; return ;;
+    --on-conflict) _penwick_words "keep replace number"; return ;;
     --style) _penwick_words "outline centerline"; return ;;
     --as) _penwick_words "pen inkml"; return ;;
     --background) _penwick_words "white black"; return ;;
     --out-dir | --log-dir) compopt -o dirnames; return ;;
-    --pressure | --dpi | --size) return ;;
+    --pressure | --dpi | --size | -j | --jobs | --time-limit) return ;;
     -o | --output | --journal | --module) compopt -o default; return ;;
   esac
   local options="--help --output --quiet --as"
   case $command in
-    open) options+=" --out-dir --force --format --style --pressure --background --dpi --size
+    open | convert) options+=" --out-dir --on-conflict --jobs --time-limit" ;;&
+    open) options+=" --force --format --style --pressure --background --dpi --size
                      --journal --no-built-in-library --module --log-dir --verbose" ;;
-    convert) options+=" --out-dir --force --exact" ;;
+    convert) options+=" --force --exact" ;;
     ink) options+=" --force" ;;
   esac
   if [[ $word == -* ]]; then

@@ -62,7 +62,10 @@ class Refusals(CommandTest):
 
     def test_a_folder(self):
         (self.folder / "a.kvo").mkdir()
-        self.assert_all_fail("this is a folder; name the recordings in it", "a.kvo")
+        nothing = "a.kvo: there are no recordings (.pnx, .eli, .kvo, .inkml) in this folder"
+        self.assert_fails(nothing, "open", "a.kvo")
+        self.assert_fails(nothing, "convert", "a.kvo")
+        self.assert_fails("a.kvo: this is a folder; name the recordings in it", "ink", "a.kvo")
 
     def test_a_file_of_2_gibibytes(self):
         os.truncate(self.file("a.kvo", b""), 2 ** 31)

@@ -142,12 +142,9 @@ class OtherEndings(CommandTest):
                 self.assertTrue(self.out.startswith(f"{name}: 1 layer, 1 stroke"), self.out)
                 self.assertTrue((self.folder / output).exists())
 
-    def test_of_a_missing_file_and_a_folder_are_named_as_such(self):
+    def test_of_a_missing_file_are_named_as_such(self):
         self.assert_fails("no.kvo: there is no such file; check its name and folder",
                           "open", "no.kvo", "--as", "pen")
-        (self.folder / "folder").mkdir()
-        self.assert_fails("folder: this is a folder; name the recordings in it",
-                          "open", "folder", "--as", "inkml")
 
 
 class TerminalText(CommandTest):

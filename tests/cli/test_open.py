@@ -45,7 +45,8 @@ class OpeningOneFile(CommandTest):
     def test_keeps_a_drawing_that_already_exists_unless_forced(self):
         self.file("a.pnx")
         self.file("a.svg", b"mine")
-        self.assert_fails("a.svg: already exists; use --force to overwrite it", "open", "a.pnx")
+        self.assert_done("open", "a.pnx")
+        self.assertEqual(self.out, "a.pnx: a.svg already exists and is kept; --force replaces it\n")
         self.assertEqual((self.folder / "a.svg").read_bytes(), b"mine")
         self.assert_done("open", "--force", "a.pnx")
         self.assertNotEqual((self.folder / "a.svg").read_bytes(), b"mine")
@@ -266,7 +267,8 @@ class BadInput(CommandTest):
 
     def test_a_folder(self):
         (self.folder / "a.pnx").mkdir()
-        self.assert_fails("a.pnx: this is a folder; name the recordings in it", "open", "a.pnx")
+        self.assert_fails("a.pnx: there are no recordings (.pnx, .eli, .kvo, .inkml) in this folder",
+                          "open", "a.pnx")
 
     def test_a_file_without_permission(self):
         path = self.file("a.pnx")
@@ -440,13 +442,13 @@ class ManyFiles(CommandTest):
         self.assert_done("open", *names, "--out-dir", "out/deep", "--format", "json")
         made = {path.name for path in (self.folder / "out/deep").iterdir()}
         self.assertEqual(made, {f"{i:03}.json" for i in range(200)})
-        self.assertEqual(self.out.count("\n"), 200)
+        self.assertEqual(self.out.count("\n"), 201)
 
-    def test_of_one_name_get_a_number(self):
+    def test_of_one_name_keep_their_folders(self):
         for name in ("a.pnx", "b/a.pnx", "c/a.eli"):
             self.file(name)
         self.assert_done("open", "a.pnx", "b/a.pnx", "c/a.eli")
-        self.assertLessEqual({"a.svg", "a-2.svg", "a-3.svg"}, self.files())
+        self.assertLessEqual({"a.svg", "b/a.svg", "c/a.svg"}, self.files())
 
     def test_are_all_done_but_the_bad_ones(self):
         self.file("a.pnx")

@@ -43,6 +43,25 @@ class Usage(CommandTest):
         self.assert_usage(["open", "a.pnx", "b.pnx", "-o", "c.svg"],
                           "-o takes one FILE; use --out-dir for several")
 
+    def test_one_output_or_journal_for_a_folder(self):
+        (self.folder / "a").mkdir()
+        self.assert_usage(["open", "a", "-o", "c.svg"], "-o takes one FILE; use --out-dir for a folder")
+        self.assert_usage(["open", "a", "--journal", "c"], "--journal takes one FILE")
+
+    def test_two_rules_for_results_that_exist(self):
+        self.assert_usage(["open", "a.pnx", "--force", "--on-conflict", "keep"],
+                          "give --force or --on-conflict, not both")
+        self.assert_usage(["convert", "a.pnx", "--on-conflict", "ask"],
+                          "'ask' is not one of keep, replace, number")
+
+    def test_jobs_and_limits_that_are_no_numbers(self):
+        for number in ("0", "-1", "2.5", "many", "1001", ""):
+            self.assert_usage(["open", "a.pnx", "--jobs", number],
+                              f"'{number}' is not a number from 1 to 1000, such as 4")
+        for number in ("0", "-1", "inf", "long"):
+            self.assert_usage(["open", "a.pnx", "--time-limit", number],
+                              f"'{number}' is not a number from 0.1 to 1000000, such as 60")
+
     def test_one_journal_for_several_files(self):
         self.assert_usage(["open", "a.pnx", "b.pnx", "--journal", "c"], "--journal takes one FILE")
 
