@@ -1,6 +1,8 @@
 // The box around a stroke, layer or document, and how it grows, rotates and shifts.
 #pragma once
 
+#include <algorithm>
+
 #include "model/point.h"
 
 namespace Orvo {
@@ -32,10 +34,10 @@ inline void extendBox(BoundingBox& box, const Point& point) {
   const double x = point.x.value;
   const double y = point.y.value;
   if (min.x.value > x || min.y.value > y) {
-    moveCorner(box.minCorner, min.x.value > x ? x : min.x.value, min.y.value > y ? y : min.y.value);
+    moveCorner(box.minCorner, std::min(min.x.value, x), std::min(min.y.value, y));
   }
   if (x > max.x.value || y > max.y.value) {
-    moveCorner(box.maxCorner, x > max.x.value ? x : max.x.value, y > max.y.value ? y : max.y.value);
+    moveCorner(box.maxCorner, std::max(max.x.value, x), std::max(max.y.value, y));
   }
 }
 
@@ -45,14 +47,14 @@ inline void extendBox(BoundingBox& box, const BoundingBox& child) {
   const Point& max = box.maxCorner.value;
   const Point& low = child.minCorner.value;
   const Point& high = child.maxCorner.value;
-  // Where neither value is greater, one of them may be NaN; the child's becomes the minimum.
+  // Where neither value is less, one of them may be NaN; the first one is taken.
   if (min.x.value > low.x.value || min.y.value > low.y.value) {
-    moveCorner(box.minCorner, low.x.value > min.x.value ? min.x.value : low.x.value,
-               low.y.value > min.y.value ? min.y.value : low.y.value);
+    moveCorner(box.minCorner, std::min(low.x.value, min.x.value),
+               std::min(low.y.value, min.y.value));
   }
   if (high.x.value > max.x.value || high.y.value > max.y.value) {
-    moveCorner(box.maxCorner, high.x.value > max.x.value ? high.x.value : max.x.value,
-               high.y.value > max.y.value ? high.y.value : max.y.value);
+    moveCorner(box.maxCorner, std::max(max.x.value, high.x.value),
+               std::max(max.y.value, high.y.value));
   }
 }
 
