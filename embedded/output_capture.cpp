@@ -9,6 +9,7 @@
 #include <windows.h>
 #else
 #include <fcntl.h>
+#include <sys/mman.h>
 #include <unistd.h>
 #endif
 
@@ -60,8 +61,15 @@ int descriptorOf(std::FILE* stream) {
 int openNowhere() {
   return open("/dev/null", O_WRONLY | O_CLOEXEC);
 }
+
+// In memory: a module is sent many messages, and each takes two files. Where the system has none in
+// memory, in its temporary folder.
 std::FILE* temporaryFile() {
-  return std::tmpfile();
+  const int inMemory = ::memfd_create("penwick", MFD_CLOEXEC);
+  if (inMemory < 0) return std::tmpfile();
+  std::FILE* const file = ::fdopen(inMemory, "w+b");
+  if (file == nullptr) closeDescriptor(inMemory);
+  return file;
 }
 
 #endif
