@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <new>
-#include <thread>
 
 #include "cli/file_content.h"
 #include "cli/limits.h"
@@ -51,9 +50,9 @@ bool Batch::run(const Work& work) {
 
 platform::WorkerOptions Batch::workers() const {
   const std::size_t files = list_.inputs.size();
-  const std::size_t processors = std::max(1U, std::thread::hardware_concurrency());
   platform::WorkerOptions workers;
-  workers.processes = std::min(files, options_.jobs == 0 ? processors : options_.jobs);
+  workers.processes =
+      std::min(files, options_.jobs == 0 ? platform::countProcessors() : options_.jobs);
   workers.timeLimit = options_.timeLimit.value_or(kUsualTimeLimit);
   workers.keepsStreams = files == 1;
   if (files == 1 && !options_.timeLimit) workers.processes = 0;

@@ -51,6 +51,9 @@ struct WorkerOptions {
   bool keepsStreams = false;  ///< Otherwise standard streams lead nowhere in the processes.
 };
 
+/// The processors that this process may use, at least 1; always 1 where there are no workers.
+std::size_t countProcessors();
+
 /// Carries out `count` jobs, each to its end. A process takes one job after another; where one
 /// crashes or is ended, the job that it was at is lost and another process goes on with the next.
 /// A signal that ends this process first ends the others, and waits for them.
