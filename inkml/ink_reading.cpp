@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <tinyxml.h>
+#include <utility>
 
 #include "inkml/document_serializer.h"
 #include "inkml/file_check.h"
@@ -41,8 +42,8 @@ InkReading nothingRead() {
   return {std::make_unique<Document>(), std::make_unique<InkMLDefinitions>(), {}};
 }
 
-bool load(std::FILE* file, TiXmlDocument& xml, InkReport& report) {
-  if (xml.LoadFile(file, TIXML_ENCODING_UTF8)) return true;
+bool isLoaded(const TiXmlDocument& xml, InkReport& report) {
+  if (!xml.Error()) return true;
   report.failure = InkFailure::brokenXml;
   report.libraryText = xml.ErrorDesc();
   report.line = xml.ErrorRow();
@@ -67,18 +68,20 @@ void describeRoot(const TiXmlDocument& xml, InkReport& report) {
   if (nameSpace != nullptr) report.nameSpace = nameSpace;
 }
 
-void readFile(std::FILE* file, InkReading& reading) {
+// `load` makes the tree of a file that may be given to the library, or sets the tree's error.
+template <class Load>
+void readChecked(FileCheck check, Load load, InkReading& reading) {
   InkReport& report = reading.report;
-  FileCheck check = checkFile(file, XmlEncoding::utf8);
   report.size = check.size;
   report.failure = failureOf(check.refusal);
   const int scanLine = check.line();
   if (hasLine(check.refusal)) report.line = scanLine;
   report.encoding = foreignEncoding(check.text);
   describeEnd(check.text, report);
-  check.text = {};
+  if (report.failure != InkFailure::none) return;
   TiXmlDocument xml;
-  if (report.failure != InkFailure::none || !load(file, xml, report)) return;
+  load(xml, std::move(check.text));
+  if (!isLoaded(xml, report)) return;
   describeRoot(xml, report);
   DocumentSerializer serializer(reading.document.get());
   if (!serializer.read(xml, *reading.definitions)) report.failure = InkFailure::noInk;
@@ -100,7 +103,20 @@ InkReading readInk(const wchar_t* path) {
 
 InkReading readInk(std::FILE* file) {
   InkReading reading = nothingRead();
-  readFile(file, reading);
+  const auto load = [file](TiXmlDocument& xml, std::string text) {
+    text = {};  // The library reads the file itself: one copy is enough.
+    xml.LoadFile(file, TIXML_ENCODING_UTF8);
+  };
+  readChecked(checkFile(file, XmlEncoding::utf8), load, reading);
+  return reading;
+}
+
+InkReading readInk(std::string_view bytes) {
+  InkReading reading = nothingRead();
+  const auto load = [](TiXmlDocument& xml, const std::string& text) {
+    xml.Parse(text.c_str(), nullptr, TIXML_ENCODING_UTF8);
+  };
+  readChecked(checkBytes(std::string(bytes), XmlEncoding::utf8), load, reading);
   return reading;
 }
 

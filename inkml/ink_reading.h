@@ -3,6 +3,7 @@
 
 #include <cstdio>
 #include <memory>
+#include <string_view>
 
 #include "inkml/definitions.h"
 #include "inkml/ink_report.h"
@@ -23,5 +24,8 @@ InkReading readInk(const wchar_t* path);
 
 /// Reads an open file, from its start, and leaves it open.
 InkReading readInk(std::FILE* file);
+
+/// Reads the bytes of a file.
+InkReading readInk(std::string_view bytes);
 
 }  // namespace Orvo

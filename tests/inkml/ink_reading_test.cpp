@@ -48,6 +48,19 @@ class Reading : public testing::Test {
   pentest::TemporaryFolder folder_;
 };
 
+// What a reading found, for comparing two.
+std::string summaryOf(const InkReading& reading) {
+  std::string summary = std::to_string(reading.document->complete.value) + " " +
+                        std::to_string(reading.document->size()) + " " +
+                        std::to_string(static_cast<int>(reading.report.failure)) + " " +
+                        std::to_string(reading.report.line) + " " +
+                        std::to_string(reading.report.traces) + " " + reading.report.libraryText;
+  for (const InkProblem& problem : reading.report.problems)
+    summary += " " + std::to_string(static_cast<int>(problem.kind)) + ":" +
+               std::to_string(problem.line) + ":" + std::to_string(problem.count);
+  return summary;
+}
+
 std::string inLayer(const std::string& content) {
   return "<ink>\n<tracegroup id='layer0'>\n" + content + "</tracegroup>\n</ink>\n";
 }
@@ -368,6 +381,16 @@ TEST_F(Reading, ReportsEachKindOfProblemOnceInAFixedOrder) {
     kinds.push_back(problem.kind);
   EXPECT_EQ(kinds, (std::vector<Kind>{Kind::textAfterRoot, Kind::skippedBrushes, Kind::otherGroups,
                                       Kind::looseTraces, Kind::skippedAnnotations}));
+}
+
+TEST_F(Reading, OfBytesFindsWhatTheReadingOfAFileFinds) {
+  for (const std::string& text :
+       {inLayer("<trace contextRef='#c'>1 2 3,4 5.5 6</trace>\r\n<trace>1</trace>"), std::string(),
+        std::string("<ink>\n<trace>"), std::string("<ink/>\r\rtext"), std::string("<other/>"),
+        std::string("<ink>\xE2"), std::string("<ink>\0</ink>", 12),
+        std::string("\xEF\xBB\xBF<ink/>")}) {
+    EXPECT_EQ(summaryOf(Orvo::readInk(std::string_view(text))), summaryOf(read(text))) << text;
+  }
 }
 
 }  // namespace
