@@ -6,11 +6,6 @@
 #include <map>
 #include <optional>
 
-#include "log/logger.h"
-#include "penfile/pnx_parser.h"
-#include "rescue/pen_rescue.h"
-#include "tests/support/pen/open_bytes.h"
-
 namespace figures {
 namespace {
 
@@ -20,25 +15,6 @@ using std::string_view;
 
 constexpr double kMillimetre = 10;
 constexpr double kFar = 2.5 * kMillimetre;
-
-int wordAt(string_view bytes, size_t i) {
-  const auto high = static_cast<unsigned char>(bytes[i]);
-  const auto low = static_cast<unsigned char>(bytes[i + 1]);
-  return static_cast<std::int16_t>(high << 8 | low);
-}
-
-size_t lengthAt(string_view bytes, size_t i) {
-  constexpr size_t powers[] = {1, 6, 36, 216};
-  const auto code = static_cast<unsigned char>(bytes[i + 1]);
-  return code == 0 ? 2 : powers[code >> 6] * (code & 63);
-}
-
-bool opensWhole(const std::string& bytes) {
-  const std::vector<unsigned char> data(bytes.begin(), bytes.end());
-  Orvo::PnxParser parser(pentest::openBytes(data));
-  Orvo::EndlessSkipGuard guard(parser);
-  return parser.parse() && !parser.report().endlessPacket && !parser.report().cutPacket;
-}
 
 // Which of the points have all bytes of their packets in the damaged file, in order.
 std::vector<bool> reachablePoints(const Damaged& file, const std::vector<Drawn>& points) {
@@ -50,15 +26,17 @@ std::vector<bool> reachablePoints(const Damaged& file, const std::vector<Drawn>&
     const auto point = byOffset.find(file.origin[i]);
     if (file.origin[i] == Damaged::kNowhere || point == byOffset.end()) continue;
     std::int64_t wanted = file.origin[i] + 1;
-    const size_t most = std::min(i + 12, file.origin.size());
-    for (size_t j = i + 1; j < most && wanted < file.origin[i] + 6; ++j) {
+    const size_t length = points[point->second].length;
+    const std::int64_t end = file.origin[i] + static_cast<std::int64_t>(length);
+    const size_t most = std::min(i + 2 * length, file.origin.size());
+    for (size_t j = i + 1; j < most && wanted < end; ++j) {
       if (file.origin[j] == wanted) {
         ++wanted;
       } else if (file.bytes[j] != '\r') {
         break;
       }
     }
-    if (wanted == file.origin[i] + 6) reachable[point->second] = true;
+    if (wanted == end) reachable[point->second] = true;
   }
   return reachable;
 }
@@ -94,18 +72,18 @@ std::vector<size_t> align(const std::vector<Drawn>& mended, const std::vector<Dr
 double distanceFrom(const Drawn& point, const std::vector<Drawn>& drawn, size_t from, size_t to) {
   double least = std::numeric_limits<double>::infinity();
   for (size_t i = from; i <= to && i < drawn.size(); ++i)
-    least = std::min(least, std::hypot(point.x() - drawn[i].x(), point.y() - drawn[i].y()));
+    least = std::min(least, std::hypot(point.x - drawn[i].x, point.y - drawn[i].y));
   return least;
 }
 
 // Whether a line between two points leaves out what was drawn between them.
 bool cutsCorner(const std::vector<Drawn>& drawn, size_t from, size_t to) {
-  const double dx = drawn[to].x() - drawn[from].x();
-  const double dy = drawn[to].y() - drawn[from].y();
+  const double dx = drawn[to].x - drawn[from].x;
+  const double dy = drawn[to].y - drawn[from].y;
   const double length = dx * dx + dy * dy;
   for (size_t i = from + 1; i < to; ++i) {
-    const double px = drawn[i].x() - drawn[from].x();
-    const double py = drawn[i].y() - drawn[from].y();
+    const double px = drawn[i].x - drawn[from].x;
+    const double py = drawn[i].y - drawn[from].y;
     const double along = length == 0 ? 0 : std::clamp((px * dx + py * dy) / length, 0.0, 1.0);
     if (std::hypot(px - along * dx, py - along * dy) > kFar) return true;
   }
@@ -125,10 +103,10 @@ struct Box {
 
   explicit Box(const std::vector<Drawn>& points) {
     for (const Drawn& point : points) {
-      left = std::min(left, point.x());
-      right = std::max(right, point.x());
-      top = std::min(top, point.y());
-      bottom = std::max(bottom, point.y());
+      left = std::min(left, point.x);
+      right = std::max(right, point.x);
+      top = std::min(top, point.y);
+      bottom = std::max(bottom, point.y);
     }
   }
   bool isLargerThan(const Box& other, double by) const {
@@ -139,38 +117,15 @@ struct Box {
 
 }  // namespace
 
-std::vector<Drawn> pointsOf(string_view recording) {
-  std::vector<Drawn> points;
-  size_t stroke = 0;
-  bool isDown = false;
-  bool starts = true;
-  for (size_t i = 0; i + 2 < recording.size(); i += lengthAt(recording, i)) {
-    if (recording[i] == '\xF1') {
-      const auto status = static_cast<unsigned char>(recording[i + 2]);
-      const bool goesDown = (status & 1U) != 0;
-      starts = starts || status >= 0x80 || (goesDown && !isDown);
-      if (status < 0x80) isDown = goesDown;
-    } else if (recording[i] == 'a') {
-      Drawn point{i, wordAt(recording, i + 2), wordAt(recording, i + 4), 0};
-      if (point.y() < 0) continue;
-      if (starts) ++stroke;
-      starts = false;
-      point.stroke = stroke;
-      points.push_back(point);
-    }
-  }
-  return points;
-}
-
 double Outcome::share() const {
   return reachable == 0 ? 1 : static_cast<double>(recovered) / static_cast<double>(reachable);
 }
 
-Outcome judge(const Damaged& file, string_view result, const std::vector<Drawn>& drawn) {
+Outcome judge(const Damaged& file, const std::vector<Drawn>& mended,
+              const std::vector<Drawn>& drawn) {
   const std::vector<bool> reachable = reachablePoints(file, drawn);
   Outcome outcome;
   outcome.reachable = static_cast<size_t>(std::count(reachable.begin(), reachable.end(), true));
-  const std::vector<Drawn> mended = pointsOf(result);
   const std::vector<size_t> which = align(mended, drawn);
   std::optional<size_t> last;
   for (size_t i = 0; i < mended.size(); ++i) {
@@ -202,18 +157,19 @@ Outcome judge(const Damaged& file, string_view result, const std::vector<Drawn>&
   return outcome;
 }
 
-Outcome rescueAndJudge(const Damaged& file, string_view sound, string_view other) {
-  std::vector<Drawn> drawn = pointsOf(sound);
+Outcome rescueAndJudge(const Subject& subject, const Damaged& file, string_view sound,
+                       string_view other) {
+  std::vector<Drawn> drawn = subject.pointsOf(sound);
   const size_t strokes = drawn.empty() ? 0 : drawn.back().stroke;
-  for (Drawn point : pointsOf(other)) {
+  for (Drawn point : subject.pointsOf(other)) {
     point.offset += sound.size();
     point.stroke += strokes;
     drawn.push_back(point);
   }
-  const rescue::PenRescue rescued = rescue::rescuePenRecording(file.bytes);
-  Outcome outcome = judge(file, rescued.bytes, drawn);
+  const Rescued rescued = subject.rescue(file.bytes);
+  Outcome outcome = judge(file, subject.pointsOf(rescued.bytes), drawn);
   outcome.asItWas = rescued.sound;
-  outcome.opens = rescued.saved ? opensWhole(rescued.bytes) : outcome.reachable == 0;
+  outcome.opens = rescued.saved ? subject.opensWhole(rescued.bytes) : outcome.reachable == 0;
   return outcome;
 }
 
@@ -254,18 +210,17 @@ double Figures::part(bool Outcome::*holds) const {
   return static_cast<double>(count) / static_cast<double>(outcomes_.size());
 }
 
-std::vector<Figures> measure(std::span<const std::string> recordings, size_t times,
-                             std::uint64_t seed) {
-  Orvo::Logger::silence();
+std::vector<Figures> measure(const Subject& subject, std::span<const std::string> files,
+                             size_t times, std::uint64_t seed) {
   std::vector<Figures> all;
   damage::Random random(seed);
   for (const damage::Kind& kind : damage::allKinds()) {
     Figures figures;
-    for (size_t i = 0; i < recordings.size(); ++i) {
+    for (size_t i = 0; i < files.size(); ++i) {
       for (size_t time = 0; time < times; ++time) {
-        const std::string& other = recordings[(i + 1 + time) % recordings.size()];
-        const Damaged file = kind.apply(recordings[i], other, random);
-        figures.add(rescueAndJudge(file, recordings[i],
+        const std::string& other = files[(i + 1 + time) % files.size()];
+        const Damaged file = kind.apply(files[i], other, random);
+        figures.add(rescueAndJudge(subject, file, files[i],
                                    kind.name == "two recordings joined" ? string_view(other) : ""));
       }
     }

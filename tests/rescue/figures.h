@@ -11,23 +11,39 @@
 
 namespace figures {
 
-/// A point of a sound recording or of a mended one, read apart from the parser.
+/// A point of a sound file or of a mended one, read apart from the project's readers.
 struct Drawn {
-  std::size_t offset;  ///< Of its packet.
+  std::size_t offset;  ///< Of its bytes.
+  std::size_t length;
   int rawX;
   int rawY;
   std::size_t stroke;  ///< Counted through all layers.
-
-  double x() const { return (rawX + 5.0) / 10.0; }
-  double y() const { return (rawY + 2.5) / 5.0; }
+  double x;            ///< In 0.1 mm.
+  double y;
 };
 
-/// The points of a recording that can be read to its end; those above the sheet are not drawn.
-std::vector<Drawn> pointsOf(std::string_view recording);
+/// What is there after a rescue.
+struct Rescued {
+  std::string bytes;
+  bool sound = false;
+  bool saved = false;
+};
+
+/// A kind of files that can be rescued.
+struct Subject {
+  std::vector<Drawn> (*pointsOf)(std::string_view file);
+  Rescued (*rescue)(std::string_view file);
+  bool (*opensWhole)(const std::string& file);
+};
+
+/// Pen recordings; points above the sheet are not drawn.
+const Subject& penRecordings();
+/// Ink documents in whole numbers, seven for each point.
+const Subject& inkDocuments();
 
 /// How the rescue of one damaged file went.
 struct Outcome {
-  bool opens = false;    ///< The result is a recording that the parser reads to its end.
+  bool opens = false;    ///< The result is a file that opens whole.
   bool asItWas = false;  ///< The damage does not show: the file is still sound.
   std::size_t reachable = 0;
   std::size_t recovered = 0;
@@ -40,13 +56,14 @@ struct Outcome {
   double share() const;
 };
 
-/// Holds a mended recording against the points that were drawn, whose offsets are those of the
-/// sound file that `file` knows. Leaves `opens` and `asItWas` as they are.
-Outcome judge(const damage::Damaged& file, std::string_view mended,
+/// Holds the points of a mended file against the points that were drawn, whose offsets are those of
+/// the sound file that `file` knows. Leaves `opens` and `asItWas` as they are.
+Outcome judge(const damage::Damaged& file, const std::vector<Drawn>& mended,
               const std::vector<Drawn>& drawn);
 
 /// Rescues `file` and judges the result. The sound file is `sound`, with `other` behind it.
-Outcome rescueAndJudge(const damage::Damaged& file, std::string_view sound, std::string_view other);
+Outcome rescueAndJudge(const Subject& subject, const damage::Damaged& file, std::string_view sound,
+                       std::string_view other);
 
 /// The outcomes of many damages of one kind.
 class Figures {
@@ -66,8 +83,8 @@ class Figures {
 };
 
 /// The figures of every kind of damage, in the order of `damage::allKinds`, each done `times` times
-/// to each recording.
-std::vector<Figures> measure(std::span<const std::string> recordings, std::size_t times,
-                             std::uint64_t seed);
+/// to each file.
+std::vector<Figures> measure(const Subject& subject, std::span<const std::string> files,
+                             std::size_t times, std::uint64_t seed);
 
 }  // namespace figures

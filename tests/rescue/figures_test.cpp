@@ -33,7 +33,8 @@ class RescueFigures : public testing::Test {
  protected:
   static void SetUpTestSuite() {
     constexpr std::size_t times = 5;
-    kinds_ = new std::vector<Figures>(figures::measure(shortRecordings(), times, kSeed));
+    kinds_ = new std::vector<Figures>(
+        figures::measure(figures::penRecordings(), shortRecordings(), times, kSeed));
     all_ = new Figures;
     for (const Figures& kind : *kinds_)
       all_->addAll(kind);
@@ -88,7 +89,7 @@ TEST(RescueMeasuring, CountsWhatIsLostMadeUpAndJoined) {
   const std::string down = {'\xF1', 3, 1};
   const std::string sound =
       head + down + point(1, 1) + point(2, 1) + up + down + point(3, 1) + point(4, 1);
-  const std::vector<figures::Drawn> drawn = figures::pointsOf(sound);
+  const std::vector<figures::Drawn> drawn = figures::penRecordings().pointsOf(sound);
   ASSERT_EQ(drawn.size(), 4U);
   EXPECT_EQ(drawn[1].stroke, drawn[0].stroke);
   EXPECT_NE(drawn[2].stroke, drawn[1].stroke);
@@ -98,7 +99,7 @@ TEST(RescueMeasuring, CountsWhatIsLostMadeUpAndJoined) {
   for (std::size_t i = 0; i < sound.size(); ++i)
     file.origin[i] = static_cast<std::int64_t>(i);
   file.origin[9] = damage::Damaged::kNowhere;
-  const Outcome outcome = figures::judge(file, mended, drawn);
+  const Outcome outcome = figures::judge(file, figures::penRecordings().pointsOf(mended), drawn);
   EXPECT_EQ(outcome.reachable, 3U);
   EXPECT_EQ(outcome.recovered, 2U);
   EXPECT_EQ(outcome.madeUp, 1U);

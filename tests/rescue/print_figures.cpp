@@ -1,6 +1,7 @@
-// Prints how much of damaged recordings is saved, kind by kind, as the table in docs/rescue.md.
+// Prints how much of damaged pen recordings, or ink documents, is saved, kind by kind, as the table
+// in docs/rescue.md.
 //
-//     rescue_figures [--seed N] [--times N] RECORDING...
+//     rescue_figures [--ink] [--seed N] [--times N] FILE...
 
 #include <cstdio>
 #include <cstdlib>
@@ -32,7 +33,8 @@ void printLine(std::string_view name, const Figures& kind) {
 int main(int argc, char** argv) {
   std::uint64_t seed = 1;
   std::size_t times = 10;
-  std::vector<std::string> recordings;
+  const figures::Subject* subject = &figures::penRecordings();
+  std::vector<std::string> files;
   for (int i = 1; i < argc; ++i) {
     const std::string_view argument = argv[i];
     if ((argument == "--seed" || argument == "--times") && i + 1 < argc) {
@@ -40,23 +42,27 @@ int main(int argc, char** argv) {
       (argument == "--seed" ? seed : times) = number;
       continue;
     }
+    if (argument == "--ink") {
+      subject = &figures::inkDocuments();
+      continue;
+    }
     std::ifstream file(argv[i], std::ios::binary);
     if (!file) {
       std::fprintf(stderr, "rescue_figures: %s: cannot be opened\n", argv[i]);
       return 1;
     }
-    recordings.emplace_back(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+    files.emplace_back(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
   }
-  if (recordings.empty()) {
-    std::fputs("usage: rescue_figures [--seed N] [--times N] RECORDING...\n", stderr);
+  if (files.empty()) {
+    std::fputs("usage: rescue_figures [--ink] [--seed N] [--times N] FILE...\n", stderr);
     return 2;
   }
-  std::printf("seed %llu, each kind %zu times for each of %zu recordings\n\n",
-              static_cast<unsigned long long>(seed), times, recordings.size());
+  std::printf("seed %llu, each kind %zu times for each of %zu files\n\n",
+              static_cast<unsigned long long>(seed), times, files.size());
   std::puts(
       "| damage | median % | worst twentieth % | made up / 100 | far / 100 | false joins / 100 | "
       "page grows / 1000 | still sound % | opens % |\n|---|---|---|---|---|---|---|---|---|");
-  const std::vector<Figures> kinds = figures::measure(recordings, times, seed);
+  const std::vector<Figures> kinds = figures::measure(*subject, files, times, seed);
   Figures all;
   Figures showing;
   for (std::size_t i = 0; i < kinds.size(); ++i) {

@@ -1,0 +1,424 @@
+#include "rescue/ink_definitions.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <utility>
+
+#include "inkml/characters.h"
+
+namespace rescue {
+namespace {
+
+using std::size_t;
+using std::string_view;
+
+struct ChannelForm {
+  string_view name;
+  string_view otherName;  // The tilt has two names in use.
+  string_view units;
+  string_view text;
+};
+
+constexpr std::array<ChannelForm, 7> kChannels{{
+    {"X", "X", "0.1mm",
+     R"(<channel name="X" type="INTEGER" min="-32767" max="32767" units="0.1mm" />)"},
+    {"Y", "Y", "0.1mm",
+     R"(<channel name="Y" type="INTEGER" min="-32767" max="32767" units="0.1mm" />)"},
+    {"Z", "Z", "0.1mm",
+     R"(<channel name="Z" type="INTEGER" min="-32767" max="32767" units="0.1mm" />)"},
+    {"F", "F", "", R"(<channel name="F" type="INTEGER" min="0" max="32767" units="dev" />)"},
+    {"OTx", "Tx", "", R"(<channel name="OTx" type="INTEGER" min="-128" max="127" units="dev" />)"},
+    {"OTy", "Ty", "", R"(<channel name="OTy" type="INTEGER" min="-128" max="127" units="dev" />)"},
+    {"T", "T", "", R"(<channel name="T" type="INTEGER" min="0" max="2147483647" units="dev" />)"},
+}};
+
+constexpr std::array<std::pair<string_view, string_view>, 8> kProperties{{
+    {"color", "Black"},
+    {"width", "1"},
+    {"height", "10"},
+    {"transparency", "100"},
+    {"antialiased", "False"},
+    {"fittocurve", "True"},
+    {"ignorePressure", "False"},
+    {"pentip", "Ball"},
+}};
+
+constexpr string_view kIndent = "        ";
+
+bool isProperty(string_view name) {
+  return std::any_of(kProperties.begin(), kProperties.end(),
+                     [&](const auto& property) { return property.first == name; });
+}
+
+bool isBlankText(string_view text) {
+  return text.find_first_not_of(Orvo::kBlanks) == string_view::npos;
+}
+
+string_view trimmed(string_view text) {
+  const size_t begin = text.find_first_not_of(Orvo::kBlanks);
+  if (begin == string_view::npos) return {};
+  return text.substr(begin, text.find_last_not_of(Orvo::kBlanks) + 1 - begin);
+}
+
+// A value between double quotes.
+std::string asValue(string_view text) {
+  std::string clean = cleanText(text);
+  for (size_t i = clean.find('"'); i != clean.npos; i = clean.find('"', i))
+    clean.replace(i, 1, "&quot;");
+  return clean;
+}
+
+bool isChannelOf(const ChannelForm& form, string_view tag) {
+  const auto name = attributeOf(tag, "name");
+  if (!name || (*name != form.name && *name != form.otherName)) return false;
+  const auto units = attributeOf(tag, "units");
+  return form.units.empty() || !units || *units == form.units;
+}
+
+std::string referredId(string_view tag, string_view attribute) {
+  const auto value = attributeOf(tag, attribute);
+  return value && value->starts_with('#') ? cleanText(value->substr(1)) : "";
+}
+
+std::string contextText(const InkDefinition& context) {
+  return "<context id=\"" + asValue(context.id) + "\" brushRef=\"#" + asValue(context.brush) +
+         "\" traceFormatRef=\"#" + asValue(context.format) + "\" />";
+}
+
+std::string brushText(const InkDefinition& brush, const std::string& properties) {
+  std::string text = "<brush id=\"" + asValue(brush.id) + "\">\n            <annotationXML>\n";
+  text += properties;
+  return text + "            </annotationXML>\n        </brush>";
+}
+
+std::string formatText(const InkDefinition& format, const std::string& channels) {
+  return "<traceFormat id=\"" + asValue(format.id) + "\">\n" + channels + "        </traceFormat>";
+}
+
+class Reader {
+ public:
+  Reader(string_view bytes, std::span<const InkPiece> pieces) : bytes_(bytes), pieces_(pieces) {
+    result_.isTaken.resize(pieces.size());
+    result_.isKept.resize(pieces.size());
+  }
+
+  InkDefinitions run() {
+    for (size_t i = 0; i < pieces_.size();)
+      i = std::max(i + 1, readAt(i));
+    return std::move(result_);
+  }
+
+ private:
+  string_view textOf(size_t i) const {
+    return bytes_.substr(pieces_[i].begin, pieces_[i].end - pieces_[i].begin);
+  }
+
+  // Takes what begins at the piece; the result is where to go on.
+  size_t readAt(size_t i) {
+    const InkPiece& piece = pieces_[i];
+    if (!piece.isTag()) return i + 1;
+    if (piece.name == "definitions") take(i, i + 1, true);
+    if (piece.name == "traceFormat" || piece.name == "channel") return readFormat(i);
+    if (piece.name == "context") return readContext(i);
+    const bool isPart = piece.name == "annotationXML" || isProperty(piece.name);
+    return piece.name == "brush" || isPart ? readBrush(i) : i + 1;
+  }
+
+  void take(size_t begin, size_t end, bool isKept) {
+    for (size_t i = begin; i < end; ++i) {
+      result_.isTaken[i] = true;
+      result_.isKept[i] = isKept;
+    }
+  }
+
+  // The pieces from `begin` on that belong to an element of this name, which may have lost its
+  // tags.
+  struct Block {
+    size_t end;
+    bool isWhole;
+  };
+
+  template <class IsInside>
+  Block blockAt(size_t begin, string_view name, IsInside isInside) const {
+    const InkPiece& first = pieces_[begin];
+    const bool hasStart = first.name == name && first.kind != InkPiece::Kind::end;
+    bool isWhole = hasStart && first.isClean;
+    if (hasStart && first.kind == InkPiece::Kind::empty) return {begin + 1, isWhole};
+    std::vector<string_view> open;
+    for (size_t i = hasStart ? begin + 1 : begin; i < pieces_.size(); ++i) {
+      const InkPiece& piece = pieces_[i];
+      if (piece.closes(name)) return {i + 1, isWhole && open.empty()};
+      if (piece.kind == InkPiece::Kind::text && textOf(i).find(',') != string_view::npos) {
+        return {i, false};
+      }
+      if (piece.isTag() && !isInside(piece.name)) return {i, false};
+      isWhole = isWhole && piece.isClean && piece.kind != InkPiece::Kind::broken &&
+                (piece.kind != InkPiece::Kind::text || isCleanText(textOf(i)));
+      if (piece.kind == InkPiece::Kind::start) open.push_back(piece.name);
+      if (piece.kind != InkPiece::Kind::end) continue;
+      isWhole = isWhole && !open.empty() && open.back() == piece.name;
+      if (!open.empty()) open.pop_back();
+    }
+    return {pieces_.size(), false};
+  }
+
+  // Adds an element that stands there from `begin` to `end`: as it stands if it is whole.
+  void add(std::vector<InkDefinition>& list, InkDefinition definition, size_t begin, size_t end) {
+    if (definition.isWhole) {
+      const size_t from = pieces_[begin].begin;
+      definition.text = bytes_.substr(from, pieces_[end - 1].end - from);
+      take(begin, end, true);
+    } else {
+      ++result_.mended;
+    }
+    list.push_back(std::move(definition));
+  }
+
+  size_t readFormat(size_t begin) {
+    const Block block =
+        blockAt(begin, "traceFormat", [](string_view name) { return name == "channel"; });
+    take(begin, block.end, false);
+    InkDefinition format;
+    format.id = idAt(begin, "traceFormat");
+    std::array<size_t, 7> places{};
+    size_t count = 0;
+    bool areInOrder = true;
+    for (size_t i = begin; i < block.end; ++i) {
+      if (!pieces_[i].isTag() || pieces_[i].kind == InkPiece::Kind::end) continue;
+      if (pieces_[i].name != "channel") continue;
+      areInOrder = areInOrder && count < 7 && isChannelOf(kChannels[count], textOf(i));
+      ++count;
+      for (size_t k = 0; k < 7; ++k)
+        if (pieces_[i].isClean && isChannelOf(kChannels[k], textOf(i))) places[k] = i;
+    }
+    format.isWhole =
+        block.isWhole && !format.id.empty() && areInOrder && (count == 0 || count == 7);
+    if (!format.isWhole) format.text = channelsOf(places);
+    add(result_.formats, std::move(format), begin, block.end);
+    return block.end;
+  }
+
+  // `places` are the pieces of those channels that are whole; 0 where there is none.
+  std::string channelsOf(const std::array<size_t, 7>& places) {
+    std::string channels;
+    for (size_t k = 0; k < 7; ++k) {
+      const bool isThere = places[k] != 0 && pieces_[places[k]].kind == InkPiece::Kind::empty;
+      channels += "            ";
+      channels += isThere ? textOf(places[k]) : kChannels[k].text;
+      channels += '\n';
+      if (isThere) result_.isKept[places[k]] = true;
+    }
+    return channels;
+  }
+
+  size_t readBrush(size_t begin) {
+    const Block block = blockAt(begin, "brush", [](string_view name) {
+      constexpr string_view others[] = {"ink",     "definitions", "traceFormat", "brush",
+                                        "context", "annotation",  "tracegroup",  "trace"};
+      return std::find(std::begin(others), std::end(others), name) == std::end(others);
+    });
+    take(begin, block.end, false);
+    InkDefinition brush;
+    brush.id = idAt(begin, "brush");
+    std::map<string_view, string_view> values;
+    bool hasProperties = false;
+    for (size_t i = begin; i < block.end; ++i) {
+      const InkPiece& piece = pieces_[i];
+      hasProperties = hasProperties || (piece.name == "annotationXML" && piece.isTag());
+      if (piece.kind != InkPiece::Kind::start || !isProperty(piece.name)) continue;
+      if (i + 1 >= block.end || pieces_[i + 1].kind != InkPiece::Kind::text) continue;
+      if (values.emplace(piece.name, trimmed(textOf(i + 1))).second) {
+        take(i, std::min(i + 3, block.end), true);
+      }
+    }
+    brush.isWhole = block.isWhole && !brush.id.empty() && hasProperties;
+    if (!brush.isWhole) brush.text = propertiesOf(values);
+    add(result_.brushes, std::move(brush), begin, block.end);
+    return block.end;
+  }
+
+  static std::string propertiesOf(const std::map<string_view, string_view>& values) {
+    std::string text;
+    for (const auto& [name, usual] : kProperties) {
+      const auto found = values.find(name);
+      const std::string value = found == values.end() ? "" : cleanText(found->second);
+      text += "                <" + std::string(name) + ">";
+      text += (value.empty() ? std::string(usual) : value) + "</" + std::string(name) + ">\n";
+    }
+    return text;
+  }
+
+  size_t readContext(size_t begin) {
+    size_t end = begin + 1;
+    if (pieces_[begin].kind == InkPiece::Kind::end) return take(begin, end, false), end;
+    if (pieces_[begin].kind == InkPiece::Kind::start) {
+      while (end < pieces_.size() && pieces_[end].kind == InkPiece::Kind::text &&
+             isBlankText(textOf(end)))
+        ++end;
+      if (end < pieces_.size() && pieces_[end].closes("context")) ++end;
+    }
+    InkDefinition context;
+    context.id = idAt(begin, "context");
+    context.brush = referredId(textOf(begin), "brushRef");
+    context.format = referredId(textOf(begin), "traceFormatRef");
+    take(begin, end, true);
+    result_.contexts.push_back(std::move(context));
+    return end;
+  }
+
+  std::string idAt(size_t i, string_view name) const {
+    if (pieces_[i].name != name || pieces_[i].kind == InkPiece::Kind::end) return {};
+    return cleanText(attributeOf(textOf(i), "id").value_or(""));
+  }
+
+  string_view bytes_;
+  std::span<const InkPiece> pieces_;
+  InkDefinitions result_;
+};
+
+InkDefinition* find(std::vector<InkDefinition>& list, string_view id) {
+  const auto found = std::find_if(list.begin(), list.end(),
+                                  [&](const InkDefinition& item) { return item.id == id; });
+  return found == list.end() ? nullptr : &*found;
+}
+
+const InkDefinition* find(const std::vector<InkDefinition>& list, string_view id) {
+  return find(const_cast<std::vector<InkDefinition>&>(list), id);
+}
+
+const InkDefinition* findDamaged(const std::vector<InkDefinition>& list, string_view id) {
+  const InkDefinition* best = nullptr;
+  for (const InkDefinition& item : list) {
+    if (!isDamagedForm(item.id, id)) continue;
+    if (best != nullptr) return nullptr;
+    best = &item;
+  }
+  return best;
+}
+
+// Of several with one id the first counts.
+void dropDoubledIds(std::vector<InkDefinition>& list) {
+  std::map<std::string, bool> seen;
+  std::erase_if(list, [&](const InkDefinition& item) {
+    return !item.id.empty() && !seen.emplace(item.id, true).second;
+  });
+}
+
+// Finds the id that a context refers to a definition by, and gives a definition that lost its id
+// the one that is missing. One that has none to give it gets `usualId`.
+std::string settle(std::vector<InkDefinition>& list, const std::string& wanted,
+                   const std::string& usualId, const auto& make, size_t& putIn) {
+  if (!wanted.empty() && find(list, wanted) != nullptr) return wanted;
+  if (const InkDefinition* damaged = wanted.empty() ? nullptr : findDamaged(list, wanted)) {
+    return damaged->id;
+  }
+  const std::string& id = wanted.empty() ? usualId : wanted;
+  if (InkDefinition* unnamed = find(list, "")) {
+    unnamed->id = id;
+    return id;
+  }
+  if (wanted.empty() && !list.empty()) return list.front().id;
+  if (find(list, id) == nullptr) {
+    InkDefinition made;
+    made.id = id;
+    made.text = make();
+    list.push_back(std::move(made));
+    ++putIn;
+  }
+  return id;
+}
+
+std::string allChannels() {
+  std::string channels;
+  for (const ChannelForm& form : kChannels)
+    channels += "            " + std::string(form.text) + '\n';
+  return channels;
+}
+
+std::string allProperties() {
+  std::string text;
+  for (const auto& [name, usual] : kProperties)
+    text += "                <" + std::string(name) + ">" + std::string(usual) + "</" +
+            std::string(name) + ">\n";
+  return text;
+}
+
+}  // namespace
+
+bool isDamagedForm(string_view id, string_view sound) {
+  if (id.size() != sound.size() || id.size() < 4) return false;
+  size_t differing = 0;
+  for (size_t i = 0; i < id.size(); ++i)
+    if (id[i] != sound[i]) ++differing;
+  return differing > 0 && differing <= 2;
+}
+
+std::string InkDefinitions::contextFor(string_view reference) const {
+  if (find(contexts, reference) != nullptr) return std::string(reference);
+  const InkDefinition* meant = findDamaged(contexts, reference);
+  return meant == nullptr ? std::string(reference) : meant->id;
+}
+
+void InkDefinitions::complete(const std::map<std::string, size_t>& references) {
+  for (auto* list : {&formats, &brushes, &contexts})
+    dropDoubledIds(*list);
+  for (const auto& [reference, count] : references) {
+    if (find(contexts, reference) != nullptr) continue;
+    InkDefinition* unnamed = find(contexts, "");
+    if (unnamed == nullptr) {
+      ++putIn;
+      unnamed = &contexts.emplace_back();
+    } else {
+      ++mended;
+    }
+    unnamed->id = reference;
+  }
+  std::erase_if(contexts, [](const InkDefinition& context) { return context.id.empty(); });
+  for (InkDefinition& context : contexts) {
+    context.brush = settle(
+        brushes, context.brush, "default-brush", [&] { return allProperties(); }, putIn);
+    context.format = settle(
+        formats, context.format, "default-format", [] { return allChannels(); }, putIn);
+  }
+}
+
+std::string InkDefinitions::text() const {
+  std::string all = "    <definitions>\n";
+  const auto add = [&](const std::string& element) {
+    all.append(kIndent).append(element).append("\n");
+  };
+  for (const InkDefinition& format : formats) {
+    if (!format.id.empty()) add(format.isWhole ? format.text : formatText(format, format.text));
+  }
+  for (const InkDefinition& brush : brushes) {
+    if (!brush.id.empty()) add(brush.isWhole ? brush.text : brushText(brush, brush.text));
+  }
+  for (const InkDefinition& context : contexts)
+    add(contextText(context));
+  return all + "    </definitions>\n";
+}
+
+InkDefinitions readDefinitions(string_view bytes, std::span<const InkPiece> pieces) {
+  return Reader(bytes, pieces).run();
+}
+
+bool declaresOtherPoints(string_view bytes, std::span<const InkPiece> pieces) {
+  size_t channels = 0;
+  size_t ofPoints = 0;
+  size_t coordinatesElsewhere = 0;
+  for (const InkPiece& piece : pieces) {
+    if (piece.name != "channel" || piece.kind == InkPiece::Kind::end) continue;
+    const string_view tag = bytes.substr(piece.begin, piece.end - piece.begin);
+    ++channels;
+    const auto name = attributeOf(tag, "name").value_or("");
+    const auto units = attributeOf(tag, "units").value_or("");
+    const bool isCoordinate = name == "X" || name == "Y" || name == "Z";
+    if (isCoordinate && !units.empty() && units != "0.1mm") ++coordinatesElsewhere;
+    for (const ChannelForm& form : kChannels)
+      if (isChannelOf(form, tag)) ++ofPoints;
+  }
+  return coordinatesElsewhere >= 2 || (channels > 0 && ofPoints == 0);
+}
+
+}  // namespace rescue

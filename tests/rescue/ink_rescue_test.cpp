@@ -1,0 +1,296 @@
+#include "rescue/ink_rescue.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "inkml/ink_reading.h"
+
+namespace {
+
+using rescue::InkRescue;
+using rescue::LeftOut;
+using rescue::rescueInkDocument;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+
+// Times of the points of each stroke of each layer, as the plug-in's reader finds them.
+using Times = std::vector<std::uint32_t>;
+using Layers = std::vector<std::vector<Times>>;
+
+Layers timesOf(const std::string& document) {
+  const Orvo::InkReading reading = Orvo::readInk(document);
+  EXPECT_TRUE(reading.document->complete.value);
+  EXPECT_TRUE(reading.report.problems.empty());
+  Layers layers;
+  for (Orvo::Layer& layer : *reading.document) {
+    layers.emplace_back();
+    for (Orvo::Stroke& stroke : layer) {
+      Times& times = layers.back().emplace_back();
+      for (const Orvo::Point& point : stroke)
+        times.push_back(point.timestamp.value);
+    }
+  }
+  return layers;
+}
+
+// A point of a steady line: 0.3 mm and 8 ticks behind the one before it.
+std::string point(int number) {
+  return std::to_string(1000 + 3 * number) + " " + std::to_string(2000 + 3 * number) +
+         " 0 500 -20 30 " + std::to_string(8000 + 8 * number);
+}
+
+std::string points(int first, int last) {
+  std::string text;
+  for (int i = first; i <= last; ++i)
+    text += (i == first ? "" : ",") + point(i);
+  return text;
+}
+
+Times times(int first, int last) {
+  Times all;
+  for (int i = first; i <= last; ++i)
+    all.push_back(static_cast<std::uint32_t>(8000 + 8 * i));
+  return all;
+}
+
+std::string trace(int first, int last) {
+  return "        <trace contextRef=\"#default-context\">" + points(first, last) + "</trace>\n";
+}
+
+std::string layer(int number, const std::string& content) {
+  return "    <tracegroup id=\"layer" + std::to_string(number) + "\">\n" + content +
+         "    </tracegroup>\n";
+}
+
+const std::string kDeclaration = "<?xml version=\"1.0\" ?>\n";
+const std::string kFormat =
+    "        <traceFormat id=\"pen\">\n"
+    "            <channel name=\"X\" type=\"INTEGER\" min=\"0\" max=\"2100\" units=\"0.1mm\" />\n"
+    "            <channel name=\"Y\" type=\"INTEGER\" min=\"0\" max=\"2970\" units=\"0.1mm\" />\n"
+    "            <channel name=\"Z\" type=\"INTEGER\" min=\"0\" max=\"9\" units=\"0.1mm\" />\n"
+    "            <channel name=\"F\" type=\"INTEGER\" min=\"0\" max=\"1023\" units=\"dev\" />\n"
+    "            <channel name=\"OTx\" type=\"INTEGER\" min=\"-90\" max=\"90\" units=\"deg\" />\n"
+    "            <channel name=\"OTy\" type=\"INTEGER\" min=\"-90\" max=\"90\" units=\"deg\" />\n"
+    "            <channel name=\"T\" type=\"INTEGER\" min=\"0\" max=\"999999\" units=\"ms\" />\n"
+    "        </traceFormat>\n";
+const std::string kBrush =
+    "        <brush id=\"ink\">\n            <annotationXML>\n"
+    "                <color>DarkBlue</color>\n                <width>3</width>\n"
+    "                <height>4</height>\n                <transparency>90</transparency>\n"
+    "                <antialiased>False</antialiased>\n                "
+    "<fittocurve>True</fittocurve>\n"
+    "                <ignorePressure>False</ignorePressure>\n                "
+    "<pentip>Brush</pentip>\n"
+    "            </annotationXML>\n        </brush>\n";
+const std::string kContext =
+    "        <context id=\"default-context\" brushRef=\"#ink\" traceFormatRef=\"#pen\" />\n";
+const std::string kDefinitions =
+    "    <definitions>\n" + kFormat + kBrush + kContext + "    </definitions>\n";
+
+std::string document(const std::string& layers) {
+  return kDeclaration + "<ink>\n" + kDefinitions + layers + "</ink>\n";
+}
+
+std::string twoLayers() {
+  return document(layer(0, trace(0, 19) + trace(40, 59)) + layer(1, trace(80, 99)));
+}
+
+// The document with `text` instead of the first `what` behind the first `after`.
+std::string with(std::string document, const std::string& what, const std::string& text,
+                 const std::string& after = "") {
+  const std::size_t place = document.find(what, document.find(after));
+  EXPECT_NE(place, document.npos) << what;
+  return document.replace(place, what.size(), text);
+}
+
+TEST(InkRescue, LeavesSoundDocumentsAsTheyAre) {
+  for (const std::string& sound :
+       {twoLayers(), std::string("<ink/>"), std::string("<ink><!-- c --><x/></ink>\r\n"),
+        document(layer(0, "<trace contextRef='#c'>1 2,3 4 5, 9 9 9 9 9 9 9</trace>"))}) {
+    const InkRescue result = rescueInkDocument(sound);
+    EXPECT_TRUE(result.sound);
+    EXPECT_TRUE(result.saved);
+    EXPECT_EQ(result.bytes, sound);
+    EXPECT_TRUE(result.leftOut.empty());
+  }
+}
+
+TEST(InkRescue, RefusesWhatIsNoInkDocument) {
+  for (const std::string& other :
+       {std::string(), std::string("1 2 3 4 5 6 7,1 2 3 4 5 6 8"), std::string(5000, '\0'),
+        std::string("<html><body>1 2 3 4 5 6 7</body></html>"), std::string("<svg id=\"a\"/>x")}) {
+    const InkRescue result = rescueInkDocument(other);
+    EXPECT_FALSE(result.saved) << other;
+    EXPECT_TRUE(result.bytes.empty());
+  }
+}
+
+TEST(InkRescue, KeepsTheWholePointsOfACutDocument) {
+  const std::string whole = twoLayers();
+  const std::size_t place = whole.find(point(85)) + 6;
+  const InkRescue result = rescueInkDocument(whole.substr(0, place));
+  EXPECT_EQ(timesOf(result.bytes), (Layers{{times(0, 19), times(40, 59)}, {times(80, 84)}}));
+  EXPECT_EQ(result.pointsKept, 45U);
+  ASSERT_EQ(result.leftOut.size(), 1U);
+  EXPECT_EQ(result.leftOut.front().reason, LeftOut::junkBehind);
+  EXPECT_EQ(result.leftOut.front().end, place);
+}
+
+TEST(InkRescue, DropsALastNumberThatIsCut) {
+  const std::string whole = twoLayers();
+  const std::size_t place = whole.find(point(85)) + point(85).size() - 1;
+  const InkRescue result = rescueInkDocument(whole.substr(0, place));
+  EXPECT_EQ(timesOf(result.bytes)[1], std::vector<Times>{times(80, 84)});
+}
+
+TEST(InkRescue, KeepsWholeTracesAndDefinitionsByteForByte) {
+  const InkRescue result = rescueInkDocument(with(twoLayers(), point(45), "1 2 \x01"));
+  EXPECT_THAT(result.bytes, HasSubstr(trace(0, 19)));
+  EXPECT_THAT(result.bytes, HasSubstr(trace(80, 99)));
+  EXPECT_THAT(result.bytes, HasSubstr(kDefinitions));
+  EXPECT_EQ(result.definitionsPutIn, 0U);
+}
+
+TEST(InkRescue, EndsAStrokeWhereBytesAreMissing) {
+  const InkRescue result = rescueInkDocument(with(twoLayers(), "," + points(44, 50) + ",",
+                                                  ",13\x02"
+                                                  "5,"));
+  EXPECT_EQ(timesOf(result.bytes),
+            (Layers{{times(0, 19), times(40, 43), times(51, 59)}, {times(80, 99)}}));
+  EXPECT_EQ(result.strokesBroken, 1U);
+}
+
+TEST(InkRescue, GoesOnAcrossASinglePointThatIsLost) {
+  const InkRescue result = rescueInkDocument(with(twoLayers(), point(45), "1135 21?5 0 500 1 2 3"));
+  ASSERT_EQ(timesOf(result.bytes)[0].size(), 2U);
+  EXPECT_EQ(timesOf(result.bytes)[0][1].size(), 19U);
+  EXPECT_EQ(result.strokesBroken, 0U);
+}
+
+TEST(InkRescue, DividesStrokesWhoseTagsAreLost) {
+  const std::string tags = "</trace>\n        <trace contextRef=\"#default-context\">";
+  for (const std::string& left : {std::string(tags.size(), '\0'), std::string("</tr\xFF\xFFxt\">"),
+                                  std::string("</trace>\n        <tr"), std::string("<trace "),
+                                  std::string(tags.size(), '\xFF')}) {
+    const InkRescue result = rescueInkDocument(with(twoLayers(), tags, left));
+    EXPECT_EQ(timesOf(result.bytes), (Layers{{times(0, 19), times(40, 59)}, {times(80, 99)}}))
+        << left;
+  }
+}
+
+TEST(InkRescue, DividesLayersWhoseTagsAreDamaged) {
+  const std::string tags = "</tracegroup>\n    <tracegroup id=\"layer1\">";
+  for (const char* left :
+       {"</tracegro\x01p>\n    <traceg\x02oup id=\"layer1\">",
+        "</trac\x01\x01\x01\x01\x01\x01\x01\x01\x01\x01\x01group id=\"layer1\">"}) {
+    const InkRescue result = rescueInkDocument(with(twoLayers(), tags, left));
+    EXPECT_EQ(timesOf(result.bytes), (Layers{{times(0, 19), times(40, 59)}, {times(80, 99)}}))
+        << left;
+  }
+}
+
+TEST(InkRescue, LeavesOutARunThatStandsThereTwice) {
+  const std::string run = points(44, 50).substr(5) + ",11";
+  const std::string damaged = with(twoLayers(), run, run + run);
+  const InkRescue result = rescueInkDocument(damaged);
+  EXPECT_EQ(timesOf(result.bytes), timesOf(twoLayers()));
+  ASSERT_EQ(result.leftOut.size(), 1U);
+  EXPECT_EQ(result.leftOut.front().reason, LeftOut::doubled);
+  EXPECT_EQ(result.leftOut.front().end - result.leftOut.front().begin, run.size());
+}
+
+TEST(InkRescue, EndsAStrokeWhereTimeRunsBackwards) {
+  const std::string whole = twoLayers();
+  const std::string swapped = points(50, 54) + "," + points(44, 49);
+  const std::string damaged = with(with(whole, points(44, 54), swapped), "</ink>", "</i\x01k>");
+  EXPECT_EQ(timesOf(rescueInkDocument(damaged).bytes)[0],
+            (std::vector<Times>{times(0, 19), times(40, 43), times(50, 54), times(44, 49),
+                                times(55, 59)}));
+}
+
+TEST(InkRescue, PutsMissingDefinitionsIn) {
+  const InkRescue result = rescueInkDocument(
+      "cut away\n" +
+      layer(0, trace(0, 9) + "<trace contextRef=\"#other\">" + points(20, 29) + "</trace>") +
+      "</ink>");
+  EXPECT_EQ(timesOf(result.bytes), (Layers{{times(0, 9), times(20, 29)}}));
+  EXPECT_THAT(result.bytes, HasSubstr("<context id=\"default-context\""));
+  EXPECT_THAT(result.bytes, HasSubstr("<context id=\"other\""));
+  EXPECT_EQ(result.definitionsPutIn, 4U);
+  const Orvo::InkReading reading = Orvo::readInk(result.bytes);
+  EXPECT_EQ(reading.definitions->contexts.size(), 2U);
+  EXPECT_EQ(reading.definitions->brushes.size(), 1U);
+  EXPECT_EQ(reading.definitions->traceFormats.size(), 1U);
+}
+
+TEST(InkRescue, MendsADamagedBrush) {
+  const InkRescue result =
+      rescueInkDocument(with(twoLayers(), "<brush id=\"ink\">", "<bru\x01h id=\"ink\">"));
+  const Orvo::InkReading reading = Orvo::readInk(result.bytes);
+  ASSERT_EQ(reading.definitions->brushes.size(), 1U);
+  EXPECT_EQ(reading.definitions->brushes.front().id, "ink");
+  EXPECT_EQ(reading.definitions->brushes.front().color.value, "DarkBlue");
+  EXPECT_EQ(reading.definitions->brushes.front().height.value, 4U);
+  EXPECT_EQ(result.definitionsMended, 1U);
+  EXPECT_EQ(result.definitionsPutIn, 0U);
+}
+
+TEST(InkRescue, MendsADamagedFormat) {
+  const InkRescue result =
+      rescueInkDocument(with(twoLayers(), "<channel name=\"F\"", "<cha\xFFnel name=\"F\""));
+  EXPECT_THAT(result.bytes, HasSubstr("max=\"2970\""));
+  EXPECT_THAT(result.bytes, HasSubstr("<channel name=\"F\""));
+  EXPECT_EQ(result.definitionsMended, 1U);
+  EXPECT_EQ(timesOf(result.bytes), timesOf(twoLayers()));
+}
+
+TEST(InkRescue, LeavesJunkInFrontAndBehindOut) {
+  const std::string front = "Content-Length: 4711\r\n\r\n";
+  const std::string behind(100, '\x07');
+  const InkRescue result = rescueInkDocument(front + twoLayers() + behind);
+  EXPECT_EQ(result.bytes, twoLayers());
+  EXPECT_THAT(result.leftOut,
+              ElementsAre(rescue::Stretch{0, front.size() - 4, LeftOut::junkInFront},
+                          rescue::Stretch{front.size() + twoLayers().size(),
+                                          front.size() + twoLayers().size() + behind.size(),
+                                          LeftOut::junkBehind}));
+}
+
+TEST(InkRescue, MakesAFurtherDocumentFurtherLayers) {
+  const InkRescue result = rescueInkDocument(twoLayers() + twoLayers());
+  Layers expected = timesOf(twoLayers());
+  const Layers once = expected;
+  expected.insert(expected.end(), once.begin(), once.end());
+  EXPECT_EQ(timesOf(result.bytes), expected);
+  EXPECT_EQ(result.furtherDocuments, 1U);
+  EXPECT_THAT(result.bytes, HasSubstr("<tracegroup id=\"layer3\">"));
+}
+
+TEST(InkRescue, LeavesBytesOutThatNoReaderTakes) {
+  const std::string annotation =
+      "<annotation type=\"title\">A\x01"
+      "BC & D\xFF</annotation>\n";
+  const std::string damaged = with(twoLayers(), "    <tracegroup", annotation + "<tracegroup");
+  EXPECT_TRUE(rescueInkDocument(damaged).sound);
+  const InkRescue result = rescueInkDocument(with(damaged, "</ink>", ""));
+  EXPECT_THAT(result.bytes, HasSubstr("<annotation type=\"title\">ABC &amp; D</annotation>"));
+  EXPECT_EQ(timesOf(result.bytes), timesOf(twoLayers()));
+}
+
+TEST(InkRescue, RoundsFractionsWhereTheyAreUsual) {
+  const InkRescue result = rescueInkDocument(document(layer(
+      0, "<trace contextRef=\"#default-context\">1.4 2.6 0 5 6 7 8,-1.6 2 0 5 6 7 16</trace>")));
+  EXPECT_THAT(result.bytes, HasSubstr(">1 3 0 5 6 7 8,-2 2 0 5 6 7 16<"));
+  EXPECT_EQ(result.pointsRounded, 2U);
+}
+
+TEST(InkRescue, DoesNotTouchDocumentsOfAnotherForm) {
+  const InkRescue result = rescueInkDocument(
+      "<ink><traceGroup><trace brushRef=\"#br0\">105.00 220.00, 105.00 219.80</trace></traceGroup>"
+      "</ink>");
+  EXPECT_FALSE(result.saved);
+  EXPECT_TRUE(result.isOtherForm);
+}
+
+}  // namespace
