@@ -224,18 +224,4 @@ PenReading readPlausibly(PenBytes bytes, const PenHabits& habits, bool returnsWe
   return reading;
 }
 
-PenReading readAsItStands(PenBytes bytes, const PenHabits& habits) {
-  PenReading reading;
-  Before before;
-  for (std::size_t i = 0; i < bytes.size();) {
-    const std::size_t length =
-        std::max({bytes.knownPacket(i), bytes.unknownPacket(i), std::size_t{1}});
-    reading.packets.push_back({i, length});
-    reading.gain += gainOf(bytes, habits, i, before);
-    remember(bytes.tag(i), i, before);
-    i += length;
-  }
-  return reading;
-}
-
 }  // namespace rescue

@@ -29,7 +29,4 @@ struct PenReading {
 /// time in proportion to the bytes.
 PenReading readPlausibly(PenBytes bytes, const PenHabits& habits, bool returnsWereRemoved = false);
 
-/// The packets of a sound recording as the parser reads them, weighed in the same way.
-PenReading readAsItStands(PenBytes bytes, const PenHabits& habits);
-
 }  // namespace rescue

@@ -1,8 +1,6 @@
 #include "rescue/pen_rescue.h"
 
 #include <algorithm>
-#include <array>
-#include <cmath>
 
 #include "rescue/pen_doubles.h"
 #include "rescue/pen_habits.h"
@@ -79,8 +77,6 @@ class Rescue {
   explicit Rescue(string_view recording) : source_(std::string(recording)) {}
 
   PenRescue run();
-  // Of a recording that is sound packet by packet.
-  bool isNotAsThePenWroteIt();
 
  private:
   void undoTransfer();
@@ -188,29 +184,6 @@ bool Rescue::holdsRecording() const {
   return hasPoints && reading_.gain > least;
 }
 
-// Whether a packet of an unknown tag swallows a long run of packets that belong to the drawing, its
-// head being changed, or a few, since a 0D before a 0A is missing; or a long run stands there
-// twice. Packets that look like others may be the content of an unknown one: the gain must be
-// large.
-bool Rescue::isNotAsThePenWroteIt() {
-  constexpr double muchMore = 1000;
-  constexpr double moreForReturn = 25;
-  const PenBytes bytes = source_.bytes();
-  habits_ = PenHabits(bytes);
-  const PenReading asItStands = readAsItStands(bytes, habits_);
-  if (!longDoubledRuns(bytes, asItStands, habits_).empty()) return true;
-  const bool anyUnknown = std::any_of(
-      asItStands.packets.begin(), asItStands.packets.end(),
-      [&](const ReadPacket& packet) { return lengthOf(bytes.tag(packet.offset)) == 0; });
-  if (!anyUnknown) return false;
-  if (readPlausibly(bytes, habits_).gain > asItStands.gain + muchMore) return true;
-  const LineEnds ends = countLineEnds(bytes.view());
-  if (!ends.lackReturns()) return false;
-  const PenReading mended = readPlausibly(bytes, habits_, true);
-  const auto returns = static_cast<double>(withReturns(mended).size());
-  return returns > 0 && mended.gain > asItStands.gain + moreForReturn * returns;
-}
-
 PenRescue Rescue::run() {
   undoTransfer();
   if (!holdsRecording()) return {};
@@ -227,79 +200,35 @@ PenRescue Rescue::run() {
   return std::move(result_);
 }
 
-// Without any byte from 80 up, and with the packets that statuses turn into: every packet is whole,
-// but all strokes and layers would be one.
-bool holdsQuestionMarksForStatuses(string_view recording) {
+// Bytes to the next packet of a sound recording.
+size_t stepFrom(PenBytes bytes, size_t offset) {
+  return bytes[offset + 1] == 0 ? 2 : bytes.length(offset);
+}
+
+// A sound recording in which every byte from 80 up turned into "?": every packet is whole, but all
+// strokes and layers are one, and where a coordinate had such a byte, it is wrong.
+bool turnedIntoQuestionMarks(string_view recording) {
   if (hasHighBytes(recording)) return false;
   const PenBytes bytes(recording);
-  for (size_t i = 0; i + 2 < bytes.size();) {
-    const bool isShort = bytes[i] == '?' && bytes[i + 1] == 3;
-    if (isShort && (bytes[i + 2] <= 1 || bytes[i + 2] == '?')) return true;
-    const size_t length = bytes[i + 1] == 0 ? 2 : bytes.length(i);
-    if (length == 0) return false;
-    i += length;
-  }
-  return false;
-}
-
-using Place = std::array<double, 2>;
-
-double distance(const Place& a, const Place& b) {
-  return std::hypot(a[0] - b[0], a[1] - b[1]);
-}
-
-// Whether one point of a smooth stroke lies far away from the next and the one before it, or even
-// further from the only one that it has at an end.
-bool leapsWildly(const std::vector<Place>& stroke, size_t i) {
-  constexpr double far = 100;
-  constexpr double often = 8;
-  constexpr size_t reach = 4;
-  if (stroke.size() <= reach) return false;
-  const size_t last = stroke.size() - 1;
-  double usual = i > 0 && i < last ? distance(stroke[i - 1], stroke[i + 1]) : 0;
-  for (size_t k = i > reach ? i - reach : 0; k < std::min(i + reach, last); ++k)
-    if (k + 1 != i && k != i) usual = std::max(usual, distance(stroke[k], stroke[k + 1]));
-  const double limit = std::max(far, often * usual);
-  if (i == 0) return distance(stroke[0], stroke[1]) > 2 * limit;
-  if (i == last) return distance(stroke[last - 1], stroke[last]) > 2 * limit;
-  return std::min(distance(stroke[i - 1], stroke[i]), distance(stroke[i], stroke[i + 1])) > limit;
-}
-
-// Whether very few points leap far out of strokes that are smooth otherwise: a changed byte in a
-// packet that is whole.
-bool holdsWildLeaps(PenBytes bytes) {
+  bool anyStatus = false;
   size_t points = 0;
-  size_t leaps = 0;
-  std::vector<Place> stroke;
-  const auto endStroke = [&] {
-    for (size_t i = 0; i < stroke.size(); ++i)
-      if (leapsWildly(stroke, i)) ++leaps;
-    points += stroke.size();
-    stroke.clear();
-  };
-  for (size_t i = 0; i < bytes.size();) {
-    if (bytes.tag(i) == PacketTag::status) endStroke();
-    // Points above the sheet are not drawn.
-    if (bytes.tag(i) == PacketTag::coordinatePoint && bytes.word(i + 4) >= -2) {
-      stroke.push_back({bytes.word(i + 2) / 10.0, bytes.word(i + 4) / 5.0});
+  size_t questionMarks = 0;
+  for (size_t i = 0; i < bytes.size(); i += stepFrom(bytes, i)) {
+    if (bytes[i] == '?' && bytes[i + 1] == 3) {
+      anyStatus = anyStatus || bytes[i + 2] <= 1 || bytes[i + 2] == '?';
+    } else if (bytes.tag(i) == PacketTag::coordinatePoint) {
+      ++points;
+      questionMarks += size_t{bytes[i + 3] == '?'} + size_t{bytes[i + 5] == '?'};
     }
-    i += bytes[i + 1] == 0 ? 2 : bytes.length(i);
   }
-  endStroke();
-  return leaps > 0 && leaps <= 3 && leaps * 100 <= points;
-}
-
-// Every packet is whole, and yet the recording is not as the pen wrote it.
-bool showsDamage(string_view recording) {
-  return holdsQuestionMarksForStatuses(recording) || holdsWildLeaps(PenBytes(recording)) ||
-         Rescue(recording).isNotAsThePenWroteIt();
+  // Every other low byte of a position is from 80 up, and every 256th is a "?" anyway.
+  return anyStatus && questionMarks * 16 > points;
 }
 
 size_t countPoints(PenBytes bytes) {
   size_t points = 0;
-  for (size_t i = 0; i < bytes.size();) {
+  for (size_t i = 0; i < bytes.size(); i += stepFrom(bytes, i)) {
     if (bytes.tag(i) == PacketTag::coordinatePoint) ++points;
-    i += bytes.hasHead(i) && bytes[i + 1] != 0 ? bytes.length(i) : 2;
   }
   return points;
 }
@@ -319,9 +248,7 @@ bool isSoundPenRecording(string_view recording) {
       i += length;
       continue;
     }
-    const bool hasNoCode = bytes[i + 1] == 0;
-    if (hasNoCode && bytes[i] == 0) return false;
-    const size_t length = hasNoCode ? 2 : bytes.length(i);
+    const size_t length = stepFrom(bytes, i);
     if (length == 0 || length > bytes.size() - i) return false;
     i += length;
   }
@@ -329,7 +256,7 @@ bool isSoundPenRecording(string_view recording) {
 }
 
 PenRescue rescuePenRecording(string_view recording) {
-  if (isSoundPenRecording(recording) && !showsDamage(recording)) {
+  if (isSoundPenRecording(recording) && !turnedIntoQuestionMarks(recording)) {
     PenRescue result;
     result.sound = true;
     result.saved = true;

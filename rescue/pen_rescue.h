@@ -21,8 +21,7 @@ enum class TextTransfer : std::uint8_t {
 
 /// What could be saved of a pen recording.
 struct PenRescue {
-  /// The recording was sound: read to its end, every packet whole, none of length 0. `bytes` is the
-  /// recording as it came.
+  /// The recording was sound (see `isSoundPenRecording`) and `bytes` is the recording as it came.
   bool sound = false;
   /// Something was saved, or the recording was sound. Otherwise `bytes` is empty: it holds no pen
   /// recording.
@@ -46,12 +45,13 @@ struct PenRescue {
 };
 
 /// Mends a pen recording, damaged or not. Takes any bytes; the time grows with their number, the
-/// memory too (a few times the recording). Sound packets are kept byte for byte and in order.
-/// Throws nothing but `std::bad_alloc`.
+/// memory too (a few times the recording). Sound packets are kept byte for byte and in order. A
+/// sound recording comes back as it came, whatever it holds, except where a transfer as text turned
+/// its bytes from 80 up into "?". Throws nothing but `std::bad_alloc`.
 PenRescue rescuePenRecording(std::string_view recording);
 
 /// Whether the parser reads the recording to its end, every packet is whole and none has the length
-/// 0. Zero bytes are no packet, though the parser steps over two of them.
+/// 0. What the packets hold does not matter.
 bool isSoundPenRecording(std::string_view recording);
 
 }  // namespace rescue

@@ -95,6 +95,40 @@ TEST_F(PenRescueTest, LeavesPointsAboveTheSheetAndALoneLayerStatusAlone) {
 
 TEST_F(PenRescueTest, LeavesPacketsWithoutALengthCodeAlone) {
   expectUnchanged(recordingOf(2) + PenFileBuilder().unknown(0x42, 0) + stroke(3));
+  expectUnchanged(recordingOf(2) + std::string(512, '\0') + stroke(3));
+}
+
+TEST_F(PenRescueTest, LeavesPointsOfASoundRecordingAloneThatLeapFarOutOfTheirStrokes) {
+  std::string recording = recordingOf(12);
+  recording[placeOf(5, 6) + 2] = 0x50;
+  expectUnchanged(recording);
+}
+
+TEST_F(PenRescueTest, LeavesRunsAloneThatASoundRecordingHoldsTwice) {
+  for (const std::size_t points : {1U, 5U, 11U}) {
+    std::string recording = recordingOf(6);
+    recording.insert(placeOf(1, points), recording.substr(placeOf(1, 0), 12 * points));
+    expectUnchanged(recording);
+  }
+}
+
+// Tag 75 with 36 times 15 bytes: 45 points up to a packet's end, and all packets are whole.
+TEST_F(PenRescueTest, LeavesAnUnknownPacketAloneThatHoldsPartOfADrawing) {
+  std::string recording = recordingOf(12);
+  const std::size_t head = placeOf(3, 2) + 6;
+  ASSERT_EQ(kStroke * 3 + 12 * 7 + 6, 540U);
+  recording[head] = 0x75;
+  recording[head + 1] = static_cast<char>(0x80 | 15);
+  expectUnchanged(recording);
+}
+
+TEST_F(PenRescueTest, LeavesUnknownPacketsAloneWhoseTagIsAQuestionMark) {
+  expectUnchanged(recordingOf(2) + PenFileBuilder().unknown('?', 3, {1}));
+  // Without any byte from 80 up, but also without many a "?" in the positions.
+  PenFileBuilder low = PenFileBuilder().descriptor(0x10, 2, 7, 1).unknown('?', 3, {1});
+  for (int i = 0; i < 40; ++i)
+    low.coordinate(256 + i, 512 + i);
+  expectUnchanged(textOf(low.unknown('?', 3, {0})));
 }
 
 TEST_F(PenRescueTest, CallsNoFileSoundThatIsNotReadToItsEndInWholePackets) {
@@ -102,7 +136,8 @@ TEST_F(PenRescueTest, CallsNoFileSoundThatIsNotReadToItsEndInWholePackets) {
   EXPECT_FALSE(rescue::isSoundPenRecording(""));
   EXPECT_FALSE(rescue::isSoundPenRecording(recordingOf(1) + "a"));
   EXPECT_FALSE(rescue::isSoundPenRecording(recordingOf(1) + "\x42\x40" + "abc"));
-  EXPECT_FALSE(rescue::isSoundPenRecording(recordingOf(1) + std::string(2, '\0')));
+  EXPECT_FALSE(rescue::isSoundPenRecording(recordingOf(1) + std::string(1, '\0')));
+  EXPECT_FALSE(rescue::isSoundPenRecording(recordingOf(1) + "\x42\x01"));
   EXPECT_FALSE(rescue::isSoundPenRecording(recordingOf(1) + recordingOf(1)));
   EXPECT_FALSE(rescue::isSoundPenRecording(recordingOf(1) + PenFileBuilder().pressure(2, 7)));
   EXPECT_FALSE(rescue::isSoundPenRecording(recordingOf(1).replace(3, 1, "\x03")));
@@ -343,21 +378,18 @@ TEST_F(PenRescueTest, DropsThePacketBeforeAGapThatIsHalfOfTwo) {
 TEST_F(PenRescueTest, DropsAPointThatLeapsFarOutOfItsStroke) {
   std::string damaged = recordingOf(12);
   damaged[placeOf(5, 6) + 2] = 0x50;
-  const PenRescue result = rescuePenRecording(damaged);
+  const PenRescue result = rescuePenRecording(damaged + "a");
   EXPECT_EQ(result.bytes, recordingOf(12).erase(placeOf(5, 6), 6));
   EXPECT_EQ(result.pointsDropped, 1U);
 }
 
 TEST_F(PenRescueTest, FindsPacketsAgainThatAChangedHeadSwallows) {
   std::string damaged = recordingOf(12);
-  // Tag 75 with 36 times 15 bytes: 45 points up to a packet's end, and all packets are whole.
+  // 45 points up to a packet's end, see above, and a file that ends inside a packet.
   const std::size_t head = placeOf(3, 2) + 6;
-  ASSERT_EQ(kStroke * 3 + 12 * 7 + 6, 540U);
   damaged[head] = 0x75;
   damaged[head + 1] = static_cast<char>(0x80 | 15);
-  ASSERT_TRUE(rescue::isSoundPenRecording(damaged));
-  const PenRescue result = rescuePenRecording(damaged);
-  EXPECT_FALSE(result.sound);
+  const PenRescue result = rescuePenRecording(damaged + "a");
   EXPECT_EQ(result.pointsKept, 144U);
 }
 
@@ -406,7 +438,7 @@ TEST_F(PenRescueTest, ReadsLongRecordingsInParts) {
   ASSERT_GT(sound.size(), 700'000U);
   const std::size_t gap = kHeader + 2000 * kStroke;
   std::string damaged = sound;
-  damaged.replace(gap, 300'000, std::string(300'000, '\0'));
+  damaged.replace(gap, 300'000, std::string(300'000, '\xFF'));
   const PenRescue result = rescuePenRecording(damaged);
   // The end of the gap lies 300,000 bytes, 2,000 strokes, further on.
   EXPECT_EQ(result.bytes, sound.substr(0, gap) + sound.substr(gap + 300'000));

@@ -1,5 +1,6 @@
-// Prints how much of damaged pen recordings, or ink documents, is saved, kind by kind, as the table
-// in docs/rescue.md.
+// Prints how much of damaged pen recordings, or ink documents, is saved, kind by kind, as the tables
+// in docs/rescue.md: first of the damages that show, then of all, those included that leave a file
+// sound.
 //
 //     rescue_figures [--ink] [--seed N] [--times N] FILE...
 
@@ -19,13 +20,28 @@ namespace {
 using figures::Figures;
 using figures::Outcome;
 
+// A cell: the figure of the damages that show, and that of all.
+template <class Measure>
+void printCell(const Figures& all, int digits, const Measure& measure) {
+  const Figures showing = all.withoutSound();
+  if (showing.count() == 0) {
+    std::printf(" - / %.*f |", digits, measure(all));
+  } else {
+    std::printf(" %.*f / %.*f |", digits, measure(showing), digits, measure(all));
+  }
+}
+
 void printLine(std::string_view name, const Figures& kind) {
-  std::printf("| %-32.*s | %7.2f | %7.2f | %6.1f | %6.1f | %6.1f | %5.1f | %5.1f | %5.1f |\n",
-              static_cast<int>(name.size()), name.data(), 100 * kind.shareAt(0.5),
-              100 * kind.shareAt(0.05), kind.perHundred(&Outcome::madeUp),
-              kind.perHundred(&Outcome::madeUpFar), kind.perHundred(&Outcome::falseJoins),
-              1000 * kind.part(&Outcome::grows), 100 * kind.part(&Outcome::asItWas),
-              100 * kind.part(&Outcome::opens));
+  std::printf("| %.*s | %.0f |", static_cast<int>(name.size()), name.data(),
+              100 * kind.part(&Outcome::asItWas));
+  printCell(kind, 2, [](const Figures& some) { return 100 * some.shareAt(0.5); });
+  printCell(kind, 2, [](const Figures& some) { return 100 * some.shareAt(0.05); });
+  printCell(kind, 1, [](const Figures& some) { return some.perHundred(&Outcome::madeUp); });
+  printCell(kind, 1, [](const Figures& some) { return some.perHundred(&Outcome::madeUpFar); });
+  printCell(kind, 1, [](const Figures& some) { return some.perHundred(&Outcome::falseJoins); });
+  printCell(kind, 1, [](const Figures& some) { return 1000 * some.part(&Outcome::grows); });
+  printCell(kind, 0, [](const Figures& some) { return 100 * some.part(&Outcome::opens); });
+  std::puts("");
 }
 
 }  // namespace
@@ -60,16 +76,13 @@ int main(int argc, char** argv) {
   std::printf("seed %llu, each kind %zu times for each of %zu files\n\n",
               static_cast<unsigned long long>(seed), times, files.size());
   std::puts(
-      "| damage | median % | worst twentieth % | made up / 100 | far / 100 | false joins / 100 | "
-      "page grows / 1000 | still sound % | opens % |\n|---|---|---|---|---|---|---|---|---|");
+      "| damage | still sound % | median % | worst twentieth % | made up / 100 | far / 100 | "
+      "false joins / 100 | page grows / 1000 | opens % |\n|---|---|---|---|---|---|---|---|---|");
   const std::vector<Figures> kinds = figures::measure(*subject, files, times, seed);
   Figures all;
-  Figures showing;
   for (std::size_t i = 0; i < kinds.size(); ++i) {
     printLine(damage::allKinds()[i].name, kinds[i]);
     all.addAll(kinds[i]);
-    showing.addAll(kinds[i].withoutSound());
   }
   printLine("all", all);
-  printLine("all that are not sound", showing);
 }
