@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdint>
 #include <limits>
 
 namespace rescue {
@@ -13,15 +14,33 @@ constexpr unsigned char kDown = 0x01;
 constexpr unsigned char kLayer = 0x80;
 constexpr double kMillimetre = 10;  // In units of the sheet.
 
-// A packet of the mended recording.
+// The bytes of a packet that was put in or put right: none of them is longer than six.
+class OwnBytes {
+ public:
+  OwnBytes() = default;
+  explicit OwnBytes(std::string_view bytes) : size_(static_cast<unsigned char>(bytes.size())) {
+    std::copy(bytes.begin(), bytes.end(), bytes_.begin());
+  }
+
+  bool empty() const { return size_ == 0; }
+  std::string_view view() const { return {bytes_.data(), size_}; }
+  char operator[](std::size_t i) const { return bytes_[i]; }
+  char& operator[](std::size_t i) { return bytes_[i]; }
+
+ private:
+  std::array<char, 6> bytes_{};
+  unsigned char size_ = 0;
+};
+
+// A packet of the mended recording. There are many of them: they are kept small.
 struct Packet {
-  PacketTag tag{};
   std::size_t offset = 0;      // In the source; of what was put in, where it was put in.
-  std::size_t length = 0;      // There; 0 for what was put in.
   std::size_t lostBefore = 0;  // Bytes in front of it that could not be read.
-  std::string bytes;           // What was put in or put right; otherwise the source's bytes.
-  std::optional<LeftOut> leftOut;
+  std::uint32_t length = 0;    // In the source; 0 for what was put in.
+  PacketTag tag{};
   bool strange = false;  // Of an unknown tag, and the only one of its kind.
+  std::optional<LeftOut> leftOut;
+  OwnBytes bytes;  // Of what was put in or put right; the others have the source's.
 
   bool isLive() const { return !leftOut; }
   bool is(PacketTag wanted) const { return isLive() && tag == wanted; }
@@ -111,10 +130,10 @@ Mending::Mending(const PenMendingInput& input, PenRescue& result)
     Packet packet;
     packet.tag = bytes_.tag(read.offset);
     packet.offset = read.offset;
-    packet.length = read.length;
+    packet.length = static_cast<std::uint32_t>(read.length);
     packet.lostBefore = read.offset - end;
     packet.strange = habits_.isStrange(bytes_, read.offset);
-    packets_.push_back(std::move(packet));
+    packets_.push_back(packet);
     end = read.offset + read.length;
   }
   lostBehind_ = bytes_.size() - end;
@@ -154,7 +173,7 @@ std::optional<Packet> Mending::mendedDescriptor() const {
   Packet packet;
   packet.tag = PacketTag::fileDescriptor;
   packet.length = length;
-  packet.bytes = std::string(bytes_.view().substr(0, length));
+  packet.bytes = OwnBytes(bytes_.view().substr(0, length));
   packet.bytes[0] = 1;
   if (!hasLength) packet.bytes[1] = static_cast<char>(habits_.sixBytes());
   packet.bytes[3] = 2;
@@ -191,7 +210,8 @@ void Mending::findDescriptor() {
   }
   Packet made;
   made.tag = PacketTag::fileDescriptor;
-  made.bytes = {1, static_cast<char>(habits_.sixBytes()), 0, 2, 0, 0};
+  const char bytes[] = {1, static_cast<char>(habits_.sixBytes()), 0, 2, 0, 0};
+  made.bytes = OwnBytes({bytes, sizeof bytes});
   packets_.insert(packets_.begin(), made);
 }
 
@@ -217,7 +237,7 @@ void Mending::turnFurtherRecordingsIntoLayers() {
     if (packet.is(PacketTag::status) && (statusOf(packet) & kLayer) == 0) {
       penIsDown = (statusOf(packet) & kDown) != 0;
     }
-    packets.push_back(std::move(packet));
+    packets.push_back(packet);
   }
   packets_ = std::move(packets);
 }
@@ -262,7 +282,8 @@ Packet Mending::statusPacket(unsigned char value, const Packet& near) const {
   Packet packet;
   packet.tag = PacketTag::status;
   packet.offset = near.offset;
-  packet.bytes = {static_cast<char>(PacketTag::status), 3, static_cast<char>(value)};
+  const char bytes[] = {static_cast<char>(PacketTag::status), 3, static_cast<char>(value)};
+  packet.bytes = OwnBytes({bytes, sizeof bytes});
   return packet;
 }
 
@@ -631,11 +652,11 @@ void Mending::breakStrokes() {
   const auto copy = [&](const std::optional<Packet>& packet, const Packet& near) {
     if (!packet) return;
     Packet again = *packet;
-    again.bytes = std::string(bytes_.view().substr(packet->offset, packet->length));
+    again.bytes = OwnBytes(bytes_.view().substr(packet->offset, packet->length));
     again.offset = near.offset;
     again.length = 0;
     again.lostBefore = 0;
-    packets.push_back(std::move(again));
+    packets.push_back(again);
   };
   for (std::size_t i = 0; i < packets_.size(); ++i) {
     const Packet& packet = packets_[i];
@@ -701,7 +722,7 @@ void Mending::write() {
     if (packet.bytes.empty()) {
       out += bytes_.view().substr(packet.offset, packet.length);
     } else {
-      out += packet.bytes;
+      out += packet.bytes.view();
     }
   }
   leaveOut(bytes_.size() - lostBehind_, bytes_.size(), LeftOut::junkBehind);
