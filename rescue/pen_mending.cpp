@@ -87,6 +87,7 @@ class Mending {
   void dropLeaps();
   void dropStrayStrokes();
   void breakStrokes();
+  void dropStrangePackets();
   void write();
 
   std::optional<Packet> mendedDescriptor() const;
@@ -148,6 +149,7 @@ void Mending::run() {
   dropLeaps();
   dropStrayStrokes();
   breakStrokes();
+  dropStrangePackets();
   write();
 }
 
@@ -683,6 +685,23 @@ void Mending::breakStrokes() {
     packets.push_back(packet);
   }
   packets_ = std::move(packets);
+}
+
+// -- unknown packets ----------------------------------------------------------------------
+
+// A packet of a tag that occurs nowhere else is kept, unless it is as long as a known one: then it
+// is more likely one of those, with a changed tag. Either way it counts as a gap.
+void Mending::dropStrangePackets() {
+  std::array<std::size_t, 256> times{};
+  for (const Packet& packet : packets_)
+    if (packet.isLive()) ++times[static_cast<unsigned char>(packet.tag)];
+  for (Packet& packet : packets_) {
+    const bool isOnly = packet.strange && times[static_cast<unsigned char>(packet.tag)] == 1;
+    const bool isAsLong = packet.length == lengthOf(PacketTag::status) ||
+                          packet.length == lengthOf(PacketTag::coordinatePoint) ||
+                          packet.length == lengthOf(PacketTag::physicalParams);
+    if (packet.isLive() && isOnly && isAsLong) drop(packet, LeftOut::unreadable);
+  }
 }
 
 // -- the result ---------------------------------------------------------------------------

@@ -173,15 +173,18 @@ void Rescue::leaveOutDoubles() {
   if (without.lostStretches() < lostStretches()) *this = std::move(without);
 }
 
-// Whether there is more than what noise holds by chance.
+// Whether there is more than what noise holds by chance. A file that begins as a recording does is
+// one, however short it is.
 bool Rescue::holdsRecording() const {
   constexpr double least = 60;
   const PenBytes bytes = source_.bytes();
+  const bool hasStart =
+      bytes.hasHead(0) && bytes.tag(0) == PacketTag::fileDescriptor && bytes.knownPacket(0) != 0;
   const bool hasPoints =
       std::any_of(reading_.packets.begin(), reading_.packets.end(), [&](const ReadPacket& packet) {
         return bytes.tag(packet.offset) == PacketTag::coordinatePoint;
       });
-  return hasPoints && reading_.gain > least;
+  return hasPoints && (hasStart || reading_.gain > least);
 }
 
 PenRescue Rescue::run() {

@@ -393,6 +393,31 @@ TEST_F(PenRescueTest, FindsPacketsAgainThatAChangedHeadSwallows) {
   EXPECT_EQ(result.pointsKept, 144U);
 }
 
+TEST_F(PenRescueTest, SavesTheOnlyPointOfARecordingThatIsCutBehindIt) {
+  const PenFileBuilder point =
+      PenFileBuilder().descriptor(0x10, 2, 7, 1).status(0x01).coordinate(100, 200);
+  const PenRescue result = rescuePenRecording(textOf(point) + "a");
+  EXPECT_EQ(result.bytes, textOf(point));
+  EXPECT_EQ(result.pointsKept, 1U);
+}
+
+// Tag 97 with one bit flipped, and the only one of its kind.
+TEST_F(PenRescueTest, LeavesOutAPacketOfALoneUnknownTagThatIsAsLongAsAPoint) {
+  std::string damaged = recordingOf(4);
+  damaged[placeOf(1, 5)] ^= 0x08;
+  const PenRescue result = rescuePenRecording(damaged + "a");
+  EXPECT_EQ(result.pointsKept, 47U);
+  EXPECT_EQ(result.bytes.find("\x69\x06"), std::string::npos);
+  EXPECT_THAT(result.leftOut,
+              testing::Contains(Stretch{placeOf(1, 5), placeOf(1, 5) + 6, LeftOut::unreadable}));
+}
+
+TEST_F(PenRescueTest, KeepsALoneUnknownPacketOfADamagedRecordingThatIsLikeNoOther) {
+  const std::string sound =
+      recordingOf(2) + PenFileBuilder().unknown(0x21, 5, {0x4B, 0, 1}) + stroke(4);
+  EXPECT_EQ(rescuePenRecording(sound + "a").bytes, sound);
+}
+
 TEST_F(PenRescueTest, GoesOnBehindAPacketOfLengthZero) {
   std::string damaged = recordingOf(4);
   damaged.insert(placeOf(2, 0) - 3, "\x42\x40");
