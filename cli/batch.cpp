@@ -24,7 +24,8 @@ constexpr double kUsualTimeLimit = 60;
 
 /// The folder for results that are recordings; empty where they are not.
 fs::path folderOfRecordings(const OutputPlan& plan) {
-  if (plan.output || !isNamedAsRecording("a." + plan.ending)) return {};
+  if (plan.output) return {};
+  if (!plan.keepsEndings && !isNamedAsRecording("a." + plan.ending)) return {};
   return plan.folder.empty() ? "." : plan.folder;
 }
 
@@ -44,7 +45,7 @@ bool Batch::run(const Work& work) {
   work_ = &work;
   platform::runJobs(*this, list_.inputs.size(), workers());
   progress_.clear();
-  if (list_.inputs.size() > 1 && !options_.quiet) sumUp();
+  if (list_.inputs.size() > 1 && !options_.quiet && !verb_.empty()) sumUp();
   return tally_.allDone();
 }
 
@@ -202,9 +203,14 @@ bool Batch::write(const fs::path& target, const std::string& bytes) {
 void Batch::sayDone(const fs::path& file, const fs::path& target, const std::string& summary) {
   if (options_.quiet) return;
   const bool toStandardOutput = isStandardOutput(target);
-  const std::string line = nativeName(nameOf(file)) + ": " + summary +
-                           (toStandardOutput ? "" : " -> " + nativeName(target));
+  const bool isNamed = !toStandardOutput && !target.empty();
+  const std::string line =
+      nativeName(nameOf(file)) + ": " + summary + (isNamed ? " -> " + nativeName(target) : "");
   say(toStandardOutput ? Message::Kind::remark : Message::Kind::result, printable(line) + "\n");
+}
+
+void Batch::sayLine(const std::string& line) {
+  say(Message::Kind::result, line + "\n");
 }
 
 void Batch::note(const fs::path& file, const std::string& sentence) {

@@ -27,7 +27,7 @@ class Batch : private platform::Jobs {
   using Work =
       std::function<bool(const std::filesystem::path& file, const std::filesystem::path& target)>;
 
-  /// `verb` is what is done to the files, such as "drawn".
+  /// `verb` is what is done to the files, such as "drawn"; empty where no line sums up.
   Batch(const BatchOptions& options, std::string verb);
 
   /// Calls `work` for every file whose result may be written to its target; nothing but what it
@@ -44,13 +44,19 @@ class Batch : private platform::Jobs {
   void mention(const std::filesystem::path& file, const std::string& sentence);
   /// Writes a result; reports an error and gives false where that fails.
   bool write(const std::filesystem::path& target, const std::string& bytes);
-  /// Says what was done: on standard output, unless the result itself went there.
+  /// Says what was done: on standard output, unless the result itself went there. An empty `target`
+  /// is none.
   void sayDone(const std::filesystem::path& file, const std::filesystem::path& target,
                const std::string& summary);
+  /// A line of a result that is printed line by line.
+  void sayLine(const std::string& line);
   /// Reports something about a file that is neither an error nor a warning.
   void note(const std::filesystem::path& file, const std::string& sentence);
   /// Prints lines that are not the command's own, with a heading, on standard error.
   void show(const std::filesystem::path& file, const std::string& heading, const std::string& text);
+
+  /// The name of a file in messages.
+  const std::filesystem::path& nameOf(const std::filesystem::path& file) const;
 
  private:
   std::string carryOut(std::size_t job) override;
@@ -70,8 +76,6 @@ class Batch : private platform::Jobs {
   platform::WorkerOptions workers() const;
   /// Prints a message, or adds it to the report of the current file.
   void say(Message::Kind kind, std::string lines);
-  /// The name of a file in messages.
-  const std::filesystem::path& nameOf(const std::filesystem::path& file) const;
 
   const BatchOptions& options_;
   std::string verb_;

@@ -84,6 +84,10 @@ void addOutputs(CLI::App& command, OutputWords& words, const char* result) {
   addQuiet(command, words.quiet);
 }
 
+void addMending(CLI::App& command, bool& rescue) {
+  command.add_flag("--rescue", rescue, "read what can be saved of a damaged FILE");
+}
+
 void addKind(CLI::App& command, std::string& kind) {
   command.add_option("--as", kind, "read FILE as pen or inkml, whatever its name and contents")
       ->check(oneOf({"pen", "inkml"}))
@@ -131,6 +135,7 @@ void addOpen(CLI::App& open, OpenWords& words) {
       ->check(kNotEmpty)
       ->type_name("DIR");
   addKind(open, words.kind);
+  addMending(open, words.rescue);
   open.add_flag("-v,--verbose", words.verbose,
                 "show what the plug-in printed, and how many unknown packets it skipped");
 }
@@ -146,14 +151,23 @@ void addInk(CLI::App& ink, InkWords& words) {
       ->type_name("OUT.json");
   ink.add_flag("--force", words.force, "overwrite a recording that already exists");
   addKind(ink, words.kind);
+  addMending(ink, words.rescue);
   addQuiet(ink, words.quiet);
 }
 
 void addConvert(CLI::App& convert, ConvertWords& words) {
   addOutputs(convert, words, "where the ink document of one FILE goes (.kvo, .inkml)");
   addKind(convert, words.kind);
+  addMending(convert, words.rescue);
   convert.add_flag("--exact", words.exact,
                    "keep the tenths of coordinates, for other programs; the plug-in cuts them off");
+}
+
+void addRescue(CLI::App& rescue, RescueWords& words) {
+  addOutputs(rescue, words, "where the mended recording of one FILE goes, of the same kind");
+  addKind(rescue, words.kind);
+  rescue.add_flag("--json", words.json,
+                  "print a line of JSON for each FILE, with every stretch that was left out");
 }
 
 /// Adds a command with the options that `addOptions` declares. Its words become `chosen` where it
@@ -171,6 +185,7 @@ void addCommands(CLI::App& app, CommandWords& chosen) {
   addCommand(app, chosen, "open", "open recordings through the plug-in and draw them", addOpen);
   addCommand(app, chosen, "ink", "show the ink document of a recording as JSON", addInk);
   addCommand(app, chosen, "convert", "write recordings as ink documents (InkML)", addConvert);
+  addCommand(app, chosen, "rescue", "mend damaged recordings", addRescue);
 }
 
 void describe(CLI::App& app) {
@@ -185,7 +200,7 @@ void describe(CLI::App& app) {
   });
 }
 
-/// "open, ink and convert".
+/// "open, ink, convert and rescue".
 std::string listCommands(const CLI::App& app) {
   const std::vector<const CLI::App*> commands = app.get_subcommands([](auto*) { return true; });
   std::string list;

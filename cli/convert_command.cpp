@@ -4,6 +4,7 @@
 #include "cli/ink_preparation.h"
 #include "cli/pen_clock.h"
 #include "cli/read_back.h"
+#include "cli/rescuing.h"
 #include "cli/sentences.h"
 #include "cli/temporary_file.h"
 #include "inkml/document_serializer.h"
@@ -34,10 +35,14 @@ std::string summaryOf(const Orvo::Document& document) {
 
 bool convertFile(Batch& batch, const ConvertOptions& options, const fs::path& file,
                  const fs::path& target) {
-  const Recording recording(file, kindByName(file));
-  if (!recording.complete()) return batch.fail(file, recording.explainFailure());
+  const MendedInput input(file, options.rescue);
+  if (input.problem()) return batch.fail(file, *input.problem());
+  const Recording recording(input.path(), kindByName(input.path()));
+  if (!recording.complete()) {
+    return batch.fail(file, withRescue(recording.explainFailure(), input.path(), recording.kind()));
+  }
   Orvo::Document& document = recording.document();
-  if (recording.kind() == FileKind::pen && !setPenTimes(document, file)) {
+  if (recording.kind() == FileKind::pen && !setPenTimes(document, input.path())) {
     return batch.fail(file, "the file changed while it was read; try again");
   }
   if (!options.exact) roundCoordinates(document);
@@ -57,10 +62,10 @@ bool convertFile(Batch& batch, const ConvertOptions& options, const fs::path& fi
   const Orvo::InkReading readBack = Orvo::readInk(name.c_str());
   if (const auto problem = explainUnusable(readBack.report)) return batch.fail(target, *problem);
 
-  batch.mention(file, recording.explainOmissions());
+  batch.mention(file, withRescue(recording.explainOmissions(), input.path(), recording.kind()));
   batch.mention(file, changesOf(cleanedTexts, compareReadBack(document, definitions, readBack)));
   if (!batch.write(target, written.bytes())) return false;
-  batch.sayDone(file, target, summaryOf(document));
+  batch.sayDone(file, target, joined(summaryOf(document), input.summary()));
   return true;
 }
 

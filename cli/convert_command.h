@@ -7,7 +7,8 @@
 namespace cli {
 
 struct ConvertOptions : BatchOptions {
-  bool exact = false;  ///< Keep the fractions of coordinates.
+  bool exact = false;   ///< Keep the fractions of coordinates.
+  bool rescue = false;  ///< Read what can be saved of damaged files.
 };
 
 /// `penwick convert`: recordings as ink documents. The document is complete in itself: it declares

@@ -10,6 +10,7 @@ ExitStatus run(const ConvertWords& words) {
   take(words, options);
   options.outputs.ending = formatOf("", words, "kvo");
   options.exact = words.exact;
+  options.rescue = words.rescue;
   if (const std::string wrong = wrongOutputs(words); !wrong.empty()) return wrongUsage(wrong);
   // In small letters only: by any other name the document would be taken for a pen recording.
   if (options.outputs.ending != "kvo" && options.outputs.ending != "inkml") {

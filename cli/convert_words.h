@@ -9,6 +9,7 @@ namespace cli {
 /// The words of `penwick convert` as they were given.
 struct ConvertWords : OutputWords {
   bool exact = false;
+  bool rescue = false;
 };
 
 /// Converts the files, or reports what is wrong with the words.

@@ -5,8 +5,20 @@
 #include "cli/limits.h"
 #include "cli/output_file.h"
 #include "cli/outputs.h"
+#include "cli/rescuing.h"
 
 namespace cli {
+
+namespace {
+
+void mention(const InkOptions& options, const MendedInput& input, const Recording& recording) {
+  const std::string omissions =
+      withRescue(recording.explainOmissions(), input.path(), recording.kind());
+  if (!omissions.empty()) reportWarning(options.file, omissions);
+  if (!input.summary().empty()) reportNote(options.file, input.summary());
+}
+
+}  // namespace
 
 ExitStatus showInk(const InkOptions& options) {
   if (const auto refusal = refusalToOpenFiles()) {
@@ -23,13 +35,18 @@ ExitStatus showInk(const InkOptions& options) {
     reportError(options.file, *input.problem());
     return ExitStatus::failed;
   }
-  const Recording recording(input.path(), kindByName(input.path()));
-  if (!recording.complete()) {
-    reportError(options.file, recording.explainFailure());
+  const MendedInput mended(input.path(), options.rescue);
+  if (mended.problem()) {
+    reportError(options.file, *mended.problem());
     return ExitStatus::failed;
   }
-  const std::string omissions = recording.explainOmissions();
-  if (!omissions.empty() && !options.quiet) reportWarning(options.file, omissions);
+  const Recording recording(mended.path(), kindByName(mended.path()));
+  if (!recording.complete()) {
+    reportError(options.file,
+                withRescue(recording.explainFailure(), mended.path(), recording.kind()));
+    return ExitStatus::failed;
+  }
+  if (!options.quiet) mention(options, mended, recording);
   if (const auto problem = writeOutput(options.output, inkToJson(recording))) {
     reportError(options.output, *problem);
     return ExitStatus::failed;

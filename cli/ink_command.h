@@ -15,6 +15,7 @@ struct InkOptions {
   std::optional<FileKind> kind;    ///< Overrides the kind that the name suggests.
   bool replaceRecordings = false;  ///< Otherwise a recording at `output` is kept.
   bool quiet = false;
+  bool rescue = false;  ///< Read what can be saved of damaged files.
 };
 
 /// `penwick ink`: the ink document of a recording as JSON. A recording that is not whole gives

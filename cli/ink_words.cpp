@@ -15,6 +15,7 @@ ExitStatus run(const InkWords& words) {
   options.kind = kindOf(words.kind);
   options.replaceRecordings = words.force;
   options.quiet = words.quiet;
+  options.rescue = words.rescue;
   if (const std::string wrong = wrongEnding(words.output, "the JSON of ink"); !wrong.empty()) {
     return wrongUsage(wrong);
   }

@@ -14,6 +14,7 @@ struct InkWords {
   std::string kind;
   bool force = false;
   bool quiet = false;
+  bool rescue = false;
 };
 
 /// Shows the file, or reports what is wrong with the words.

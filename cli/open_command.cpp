@@ -9,6 +9,7 @@
 #include "cli/module_place.h"
 #include "cli/plugin_run.h"
 #include "cli/recording.h"
+#include "cli/rescuing.h"
 #include "cli/sentences.h"
 #include "render/pdf_and_png.h"
 #include "render/spine.h"
@@ -82,15 +83,17 @@ class Opener {
     if (const auto refusal = refusalOfJournal(file, target)) {
       return batch_.fail(*options_.journal, *refusal);
     }
-    const PluginRun run = runPlugin(file, run_);
+    const MendedInput input(file, options_.rescue);
+    if (input.problem()) return batch_.fail(file, *input.problem());
+    const PluginRun run = runPlugin(input.path(), run_);
     if (options_.verbose) showPrinted(file, run.printed);
     if (options_.journal && !run.journal.empty() && !batch_.write(*options_.journal, run.journal)) {
       return false;
     }
-    if (!run.document) return batch_.fail(file, explain(file, run));
+    if (!run.document) return batch_.fail(file, explain(input, run));
 
     if (!run.notes.empty()) batch_.warn(file, run.notes);
-    const std::string summary = explainDrawing(file, *run.document);
+    const std::string summary = explainDrawing(file, input, *run.document);
     const render::Picture picture = draw(*run.document, options_);
     if (picture.refusal) return batch_.fail(target, *picture.refusal);
     if (!batch_.write(target, picture.bytes)) return false;
@@ -106,27 +109,34 @@ class Opener {
     return refusalToOverwrite(file, *options_.journal, force);
   }
 
-  std::string explain(const fs::path& file, const PluginRun& run) {
-    if (!run.readNothing) return run.notes.empty() ? run.refusal : run.refusal + "; " + run.notes;
-    const Recording recording(file, kindByName(file));
+  std::string explain(const MendedInput& input, const PluginRun& run) {
+    if (!run.readNothing) return joined(run.refusal, run.notes);
+    const Recording recording(input.path(), kindByName(input.path()));
     if (recording.complete()) return "the plug-in read it but drew nothing, and no call failed";
-    return recording.explainFailure();
+    return withRescue(recording.explainFailure(), input.path(), recording.kind());
   }
 
   /// Prints what a person should know about the drawing; gives a summary. The recording is read
   /// here a second time, to find out what was left out, unless nothing is to be printed.
-  std::string explainDrawing(const fs::path& file, const art::Document& document) {
+  std::string explainDrawing(const fs::path& file, const MendedInput& input,
+                             const art::Document& document) {
     if (options_.quiet) return {};
-    const Recording recording(file, kindByName(file));
-    mentionOmissions(file, recording);
+    const Recording recording(input.path(), kindByName(input.path()));
+    mentionOmissions(file, input, recording);
     mentionHairlines(file, document);
+    return joined(drawingOf(recording, document), input.summary());
+  }
+
+  static std::string drawingOf(const Recording& recording, const art::Document& document) {
     if (art::countPaths(document) > 0) return summaryOf(document);
     return recording.hasStrokes() ? "an empty drawing (none of the strokes could be drawn)"
                                   : "an empty drawing (the recording has no strokes to draw)";
   }
 
-  void mentionOmissions(const fs::path& file, const Recording& recording) {
-    std::string omissions = recording.explainOmissions();
+  void mentionOmissions(const fs::path& file, const MendedInput& input,
+                        const Recording& recording) {
+    std::string omissions =
+        withRescue(recording.explainOmissions(), input.path(), recording.kind());
     if (const std::string undrawn = recording.explainUndrawn(); !undrawn.empty()) {
       addPart(omissions, undrawn);
     }

@@ -17,6 +17,7 @@ struct OpenOptions : BatchOptions {
   std::optional<std::filesystem::path> journal;    ///< For one file.
   std::optional<std::filesystem::path> logFolder;  ///< Overrides the command's own.
   std::filesystem::path module;  ///< Empty: the module that belongs to this program.
+  bool rescue = false;           ///< Read what can be saved of damaged files.
   bool verbose = false;
   bool builtInLibrary = true;
 };

@@ -86,6 +86,7 @@ ExitStatus run(const OpenWords& words) {
   if (!words.journal.empty()) options.journal = pathOf(words.journal);
   options.module = pathOf(words.module);
   if (!words.logFolder.empty()) options.logFolder = pathOf(words.logFolder);
+  options.rescue = words.rescue;
   options.verbose = words.verbose;
   options.builtInLibrary = !words.noLibrary;
 

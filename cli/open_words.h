@@ -21,6 +21,7 @@ struct OpenWords : OutputWords {
   std::optional<double> pressure;
   std::optional<double> dpi;
   bool verbose = false;
+  bool rescue = false;
   bool noLibrary = false;
 };
 

@@ -4,6 +4,7 @@
 #include <array>
 #include <system_error>
 
+#include "cli/input_file.h"
 #include "cli/output_file.h"
 #include "cli/report.h"
 #include "cli/result_names.h"
@@ -26,6 +27,15 @@ bool isOneFile(const fs::path& one, const fs::path& other) {
   return canonicalName(one) == canonicalName(other) || fs::equivalent(one, other, error);
 }
 
+namespace {
+
+// Standard input may be a file that the shell opened.
+fs::path openName(const fs::path& file) {
+  return isStandardInput(file) ? "/dev/stdin" : file;
+}
+
+}  // namespace
+
 bool isNamedAsRecording(const fs::path& file) {
   constexpr std::array kEndings{".pnx", ".eli", ".kvo", ".inkml"};
   return std::ranges::find(kEndings, lowerCased(nativeName(file.extension()))) != kEndings.end();
@@ -34,7 +44,7 @@ bool isNamedAsRecording(const fs::path& file) {
 std::optional<std::string> refusalToOverwrite(const fs::path& file, const fs::path& target,
                                               bool force) {
   if (isStandardOutput(target)) return {};
-  if (isOneFile(file, target)) return "is the recording itself; choose another output";
+  if (isOneFile(openName(file), target)) return "is the recording itself; choose another output";
   std::error_code error;
   if (force || !fs::exists(target, error)) return {};
   if (!isNamedAsRecording(target) && !isNamedAsRecording(behindLinks(target))) return {};
@@ -42,14 +52,25 @@ std::optional<std::string> refusalToOverwrite(const fs::path& file, const fs::pa
 }
 
 Outputs::Outputs(OutputPlan plan, const std::vector<Input>& inputs) : plan_(std::move(plan)) {
-  const bool isNamed = plan_.output || plan_.ending.empty();
-  if (!isNamed) targets_ = nameResults(inputs, plan_.ending);
+  const bool isWritten = plan_.keepsEndings || !plan_.ending.empty();
+  if (!plan_.output && isWritten) targets_ = nameResults(inputs, endsOfNames(inputs));
   for (fs::path& target : targets_)
     planned_.insert(target = plan_.folder / target);
   for (const Input& input : inputs) {
     files_.push_back(input.file);
     inputs_.insert(canonicalName(input.file));
   }
+}
+
+// What comes behind the names of the results.
+std::vector<fs::path> Outputs::endsOfNames(const std::vector<Input>& inputs) const {
+  std::vector<fs::path> ends;
+  for (const Input& input : inputs) {
+    fs::path end = plan_.mark;
+    end += plan_.keepsEndings ? input.file.extension() : fs::path("." + plan_.ending);
+    ends.push_back(std::move(end));
+  }
+  return ends;
 }
 
 std::optional<std::string> Outputs::prepare() const {
@@ -86,7 +107,7 @@ Place Outputs::placeFor(std::size_t input) const {
   // A folder, a pipe or a device in the place is for the writing to deal with.
   const bool isFile = fs::is_regular_file(target, error);
   if (isFile && plan_.onConflict == OnConflict::number) return {numbered(target)};
-  const bool isItself = isOneFile(file, target);
+  const bool isItself = isOneFile(openName(file), target);
   if (!isItself && inputs_.contains(canonicalName(target))) {
     return {target, false, "is one of the recordings to be read; choose another output"};
   }

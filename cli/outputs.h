@@ -24,6 +24,9 @@ struct OutputPlan {
   std::filesystem::path folder;  ///< Otherwise the results go here, named after their files.
   /// The ending of those results, without the dot; empty where nothing is written.
   std::string ending;
+  /// Instead of `ending`: each result has that of its file.
+  bool keepsEndings = false;
+  std::string mark;  ///< Goes between the name and its ending, such as ".rescued".
   /// Nothing: a file that `output` names is replaced unless it is a recording; others are kept.
   std::optional<OnConflict> onConflict;
 };
@@ -65,6 +68,7 @@ class Outputs {
   Place placeFor(std::size_t input) const;
 
  private:
+  std::vector<std::filesystem::path> endsOfNames(const std::vector<Input>& inputs) const;
   std::filesystem::path numbered(const std::filesystem::path& target) const;
 
   OutputPlan plan_;

@@ -73,6 +73,10 @@ std::string Recording::explainOmissions() const {
   return cli::explainOmissions(penReport_, damaged_);
 }
 
+bool Recording::looksDamaged() const {
+  return penReport_.cutPacket || penReport_.endlessPacket || damaged_.count > 0;
+}
+
 std::string Recording::explainUnknown() const {
   return kind_ == FileKind::pen ? cli::explainUnknown(penReport_) : "";
 }

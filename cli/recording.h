@@ -43,6 +43,8 @@ class Recording {
   std::string explainFailure() const;
   /// What was left out of a whole recording, in one sentence; empty where nothing was.
   std::string explainOmissions() const;
+  /// Whether a pen recording was read to its end but has signs of damage.
+  bool looksDamaged() const;
   /// How many packets with unknown tags a whole recording has, in one sentence; empty where none
   /// has.
   std::string explainUnknown() const;

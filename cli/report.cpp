@@ -59,6 +59,10 @@ void reportWarning(const std::filesystem::path& file, std::string_view sentence)
   std::fputs(warningLine(file, sentence).c_str(), stderr);
 }
 
+void reportNote(const std::filesystem::path& file, std::string_view sentence) {
+  std::fputs(noteLine(file, sentence).c_str(), stderr);
+}
+
 ExitStatus wrongUsage(std::string_view sentence) {
   std::fprintf(stderr, "penwick: %s\n", printable(sentence).c_str());
   return ExitStatus::wrongUsage;

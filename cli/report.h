@@ -39,6 +39,9 @@ void reportError(const std::filesystem::path& file, std::string_view sentence);
 /// Prints a warning line on standard error.
 void reportWarning(const std::filesystem::path& file, std::string_view sentence);
 
+/// Prints a note line on standard error.
+void reportNote(const std::filesystem::path& file, std::string_view sentence);
+
 /// Says what is wrong with the command line, "penwick: SENTENCE"; gives the exit status for that.
 ExitStatus wrongUsage(std::string_view sentence);
 

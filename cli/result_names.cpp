@@ -5,6 +5,7 @@
 #include <map>
 #include <set>
 #include <system_error>
+#include <tuple>
 
 namespace cli {
 
@@ -50,12 +51,16 @@ class ResultName {
   std::size_t taken_ = 0;          ///< How many of them, the last ones, are part of the name.
 };
 
-void tellEndingsApart(std::vector<ResultName>& names, const std::vector<Input>& inputs) {
-  std::map<std::pair<fs::path, fs::path>, std::size_t> uses;
-  for (const ResultName& name : names)
-    ++uses[{name.parent(), name.stem()}];
+void tellEndingsApart(std::vector<ResultName>& names, const std::vector<Input>& inputs,
+                      const std::vector<fs::path>& ends) {
+  const auto keyOf = [&](std::size_t i) {
+    return std::tuple(names[i].parent(), names[i].stem(), ends[i]);
+  };
+  std::map<std::tuple<fs::path, fs::path, fs::path>, std::size_t> uses;
+  for (std::size_t i = 0; i < names.size(); ++i)
+    ++uses[keyOf(i)];
   for (std::size_t i = 0; i < names.size(); ++i) {
-    if (uses[{names[i].parent(), names[i].stem()}] > 1) names[i].keepEnding(inputs[i]);
+    if (uses[keyOf(i)] > 1) names[i].keepEnding(inputs[i]);
   }
 }
 
@@ -84,29 +89,30 @@ bool tellFoldersApart(std::vector<ResultName>& names) {
   return changed;
 }
 
-fs::path withNumber(const fs::path& path, int number, const std::string& ending) {
+fs::path withNumber(const fs::path& path, int number, const fs::path& end) {
   fs::path name = path;
   if (number > 1) name += "-" + std::to_string(number);
-  name += "." + ending;
+  name += end;
   return name;
 }
 
 }  // namespace
 
-std::vector<fs::path> nameResults(const std::vector<Input>& inputs, const std::string& ending) {
+std::vector<fs::path> nameResults(const std::vector<Input>& inputs,
+                                  const std::vector<fs::path>& ends) {
   std::vector<ResultName> names(inputs.begin(), inputs.end());
-  tellEndingsApart(names, inputs);
+  tellEndingsApart(names, inputs, ends);
   while (tellFoldersApart(names)) {
   }
 
   // Those of "a.pnx", "a.eli" and "a.pnx.kvo" in one folder are still equal.
   std::vector<fs::path> paths;
   std::set<fs::path> taken;
-  for (const ResultName& name : names) {
+  for (std::size_t i = 0; i < names.size(); ++i) {
     int number = 1;
-    while (!taken.insert(withNumber(name.path(), number, ending)).second)
+    while (!taken.insert(withNumber(names[i].path(), number, ends[i])).second)
       ++number;
-    paths.push_back(withNumber(name.path(), number, ending));
+    paths.push_back(withNumber(names[i].path(), number, ends[i]));
   }
   return paths;
 }

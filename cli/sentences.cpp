@@ -21,6 +21,11 @@ void addPart(std::string& sentence, const std::string& part) {
   sentence += part;
 }
 
+std::string joined(std::string sentence, const std::string& part) {
+  if (!part.empty()) addPart(sentence, part);
+  return sentence;
+}
+
 std::string explainOpening(const fs::path& file) {
   std::error_code error;
   const fs::file_status status = fs::status(file, error);

@@ -13,6 +13,8 @@ std::string counted(std::uint64_t count, const std::string& thing);
 
 /// Adds a part to a sentence, after "; " unless it is the first.
 void addPart(std::string& sentence, const std::string& part);
+/// A sentence with a part behind it that may be empty.
+std::string joined(std::string sentence, const std::string& part);
 
 inline constexpr char kThisIsAFolder[] = "this is a folder; name the recordings in it";
 

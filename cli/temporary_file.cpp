@@ -51,6 +51,12 @@ TemporaryFile::TemporaryFile() {
 
 TemporaryFile::~TemporaryFile() = default;
 
+bool TemporaryFile::write(std::string_view bytes) const {
+  std::ofstream file(path_, std::ios::binary);
+  file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  return file.flush().good();
+}
+
 std::string TemporaryFile::bytes() const {
   std::ifstream file(path_, std::ios::binary);
   return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};

@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <string>
+#include <string_view>
 
 #ifdef _WIN32
 #include "cli/private_folder.h"
@@ -23,6 +24,8 @@ class TemporaryFile {
 
   /// The name by which the file can be opened; empty where none could be created.
   const std::filesystem::path& path() const { return path_; }
+  /// Makes the file hold `bytes`, and nothing else. False where that fails.
+  bool write(std::string_view bytes) const;
   /// What the file holds; empty where there is no file.
   std::string bytes() const;
 

@@ -85,6 +85,7 @@ class Mending {
   void mendStatuses();
   void dropHalfPackets();
   void dropLeaps();
+  void dropPointsFarAboveTheSheet();
   void dropStrayStrokes();
   void breakStrokes();
   void dropStrangePackets();
@@ -147,6 +148,7 @@ void Mending::run() {
   mendStatuses();
   dropHalfPackets();
   dropLeaps();
+  dropPointsFarAboveTheSheet();
   dropStrayStrokes();
   breakStrokes();
   dropStrangePackets();
@@ -533,6 +535,23 @@ void Mending::dropLeaps() {
   const double limit = 1.5 * std::max(0.0, upperBound(honest)) + 4;
   for (std::size_t i = 0; i < all.size(); ++i) {
     if (leaps[i] > limit) drop(packets_[all[i].packet], LeftOut::madeUp);
+  }
+}
+
+// A pen that leaves the sheet does so step by step: a single point above it, far from the points
+// before and behind it, is made up.
+void Mending::dropPointsFarAboveTheSheet() {
+  constexpr double far = 5 * kMillimetre;
+  std::vector<std::size_t> points;
+  for (std::size_t i = 0; i < packets_.size(); ++i)
+    if (packets_[i].is(PacketTag::coordinatePoint)) points.push_back(i);
+  const auto heightOf = [&](std::size_t point) {
+    return (bytes_.word(packets_[points[point]].offset + 4) + 2.5) / 5.0;
+  };
+  for (std::size_t i = 1; i + 1 < points.size(); ++i) {
+    const double y = heightOf(i);
+    const double highest = std::min(heightOf(i - 1), heightOf(i + 1));
+    if (y < 0 && highest >= 0 && highest - y > far) drop(packets_[points[i]], LeftOut::madeUp);
   }
 }
 

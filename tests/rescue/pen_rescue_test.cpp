@@ -383,6 +383,17 @@ TEST_F(PenRescueTest, DropsAPointThatLeapsFarOutOfItsStroke) {
   EXPECT_EQ(result.pointsDropped, 1U);
 }
 
+TEST_F(PenRescueTest, DropsAPointFarAboveTheSheetAndKeepsThePathOfAPenThatLeavesIt) {
+  PenFileBuilder leaves = PenFileBuilder().status(0x01);
+  for (const int y : {40, -20, -70})
+    leaves.coordinate(900, y);
+  leaves.status(0x00);
+  const std::string sound = recordingOf(3) + leaves + stroke(5);
+  std::string damaged = sound + "a";
+  damaged[placeOf(1, 4) + 4] = '\xC0';
+  EXPECT_EQ(rescuePenRecording(damaged).bytes, std::string(sound).erase(placeOf(1, 4), 6));
+}
+
 TEST_F(PenRescueTest, FindsPacketsAgainThatAChangedHeadSwallows) {
   std::string damaged = recordingOf(12);
   // 45 points up to a packet's end, see above, and a file that ends inside a packet.

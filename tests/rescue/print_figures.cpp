@@ -1,6 +1,6 @@
-// Prints how much of damaged pen recordings, or ink documents, is saved, kind by kind, as the tables
-// in docs/rescue.md: first of the damages that show, then of all, those included that leave a file
-// sound.
+// Prints how much of damaged pen recordings, or ink documents, is saved, kind by kind, as the
+// tables in docs/rescue.md: first of the damages that show, then of all, those included that leave
+// a file sound.
 //
 //     rescue_figures [--ink] [--seed N] [--times N] FILE...
 

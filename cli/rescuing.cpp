@@ -1,0 +1,184 @@
+#include "cli/rescuing.h"
+
+#include <algorithm>
+#include <array>
+
+#include "cli/file_content.h"
+#include "cli/sentences.h"
+#include "platform/file.h"
+
+namespace cli {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+struct FileBytes {
+  std::string bytes;
+  std::string problem;  ///< Why the file could not be read.
+};
+
+FileBytes readAll(const fs::path& file) {
+  FileBytes all;
+  std::error_code error;
+  const platform::File stream = platform::openFile(wideName(file).c_str(), "rb");
+  if (!stream || fs::is_directory(file, error)) return {"", explainOpening(file)};
+  std::array<char, 65536> part{};
+  while (const std::size_t size = std::fread(part.data(), 1, part.size(), stream.get()))
+    all.bytes.append(part.data(), size);
+  if (std::ferror(stream.get()) != 0) {
+    return {"", "the file could not be read to its end: the system reports a read error"};
+  }
+  return all;
+}
+
+std::vector<std::string> repairsOf(const rescue::PenRescue& rescue) {
+  std::vector<std::string> repairs;
+  switch (rescue.transfer) {
+    case rescue::TextTransfer::none:
+      break;
+    case rescue::TextTransfer::carriageReturnsAdded:
+      repairs.emplace_back("carriage returns that a transfer put in taken out");
+      break;
+    case rescue::TextTransfer::carriageReturnsRemoved:
+      repairs.emplace_back("carriage returns that a transfer took out put back");
+      break;
+    case rescue::TextTransfer::highBytesReplaced:
+      repairs.emplace_back("tags put back that a transfer turned into question marks");
+      break;
+  }
+  if (rescue.descriptorMended) repairs.emplace_back("file descriptor put right");
+  if (rescue.furtherRecordings > 0) {
+    repairs.push_back(counted(rescue.furtherRecordings, "further recording") + " made layers");
+  }
+  return repairs;
+}
+
+std::string explainNothingSaved(const fs::path& file, std::string_view bytes) {
+  if (bytes.empty()) return "the file is empty (0 bytes)";
+  if (const auto foreign = describeContent(file)) return *foreign;
+  return "nothing could be saved: no points can be made out in it";
+}
+
+void rescuePen(const fs::path& file, std::string bytes, Rescued& result) {
+  rescue::PenRescue pen = rescue::rescuePenRecording(bytes);
+  result.sound = pen.sound;
+  result.saved = pen.saved;
+  result.leftOut = std::move(pen.leftOut);
+  result.pointsKept = pen.pointsKept;
+  result.pointsAbout = pen.pointsAbout;
+  result.repairs = repairsOf(pen);
+  result.bytes = std::move(pen.bytes);
+  if (!result.saved) result.problem = explainNothingSaved(file, bytes);
+}
+
+std::size_t countPoints(const Orvo::Document& document) {
+  std::size_t points = 0;
+  for (const Orvo::Layer& layer : document)
+    for (const Orvo::Stroke& stroke : layer)
+      points += stroke.size();
+  return points;
+}
+
+// Ink documents are not mended: one that opens is taken as it is.
+void rescueInk(const fs::path& file, std::string bytes, Rescued& result) {
+  const Recording recording(file, FileKind::inkml);
+  result.saved = result.sound = recording.complete();
+  if (!result.saved) {
+    result.problem =
+        recording.explainFailure() + "; only pen recordings can be mended, not ink documents";
+    return;
+  }
+  result.pointsKept = result.pointsAbout = countPoints(recording.document());
+  result.bytes = std::move(bytes);
+}
+
+// "bytes 10-22, 40-51 and 3 more", counted from 0 and with the last byte of each.
+std::string placesOf(const std::vector<rescue::Stretch>& stretches) {
+  constexpr std::size_t kMost = 3;
+  const bool isOneByte = stretches.size() == 1 && stretches[0].end == stretches[0].begin + 1;
+  std::string places = isOneByte ? "byte " : "bytes ";
+  for (std::size_t i = 0; i < std::min(kMost, stretches.size()); ++i) {
+    if (i > 0) places += ", ";
+    places += std::to_string(stretches[i].begin);
+    if (stretches[i].end > stretches[i].begin + 1) {
+      places += "-" + std::to_string(stretches[i].end - 1);
+    }
+  }
+  if (stretches.size() > kMost) {
+    places += " and " + std::to_string(stretches.size() - kMost) + " more";
+  }
+  return places;
+}
+
+std::string pointsOf(const Rescued& rescued) {
+  if (rescued.pointsKept == rescued.pointsAbout) return counted(rescued.pointsKept, "point");
+  return std::to_string(rescued.pointsKept) + " of about " + counted(rescued.pointsAbout, "point");
+}
+
+// Stretches that touch one another, for whatever reasons each was left out, as one.
+std::vector<rescue::Stretch> merged(const std::vector<rescue::Stretch>& stretches) {
+  std::vector<rescue::Stretch> all;
+  for (const rescue::Stretch& stretch : stretches) {
+    if (!all.empty() && stretch.begin <= all.back().end) {
+      all.back().end = std::max(all.back().end, stretch.end);
+    } else {
+      all.push_back(stretch);
+    }
+  }
+  return all;
+}
+
+}  // namespace
+
+Rescued rescueRecording(const fs::path& file, FileKind kind) {
+  Rescued result;
+  result.kind = kind;
+  FileBytes all = readAll(file);
+  if (!all.problem.empty()) {
+    result.problem = all.problem;
+  } else if (kind == FileKind::inkml) {
+    rescueInk(file, std::move(all.bytes), result);
+  } else {
+    rescuePen(file, std::move(all.bytes), result);
+  }
+  return result;
+}
+
+std::string describe(const Rescued& rescued) {
+  std::string sentence = pointsOf(rescued) + " kept";
+  for (const std::string& repair : rescued.repairs)
+    sentence += ", " + repair;
+  if (rescued.leftOut.empty()) return sentence;
+  const std::vector<rescue::Stretch> stretches = merged(rescued.leftOut);
+  return sentence + ", " + counted(stretches.size(), "stretch", "stretches") + " left out (" +
+         placesOf(stretches) + ")";
+}
+
+std::string withRescue(std::string sentence, const fs::path& file, FileKind kind) {
+  if (sentence.empty()) return sentence;
+  const Rescued rescued = rescueRecording(file, kind);
+  if (rescued.saved && !rescued.sound) {
+    addPart(sentence, "penwick rescue would save " + pointsOf(rescued));
+  }
+  return sentence;
+}
+
+MendedCopy::MendedCopy(const Rescued& rescued) {
+  if (file_.write(rescued.bytes)) path_ = file_.path();
+}
+
+MendedInput::MendedInput(fs::path file, bool isToBeMended) : path_(std::move(file)) {
+  if (!isToBeMended) return;
+  const Rescued rescued = rescueRecording(path_, kindByName(path_));
+  if (rescued.sound || !rescued.saved) return;
+  copy_ = std::make_unique<MendedCopy>(rescued);
+  if (copy_->path().empty()) {
+    problem_ = kNoSpaceForCopy;
+    return;
+  }
+  path_ = copy_->path();
+  summary_ = "rescued: " + describe(rescued);
+}
+
+}  // namespace cli

@@ -1,0 +1,80 @@
+// What can be saved of a damaged recording, whatever its kind.
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "cli/recording.h"
+#include "cli/temporary_file.h"
+#include "rescue/pen_rescue.h"
+
+namespace cli {
+
+/// What could be saved of one recording.
+struct Rescued {
+  FileKind kind = FileKind::pen;
+  bool sound = false;  ///< It needs no mending: `bytes` is the recording as it came.
+  bool saved = false;  ///< Something was saved, or the recording is sound.
+  /// Where nothing was saved: why, in one sentence. Otherwise empty.
+  std::string problem;
+  std::string bytes;
+  std::vector<rescue::Stretch> leftOut;
+  std::size_t pointsKept = 0;
+  std::size_t pointsAbout = 0;       ///< Those and an estimate of the lost ones.
+  std::vector<std::string> repairs;  ///< What was put right, a few words each.
+};
+
+/// Reads a file and saves what can be saved of it.
+Rescued rescueRecording(const std::filesystem::path& file, FileKind kind);
+
+/// What was kept and lost and where, such as "3 of about 5 points kept, 1 stretch left out (bytes
+/// 10-22)".
+std::string describe(const Rescued& rescued);
+
+/// A sentence about a damaged recording, with what `penwick rescue` would save of it. Unchanged for
+/// an empty sentence, a sound recording, and where nothing can be saved.
+std::string withRescue(std::string sentence, const std::filesystem::path& file, FileKind kind);
+
+inline constexpr char kNoSpaceForCopy[] =
+    "there is no space for a temporary copy of what could be saved";
+
+/// A private file with what could be saved of a recording, under a name by which it is read as one
+/// of its kind. It is removed with the object.
+class MendedCopy {
+ public:
+  explicit MendedCopy(const Rescued& rescued);
+
+  /// Empty where there is no space for it.
+  const std::filesystem::path& path() const { return path_; }
+
+ private:
+  TemporaryFile file_;
+  std::filesystem::path path_;
+};
+
+/// A recording to read: the file itself, or, where it is damaged and that is asked for, a private
+/// copy of what could be saved of it.
+class MendedInput {
+ public:
+  MendedInput(std::filesystem::path file, bool isToBeMended);
+
+  /// Where nothing could be saved this is the file itself: its reader says what is wrong.
+  const std::filesystem::path& path() const { return path_; }
+  /// Why there is no copy of what could be saved, in one sentence.
+  const std::optional<std::string>& problem() const { return problem_; }
+  /// What was kept and lost, or nothing where the file is read as it is.
+  const std::string& summary() const { return summary_; }
+
+ private:
+  std::unique_ptr<MendedCopy> copy_;
+  std::filesystem::path path_;
+  std::string summary_;
+  std::optional<std::string> problem_;
+};
+
+}  // namespace cli
