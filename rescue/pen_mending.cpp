@@ -13,6 +13,8 @@ constexpr unsigned char kUp = 0x00;
 constexpr unsigned char kDown = 0x01;
 constexpr unsigned char kLayer = 0x80;
 constexpr double kMillimetre = 10;  // In units of the sheet.
+// Fewer points do not tell what is far in a recording.
+constexpr std::size_t kFewest = 12;
 
 // The bytes of a packet that was put in or put right: none of them is longer than six.
 class OwnBytes {
@@ -496,21 +498,26 @@ void Mending::dropHalfPackets() {
     }
   }
   const std::vector<Dot> all = dots();
+  if (all.size() < kFewest) return;
   for (std::size_t i = 0; i < all.size(); ++i) {
     if (isLast[all[i].packet] && isFarOut(all, i)) drop(packets_[all[i].packet], LeftOut::madeUp);
   }
 }
 
-// The longest step near a point, but not the steps to the point itself.
-double longestStepAround(const std::vector<Dot>& dots, std::size_t index) {
+// The longest step near a point, but not the steps to the point itself; nothing where there are too
+// few to judge by.
+std::optional<double> longestStepAround(const std::vector<Dot>& dots, std::size_t index) {
   constexpr std::size_t reach = 4;
+  constexpr std::size_t fewest = 2;
   double longest = 0;
+  std::size_t count = 0;
   const std::size_t first = index > reach ? index - reach : 1;
   for (std::size_t i = first; i < dots.size() && i <= index + reach; ++i) {
     if (i == index || i == index + 1 || dots[i].startsStroke) continue;
     longest = std::max(longest, distance(dots[i - 1], dots[i]));
+    ++count;
   }
-  return longest;
+  return count < fewest ? std::nullopt : std::optional(longest);
 }
 
 // A changed value makes a point leap out of its stroke and back.
@@ -529,9 +536,12 @@ void Mending::dropLeaps() {
     const double behind = atEnd ? 0 : distance(all[i], all[i + 1]);
     // At an end there is one neighbour only: the leap must be twice as far.
     const double out = atStart ? behind / 2 : atEnd ? before / 2 : std::min(before, behind);
-    leaps[i] = out - 1.2 * longestStepAround(all, i);
+    const std::optional<double> usual = longestStepAround(all, i);
+    if (!usual) continue;
+    leaps[i] = out - 1.2 * *usual;
     honest.push_back(leaps[i]);
   }
+  if (honest.size() < kFewest) return;
   const double limit = 1.5 * std::max(0.0, upperBound(honest)) + 4;
   for (std::size_t i = 0; i < all.size(); ++i) {
     if (leaps[i] > limit) drop(packets_[all[i].packet], LeftOut::madeUp);

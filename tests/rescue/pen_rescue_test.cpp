@@ -412,6 +412,13 @@ TEST_F(PenRescueTest, SavesTheOnlyPointOfARecordingThatIsCutBehindIt) {
   EXPECT_EQ(result.pointsKept, 1U);
 }
 
+TEST_F(PenRescueTest, KeepsEveryPointOfAFewThatLieFarApart) {
+  PenFileBuilder few = PenFileBuilder().descriptor(0x10, 2, 7, 1).status(0x01);
+  few.coordinate(0, 10).coordinate(100, 200).coordinate(300, 50).coordinate(2000, 4000);
+  for (const std::string& behind : {std::string("\xF1"), std::string("\x42\x40")})
+    EXPECT_EQ(rescuePenRecording(textOf(few) + behind).bytes, textOf(few));
+}
+
 // Tag 97 with one bit flipped, and the only one of its kind.
 TEST_F(PenRescueTest, LeavesOutAPacketOfALoneUnknownTagThatIsAsLongAsAPoint) {
   std::string damaged = recordingOf(4);
