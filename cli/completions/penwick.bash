@@ -16,7 +16,7 @@ _penwick() {
   local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD-1]} command=${COMP_WORDS[1]}
   COMPREPLY=()
   if [ "$COMP_CWORD" -eq 1 ]; then
-    _penwick_words "open ink convert --help --version"
+    _penwick_words "open ink convert rescue --help --version"
     return
   fi
   # Bash takes "--format=s" apart into three words.
@@ -37,11 +37,12 @@ _penwick() {
   esac
   local options="--help --output --quiet --as"
   case $command in
-    open | convert) options+=" --out-dir --on-conflict --jobs --time-limit" ;;&
+    open | convert | rescue) options+=" --out-dir --on-conflict --jobs --time-limit" ;;&
     open) options+=" --force --format --style --pressure --background --dpi --size
-                     --journal --no-built-in-library --module --log-dir --verbose" ;;
-    convert) options+=" --force --exact" ;;
-    ink) options+=" --force" ;;
+                     --journal --no-built-in-library --module --log-dir --verbose --rescue" ;;
+    convert) options+=" --force --exact --rescue" ;;
+    ink) options+=" --force --rescue" ;;
+    rescue) options+=" --force --json" ;;
   esac
   if [[ $word == -* ]]; then
     _penwick_words "$options"

@@ -201,11 +201,13 @@ class Warnings(CommandTest):
 
     def test_of_a_cut_last_packet(self):
         self.assert_warns("the file ends inside its last packet (byte 36), the missing bytes were "
-                          "read as zeros", THREE_POINTS + bytes([97, 6, 0]))
+                          "read as zeros; penwick rescue would save 3 points",
+                          THREE_POINTS + bytes([97, 6, 0]))
 
     def test_of_a_packet_of_length_0(self):
         self.assert_warns("a packet of length 0 (byte 36) ends the recording, nothing after it was "
-                          "read", THREE_POINTS + bytes([0x22, 0x40]) + stroke((1, 2), (3, 4)))
+                          "read; penwick rescue would save 5 points",
+                          THREE_POINTS + bytes([0x22, 0x40]) + stroke((1, 2), (3, 4)))
 
     def test_of_points_left_out(self):
         self.assert_warns("1 point above the sheet left out, the first (byte 36)",
@@ -330,24 +332,28 @@ class BadInput(CommandTest):
 
     def test_a_second_descriptor(self):
         self.assert_refused("a second file descriptor (byte 36); two recordings in one file? Cut it "
-                            "there and open the two", THREE_POINTS + descriptor())
+                            "there and open the two; penwick rescue would save 3 points",
+                            THREE_POINTS + descriptor())
 
     def test_a_wrong_length(self):
         self.assert_refused("a tilt packet has the length code 0x46, that is 36 bytes, where 6 are "
-                            "expected (byte 36); the recording is damaged there",
+                            "expected (byte 36); the recording is damaged there; penwick rescue would "
+                            "save 3 points",
                             THREE_POINTS + bytes([101, 0x46, 0, 0]))
 
     def test_a_tag_at_the_end(self):
         self.assert_refused("the file ends right after the tag of a status packet (byte 36); its end "
-                            "was lost", THREE_POINTS + bytes([241]))
+                            "was lost; penwick rescue would save 3 points",
+                            THREE_POINTS + bytes([241]))
 
     def test_a_bad_pressure_algorithm(self):
         self.assert_refused("a pressure packet names an algorithm other than 1, 5 and 6 (byte 38); the "
-                            "recording is damaged there", THREE_POINTS + bytes([100, 6, 2, 0, 1, 0]))
+                            "recording is damaged there; penwick rescue would save 3 points",
+                            THREE_POINTS + bytes([100, 6, 2, 0, 1, 0]))
 
     def test_a_cut_pressure_packet(self):
-        self.assert_refused("the file ends inside a pressure packet (byte 36); its end was lost",
-                            THREE_POINTS + bytes([100, 6]))
+        self.assert_refused("the file ends inside a pressure packet (byte 36); its end was lost; "
+                            "penwick rescue would save 3 points", THREE_POINTS + bytes([100, 6]))
 
     def test_a_stroke_that_the_host_refuses(self):
         self.file("a.pnx", TWO_POINTS + stroke(*[(i % 99, 10) for i in range(32001)]))

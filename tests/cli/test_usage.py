@@ -102,7 +102,7 @@ class Usage(CommandTest):
 
     def test_every_option_is_in_the_man_page_and_the_completions(self):
         options = set()
-        for command in ("open", "ink", "convert"):
+        for command in ("open", "ink", "convert", "rescue"):
             self.assert_done(command, "--help")
             options |= set(re.findall(r"--[a-z][a-z-]+", self.out))
         self.assertIn("--no-built-in-library", options)
@@ -177,7 +177,7 @@ class Usage(CommandTest):
 
     def test_fish_completes_commands_recordings_and_values(self):
         self.recordings()
-        self.assertEqual(self.fish_completes("penwick "), ["convert", "ink", "open"])
+        self.assertEqual(self.fish_completes("penwick "), ["convert", "ink", "open", "rescue"])
         self.assertEqual(self.fish_completes("penwick open "),
                          ["a.pnx", "b.PNX", "c.Eli", "d.kvo", "g/", "home/"])
         self.assertEqual(self.fish_completes("penwick ink g/"), ["g/h.pnx"])
