@@ -82,7 +82,8 @@ Outcome Batch::keep(const fs::path& file, const fs::path& target) {
   if (!options_.quiet) {
     const std::string line = nativeName(file) + ": " + nativeName(target) +
                              " already exists and is kept; --force replaces it";
-    say(Message::Kind::result, printable(line) + "\n");
+    // Where no line sums up, the lines on standard output are data.
+    say(verb_.empty() ? Message::Kind::remark : Message::Kind::result, printable(line) + "\n");
   }
   return Outcome::kept;
 }

@@ -33,7 +33,7 @@ fs::path makeFolder(const std::string& /*fileName*/) {
   return error ? fs::path() : folder;
 }
 
-void forgetFolder() {}
+void forgetFolder(const fs::path& /*folder*/) {}
 
 #else
 
@@ -42,12 +42,20 @@ constexpr std::array kSignals{SIGHUP,  SIGINT, SIGQUIT, SIGPIPE, SIGTERM, SIGPRO
                               SIGABRT, SIGBUS, SIGFPE,  SIGILL,  SIGSEGV};
 
 // What a signal handler may use: plain memory, filled while the signals are blocked.
-std::array<char, 4096> removedFile;
-std::array<char, 4096> removedFolder;
+struct Removed {
+  std::array<char, 4096> file;
+  std::array<char, 4096> folder;
+
+  bool isFree() const { return folder[0] == '\0'; }
+};
+std::array<Removed, 4> removed;
 
 extern "C" void removeAndEnd(int signal) {
-  ::unlink(removedFile.data());
-  ::rmdir(removedFolder.data());
+  for (const Removed& place : removed) {
+    if (place.isFree()) continue;
+    ::unlink(place.file.data());
+    ::rmdir(place.folder.data());
+  }
   ::raise(signal);  // The default action, which runs once this handler returns.
 }
 
@@ -89,16 +97,20 @@ fs::path makeFolder(const std::string& fileName) {
   if (error) place = "/tmp";
   std::string name = (fs::absolute(place) / "penwick-XXXXXX").native();
   if (::mkdtemp(name.data()) == nullptr) return {};
-  copyName(fs::path(name) / fileName, removedFile);
-  copyName(name, removedFolder);
+  const auto free = std::ranges::find_if(removed, &Removed::isFree);
+  if (free != removed.end()) {
+    copyName(fs::path(name) / fileName, free->file);
+    copyName(name, free->folder);
+  }
   removeOnSignals();
   return name;
 }
 
-void forgetFolder() {
+void forgetFolder(const fs::path& folder) {
   const BlockedSignals blocked;
-  removedFile.fill('\0');
-  removedFolder.fill('\0');
+  for (Removed& place : removed) {
+    if (folder == place.folder.data()) place = {};
+  }
 }
 
 #endif
@@ -114,7 +126,7 @@ PrivateFolder::~PrivateFolder() {
   if (file_.empty()) return;
   std::error_code ignored;
   fs::remove_all(file_.parent_path(), ignored);
-  forgetFolder();
+  forgetFolder(file_.parent_path());
 }
 
 }  // namespace cli

@@ -7,7 +7,7 @@
 namespace cli {
 
 /// A folder that only this user can enter, for one file. Both are removed with the object; natively
-/// also when a signal ends the program. Only one may exist at a time.
+/// also when a signal ends the program, for up to four folders at a time.
 class PrivateFolder {
  public:
   /// Creates the folder, in the system's temporary folder, but not the file.

@@ -42,7 +42,9 @@ class Rescuer {
   }
 
   bool place(const fs::path& file, const Rescued& rescued, const fs::path& target) {
-    if (!isStandardOutput(target) && kindByName(target) != rescued.kind) {
+    // A result that is named after its file has the ending by which that was read.
+    const bool isNamed = options_.outputs.output && !isStandardOutput(target);
+    if (isNamed && kindByName(target) != rescued.kind) {
       return batch_.fail(target, rescued.kind == FileKind::pen
                                      ? "by this name a pen recording would be taken for an ink "
                                        "document; choose one that ends in .pnx"

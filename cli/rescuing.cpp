@@ -2,10 +2,13 @@
 
 #include <algorithm>
 #include <array>
+#include <fstream>
 
 #include "cli/file_content.h"
 #include "cli/sentences.h"
 #include "platform/file.h"
+#include "rescue/ink_rescue.h"
+#include "rescue/pen_rescue.h"
 
 namespace cli {
 
@@ -32,6 +35,8 @@ FileBytes readAll(const fs::path& file) {
   return all;
 }
 
+constexpr char kNoPoints[] = "nothing could be saved: no points can be made out in it";
+
 std::vector<std::string> repairsOf(const rescue::PenRescue& rescue) {
   std::vector<std::string> repairs;
   switch (rescue.transfer) {
@@ -54,22 +59,44 @@ std::vector<std::string> repairsOf(const rescue::PenRescue& rescue) {
   return repairs;
 }
 
+std::vector<std::string> repairsOf(const rescue::InkRescue& rescue) {
+  std::vector<std::string> repairs;
+  const auto add = [&repairs](std::size_t count, const std::string& thing, const char* what) {
+    if (count > 0) repairs.push_back(counted(count, thing) + what);
+  };
+  add(rescue.furtherDocuments, "further document", " made layers");
+  add(rescue.definitionsMended, "definition", " put right");
+  add(rescue.definitionsPutIn, "definition", " put in");
+  add(rescue.pointsRounded, "point", " rounded to whole units");
+  return repairs;
+}
+
+template <class Rescue>
+void takeCommon(Rescue& rescue, Rescued& result) {
+  result.sound = rescue.sound;
+  result.saved = rescue.saved;
+  result.leftOut = std::move(rescue.leftOut);
+  result.pointsKept = rescue.pointsKept;
+  result.pointsAbout = rescue.pointsAbout;
+  result.repairs = repairsOf(rescue);
+  result.bytes = std::move(rescue.bytes);
+}
+
 std::string explainNothingSaved(const fs::path& file, std::string_view bytes) {
   if (bytes.empty()) return "the file is empty (0 bytes)";
   if (const auto foreign = describeContent(file)) return *foreign;
-  return "nothing could be saved: no points can be made out in it";
+  return kNoPoints;
 }
 
-void rescuePen(const fs::path& file, std::string bytes, Rescued& result) {
+void rescuePen(const fs::path& file, std::string_view bytes, Rescued& result) {
   rescue::PenRescue pen = rescue::rescuePenRecording(bytes);
-  result.sound = pen.sound;
-  result.saved = pen.saved;
-  result.leftOut = std::move(pen.leftOut);
-  result.pointsKept = pen.pointsKept;
-  result.pointsAbout = pen.pointsAbout;
-  result.repairs = repairsOf(pen);
-  result.bytes = std::move(pen.bytes);
+  takeCommon(pen, result);
   if (!result.saved) result.problem = explainNothingSaved(file, bytes);
+}
+
+std::string explainNothingSaved(const fs::path& file) {
+  const Recording recording(file, FileKind::inkml);
+  return recording.complete() ? kNoPoints : recording.explainFailure();
 }
 
 std::size_t countPoints(const Orvo::Document& document) {
@@ -80,17 +107,16 @@ std::size_t countPoints(const Orvo::Document& document) {
   return points;
 }
 
-// Ink documents are not mended: one that opens is taken as it is.
-void rescueInk(const fs::path& file, std::string bytes, Rescued& result) {
-  const Recording recording(file, FileKind::inkml);
-  result.saved = result.sound = recording.complete();
-  if (!result.saved) {
-    result.problem =
-        recording.explainFailure() + "; only pen recordings can be mended, not ink documents";
-    return;
+void rescueInk(const fs::path& file, std::string_view bytes, Rescued& result) {
+  rescue::InkRescue ink = rescue::rescueInkDocument(bytes);
+  takeCommon(ink, result);
+  if (result.sound) {
+    result.pointsKept = result.pointsAbout = countPoints(*Orvo::readInk(bytes).document);
+  } else if (result.pointsKept == 0) {
+    // Elements without any points are not worth a file.
+    result.saved = false;
+    result.problem = explainNothingSaved(file);
   }
-  result.pointsKept = result.pointsAbout = countPoints(recording.document());
-  result.bytes = std::move(bytes);
 }
 
 // "bytes 10-22, 40-51 and 3 more", counted from 0 and with the last byte of each.
@@ -134,13 +160,13 @@ std::vector<rescue::Stretch> merged(const std::vector<rescue::Stretch>& stretche
 Rescued rescueRecording(const fs::path& file, FileKind kind) {
   Rescued result;
   result.kind = kind;
-  FileBytes all = readAll(file);
+  const FileBytes all = readAll(file);
   if (!all.problem.empty()) {
     result.problem = all.problem;
   } else if (kind == FileKind::inkml) {
-    rescueInk(file, std::move(all.bytes), result);
+    rescueInk(file, all.bytes, result);
   } else {
-    rescuePen(file, std::move(all.bytes), result);
+    rescuePen(file, all.bytes, result);
   }
   return result;
 }
@@ -164,8 +190,16 @@ std::string withRescue(std::string sentence, const fs::path& file, FileKind kind
   return sentence;
 }
 
+// Only an ink document needs an ending.
 MendedCopy::MendedCopy(const Rescued& rescued) {
-  if (file_.write(rescued.bytes)) path_ = file_.path();
+  if (rescued.kind == FileKind::inkml) {
+    const fs::path file = place_.emplace<PrivateFolder>("mended.kvo").file();
+    std::ofstream out(file, std::ios::binary);
+    if (out << rescued.bytes << std::flush) path_ = file;
+  } else {
+    const TemporaryFile& file = place_.emplace<TemporaryFile>();
+    if (file.write(rescued.bytes)) path_ = file.path();
+  }
 }
 
 MendedInput::MendedInput(fs::path file, bool isToBeMended) : path_(std::move(file)) {

@@ -7,11 +7,13 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <variant>
 #include <vector>
 
+#include "cli/private_folder.h"
 #include "cli/recording.h"
 #include "cli/temporary_file.h"
-#include "rescue/pen_rescue.h"
+#include "rescue/stretch.h"
 
 namespace cli {
 
@@ -53,7 +55,7 @@ class MendedCopy {
   const std::filesystem::path& path() const { return path_; }
 
  private:
-  TemporaryFile file_;
+  std::variant<std::monostate, TemporaryFile, PrivateFolder> place_;
   std::filesystem::path path_;
 };
 

@@ -151,9 +151,48 @@ class ASoundRecording(RescueTest):
         self.assert_done("rescue", "in/a.pnx", "in/b.pnx", "in/c.kvo", "--out-dir", "out")
         self.assertEqual(self.out, "in/a.pnx: sound, 40 points, copied unchanged -> out/a.pnx\n"
                                    f"in/b.pnx: {KEPT} -> out/b.pnx\n"
-                                   "in/c.kvo: sound, 3 points, copied unchanged -> out/c.kvo\n")
+                                   "in/c.kvo: sound, 3 points, copied unchanged -> out/c.kvo\n3 done\n")
         self.assertEqual((self.read("out/a.pnx"), self.read("out/b.pnx"), self.read("out/c.kvo")),
                          (SOUND, MENDED, ink(layer(TRACE))))
+
+
+    def test_of_one_name_in_two_folders_keeps_it(self):
+        for name in ("in/a.pnx", "in/a.kvo", "in/deep/a.pnx"):
+            self.file(name, ink(layer(TRACE)) if name.endswith("kvo") else SOUND)
+        self.assert_done("rescue", "in", "--out-dir", "out")
+        self.assertEqual({name for name in self.files() if name.startswith("out")},
+                         {"out/a.pnx", "out/a.kvo", "out/deep/a.pnx"})
+
+
+class AnInkDocument(RescueTest):
+    def test_that_is_cut_is_mended(self):
+        trace = '<trace contextRef="#c">' + ",".join(f"{i} {2 * i} 0 512 0 0 {i}" for i in range(30)) + "</trace>"
+        whole = ink(layer(trace * 2)).replace(b"</tracegroup></ink>", b"")
+        self.file("a.kvo", whole + b'<trace contextRef="#c">500 600 0 5')
+        self.file("whole.kvo", ink(layer(trace * 2)))
+        self.assert_done("rescue", "a.kvo")
+        self.assertRegex(self.out, r"^a.kvo: 60 (of about 6\d )?points kept, .* -> a.rescued.kvo\n$")
+        self.opens_whole("a.rescued.kvo")
+        art = {}
+        for words in (["a.rescued.kvo"], ["whole.kvo"], ["--rescue", "a.kvo"]):
+            self.penwick("open", *words, "-q", "-o", "-", "--format", "json")
+            art[words[-1]] = self.out
+        self.assertEqual(art["a.rescued.kvo"], art["whole.kvo"])
+        self.assertEqual(art["a.kvo"], art["whole.kvo"])
+
+    def test_from_a_pipe_leaves_no_temporary_file(self):
+        temporary = self.folder / "temporary"
+        temporary.mkdir()
+        content = ink(layer(TRACE))[:-20]
+        self.penwick("open", "--rescue", "-", "-o", "a.svg", input=content, env={"TMPDIR": str(temporary)})
+        self.assertEqual((self.result.returncode, list(temporary.iterdir())), (0, []))
+        self.assertIn("rescued: ", self.out)
+
+    def test_that_does_not_open_says_what_could_be_saved(self):
+        self.file("a.kvo", ink(layer(TRACE))[:-20])
+        self.penwick("open", "a.kvo")
+        self.assertEqual(self.result.returncode, 1)
+        self.assertRegex(self.errors, r"^penwick: a.kvo: its XML is broken: .*; penwick rescue would save 3 points\n$")
 
 
 class WhatIsNotOverwritten(RescueTest):
@@ -186,9 +225,13 @@ class WhatIsNotOverwritten(RescueTest):
     def test_a_recording_that_already_exists(self):
         self.file("a.pnx", DAMAGED)
         self.file("a.rescued.pnx", SOUND)
-        for words in (["a.pnx"], ["a.pnx", "-o", "a.rescued.pnx"]):
-            self.assert_fails("a.rescued.pnx: is another recording; use --force to overwrite it", "rescue", *words)
+        self.assert_fails("a.rescued.pnx: is another recording; use --force to overwrite it",
+                          "rescue", "a.pnx", "-o", "a.rescued.pnx")
+        self.assert_done("rescue", "a.pnx")
+        self.assertEqual(self.out, "a.pnx: a.rescued.pnx already exists and is kept; --force replaces it\n")
         self.assertEqual(self.read("a.rescued.pnx"), SOUND)
+        self.assert_done("rescue", "a.pnx", "--on-conflict", "number")
+        self.assertEqual(self.read("a.rescued-2.pnx"), MENDED)
         self.assert_done("rescue", "--force", "a.pnx")
         self.assertEqual(self.read("a.rescued.pnx"), MENDED)
 
@@ -217,15 +260,15 @@ class WhatCannotBeSaved(RescueTest):
         self.penwick("rescue", "a.pnx", "home", "b.pnx")
         self.assertEqual((self.result.returncode, self.errors),
                          (1, "penwick: a.pnx: there is no such file; check its name and folder\n"
-                             "penwick: home: this is a folder; name the recordings in it\n"))
+                             "penwick: home: there are no recordings (.pnx, .eli, .kvo, .inkml) in this folder\n"))
         self.assertEqual(self.read("b.rescued.pnx"), MENDED)
 
     def test_of_a_damaged_ink_document(self):
         self.file("a.kvo", b"<ink><tracegroup>")
         self.penwick("rescue", "a.kvo")
         self.assertEqual(self.result.returncode, 1)
-        self.assertRegex(self.errors, r"^penwick: a.kvo: its XML is broken: .*; only pen recordings can be mended, "
-                                      r"not ink documents\n$")
+        self.assertRegex(self.errors, "^penwick: a.kvo: its XML is broken: .*\n$")
+        self.assertEqual(self.files(), {"a.kvo"})
 
 
 class WrongUse(RescueTest):
@@ -272,6 +315,15 @@ class Json(RescueTest):
         self.file("a.pnx", SOUND)
         self.assert_done("rescue", "-q", "--json", "a.pnx", "-o", "b.pnx")
         self.assertEqual(json.loads(self.out)["output"], "b.pnx")
+
+    def test_has_nothing_but_json_on_standard_output(self):
+        self.file("a.pnx", DAMAGED)
+        self.file("a.rescued.pnx", SOUND)
+        self.file("b.pnx", SOUND)
+        self.penwick("rescue", "--json", "a.pnx", "b.pnx")
+        self.assertEqual((self.result.returncode, self.errors),
+                         (0, "a.pnx: a.rescued.pnx already exists and is kept; --force replaces it\n"))
+        self.assertEqual([json.loads(line)["file"] for line in self.out.splitlines()], ["b.pnx"])
 
     def test_that_cannot_be_printed_is_an_error(self):
         self.file("a.pnx", DAMAGED)
