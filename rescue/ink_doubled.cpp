@@ -15,8 +15,11 @@ std::vector<bool> suspects(std::span<const InkPoint> points, std::span<const Ink
                            const InkHabits& habits) {
   std::vector<bool> isSuspect(points.size());
   constexpr size_t reach = 3;
+  bool isWhole = true;
   for (const InkRegion& region : regions) {
-    size_t left = 0;
+    // What is wrong at the end of a stretch may go on in the next.
+    size_t left = isWhole ? 0 : reach;
+    if (region.firstPoint < region.lastPoint || !region.isWhole) isWhole = region.isWhole;
     for (size_t i = region.firstPoint; i < region.lastPoint; ++i) {
       const bool isFirst = i == region.firstPoint;
       if (points[i].followsGap || !points[i].isSureAtStart) left = reach;

@@ -133,8 +133,9 @@ class Walker {
     const bool isContent =
         startsAtTag && pieces_[start].kind == InkPiece::Kind::start && isTrace(start);
     // Text between other tags, such as a brush's properties, holds no points.
-    const bool isBlank = isBlankText(text.substr(regionBegin_));
-    if (!isContent && (isBlank || (startsAtTag && !isTouched_ && isDefinition(start)))) return;
+    const bool isOther = startsAtTag && !isTouched_ && isDefinition(start) &&
+                         text.find(',', regionBegin_) == string_view::npos;
+    if (!isContent && (isOther || isBlankText(text.substr(regionBegin_)))) return;
     const size_t first = layout_.regions.size();
     size_t begin = regionBegin_;
     while (true) {

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace rescue {
 namespace {
@@ -44,16 +43,29 @@ class Judge {
     return a >= first_ && b < last_ && b == a + 1 && !points_[b].followsGap;
   }
 
-  // The longest step of a few around the two points, on both sides.
-  double stepAround(size_t a, size_t b) const {
-    constexpr size_t reach = 4;
+  // The longest of a few steps that lead to the point, or from it on, as far as the stroke is sure;
+  // 0 where there is none.
+  double stepBefore(size_t i) const {
     double longest = 0;
-    const size_t from = a >= first_ + reach ? a - reach : first_;
-    for (size_t i = from; i + 1 <= a; ++i)
-      if (isGood(i) && isGood(i + 1)) longest = std::max(longest, step(i, i + 1));
-    for (size_t i = b; i + 1 < std::min(b + reach, last_); ++i)
-      if (isGood(i) && isGood(i + 1)) longest = std::max(longest, step(i, i + 1));
+    for (size_t left = kReach; left > 0 && i > first_ && isSureStep(i - 1, i); --left, --i)
+      longest = std::max(longest, step(i - 1, i));
+    return longest;
+  }
+
+  double stepBehind(size_t i) const {
+    double longest = 0;
+    for (size_t left = kReach; left > 0 && i + 1 < last_ && isSureStep(i, i + 1); --left, ++i)
+      longest = std::max(longest, step(i, i + 1));
+    return longest;
+  }
+
+  double stepAround(size_t a, size_t b) const {
+    const double longest = std::max(stepBefore(a), stepBehind(b));
     return longest > 0 ? longest : habits_.usualStep();
+  }
+
+  bool isSureStep(size_t a, size_t b) const {
+    return isGood(a) && isGood(b) && !points_[b].followsGap && clockAgrees(a, b);
   }
 
   bool isGood(size_t i) const {
@@ -68,9 +80,18 @@ class Judge {
     return step(a, b) <= std::max(shortest, often * stepAround(a, b));
   }
 
+  // Stricter, for points of which a part may be lost.
+  bool isClose(size_t a, size_t b) const {
+    constexpr double shortest = 10;
+    constexpr double often = 2.5;
+    const double before = a > first_ && isSureStep(a - 1, a) ? step(a - 1, a) : 0;
+    const double behind = b + 1 < last_ && isSureStep(b, b + 1) ? step(b, b + 1) : 0;
+    return step(a, b) <= std::max(shortest, often * std::max(before, behind));
+  }
+
   bool clockAgrees(size_t a, size_t b) const { return habits_.clockAgrees(points_[a], points_[b]); }
 
-  bool goesOn(size_t a, size_t b) const { return clockAgrees(a, b) && isNear(a, b); }
+  bool goesOn(size_t a, size_t b) const { return clockAgrees(a, b) && isClose(a, b); }
 
   // The last number of a point has been cut, or not, as the one before it tells; the first number
   // as the one behind it tells.
@@ -81,13 +102,15 @@ class Judge {
       const bool endsInTime = form_.numbers == point.numbers.size();
       if (endsInTime && !habits_.hasClock() && point.time() != points_[i - 1].time()) return false;
     }
-    if (point.isSureAtStart) return true;
+    // Behind a gap even a comma may be made up.
+    if (point.isSureAtStart) return !areNeighbours(i, i + 1) || isNear(i, i + 1);
     return areNeighbours(i, i + 1) && goesOn(i, i + 1);
   }
 
   void dropUnsure() {
     for (size_t i = first_; i < last_; ++i) {
-      if (points_[i].isSureAtStart && points_[i].isSureAtEnd) continue;
+      const InkPoint& point = points_[i];
+      if (point.isSureAtStart && point.isSureAtEnd && !point.followsGap) continue;
       const bool overlaps =
           i > first_ && fates_[i - 1].isKept && points_[i].begin < points_[i - 1].end;
       if (overlaps || !isProven(i)) fates_[i].isKept = false;
@@ -112,6 +135,7 @@ class Judge {
       const std::vector<size_t> run = runFrom(from);
       for (size_t k = 1; k + 1 < run.size(); ++k)
         if (isStray(run[k - 1], run[k], run[k + 1])) fates_[run[k]].isKept = false;
+      dropStrayEnds(run);
     }
   }
 
@@ -125,8 +149,20 @@ class Judge {
     return step(a, b) > limit && step(b, c) > limit;
   }
 
-  double stepBefore(size_t a) const { return a > first_ ? step(a - 1, a) : 0; }
-  double stepBehind(size_t c) const { return c + 1 < last_ ? step(c, c + 1) : 0; }
+  // The same at either end of a run, by place alone.
+  void dropStrayEnds(const std::vector<size_t>& run) {
+    if (run.size() < 4) return;
+    const size_t last = run.size() - 1;
+    const auto isFarther = [](double length, double usual) {
+      constexpr double shortest = 50;
+      constexpr double often = 16;
+      return length > std::max(shortest, often * usual);
+    };
+    if (isFarther(step(run[0], run[1]), stepBehind(run[1]))) fates_[run[0]].isKept = false;
+    if (isFarther(step(run[last - 1], run[last]), stepBefore(run[last - 1]))) {
+      fates_[run[last]].isKept = false;
+    }
+  }
 
   // Where the time leaps or runs backwards, bytes are missing or others stand there: inside the
   // point behind it, or the one before it.
@@ -167,6 +203,8 @@ class Judge {
     if (between.find_first_of("<>\"=/") != string_view::npos) return false;
     return step(a, b) <= std::max(10.0, 3 * stepAround(a, b));
   }
+
+  static constexpr size_t kReach = 4;
 
   string_view bytes_;
   std::span<const InkPoint> points_;
@@ -213,15 +251,15 @@ InkHabits::InkHabits(std::span<const InkPoint> points, std::span<const InkRegion
   longestTime_ = std::max(3 * usualTime_, 3 * valueAt(times, 0.98));
   const auto isLonger = [this](std::int64_t time) { return time > longestTime_; };
   const auto longer = static_cast<size_t>(std::count_if(times.begin(), times.end(), isLonger));
-  // Where pauses are usual, a leap tells nothing.
-  if (longer > std::max<size_t>(6, times.size() / 300)) {
-    longestTime_ = std::numeric_limits<std::int64_t>::max();
-  }
+  pausesAreUsual_ = longer > std::max<size_t>(6, times.size() / 300);
 }
 
 bool InkHabits::clockAgrees(const InkPoint& a, const InkPoint& b) const {
+  if (!hasClock_) return true;
   const std::int64_t time = b.time() - a.time();
-  return !hasClock_ || (time >= 0 && time <= longestTime_);
+  if (time < 0 || time <= longestTime_) return time >= 0;
+  // Where pauses are usual, only a leap in both time and place tells.
+  return pausesAreUsual_ && distance(a, b) <= std::max(20.0, 3 * usualStep_);
 }
 
 bool InkHabits::isNextButOne(const InkPoint& a, const InkPoint& b) const {

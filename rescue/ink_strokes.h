@@ -26,6 +26,7 @@ class InkHabits {
 
  private:
   bool hasClock_ = false;
+  bool pausesAreUsual_ = false;
   std::int64_t usualTime_ = 0;
   std::int64_t longestTime_ = 0;
   double usualStep_ = 0;
