@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <optional>
+#include <set>
 #include <utility>
 
 #include "inkml/characters.h"
@@ -277,57 +278,80 @@ class Reader {
   InkDefinitions result_;
 };
 
-InkDefinition* find(std::vector<InkDefinition>& list, string_view id) {
-  const auto found = std::find_if(list.begin(), list.end(),
-                                  [&](const InkDefinition& item) { return item.id == id; });
-  return found == list.end() ? nullptr : &*found;
-}
-
-const InkDefinition* find(const std::vector<InkDefinition>& list, string_view id) {
-  return find(const_cast<std::vector<InkDefinition>&>(list), id);
-}
-
-const InkDefinition* findDamaged(const std::vector<InkDefinition>& list, string_view id) {
-  const InkDefinition* best = nullptr;
-  for (const InkDefinition& item : list) {
-    if (!isDamagedForm(item.id, id)) continue;
-    if (best != nullptr) return nullptr;
-    best = &item;
+// The definitions of one sort by their ids, so that many of them do not take quadratic time.
+class ById {
+ public:
+  explicit ById(const std::vector<InkDefinition>& list) {
+    for (const InkDefinition& item : list)
+      if (!item.id.empty()) add(item.id);
   }
-  return best;
-}
+
+  bool has(string_view id) const { return ids_.find(id) != ids_.end(); }
+  void add(const std::string& id) { ids_.insert(id); }
+
+  // The only id that may be this one, damaged; empty where there is none.
+  std::string damagedFormOf(string_view id) const {
+    constexpr size_t most = 64;
+    std::string best;
+    if (ids_.size() > most) return best;
+    for (const std::string& other : ids_) {
+      if (!isDamagedForm(other, id)) continue;
+      if (!best.empty()) return {};
+      best = other;
+    }
+    return best;
+  }
+
+ private:
+  std::set<std::string, std::less<>> ids_;
+};
 
 // Of several with one id the first counts.
 void dropDoubledIds(std::vector<InkDefinition>& list) {
-  std::map<std::string, bool> seen;
+  std::set<std::string> seen;
   std::erase_if(list, [&](const InkDefinition& item) {
-    return !item.id.empty() && !seen.emplace(item.id, true).second;
+    return !item.id.empty() && !seen.insert(item.id).second;
   });
 }
 
-// Finds the id that a context refers to a definition by, and gives a definition that lost its id
-// the one that is missing. One that has none to give it gets `usualId`.
-std::string settle(std::vector<InkDefinition>& list, const std::string& wanted,
-                   const std::string& usualId, const auto& make, size_t& putIn) {
-  if (!wanted.empty() && find(list, wanted) != nullptr) return wanted;
-  if (const InkDefinition* damaged = wanted.empty() ? nullptr : findDamaged(list, wanted)) {
-    return damaged->id;
+// Finds the brush or the format that a context refers to. Where it is missing, one that lost its id
+// gets the one that is wanted, or a new one is put in.
+class Supply {
+ public:
+  Supply(std::vector<InkDefinition>& list, std::string usualId, std::string usualText)
+      : list_(list), ids_(list), usualId_(std::move(usualId)), usualText_(std::move(usualText)) {
+    for (InkDefinition& item : list)
+      if (item.id.empty()) unnamed_.push_back(static_cast<size_t>(&item - list.data()));
   }
-  const std::string& id = wanted.empty() ? usualId : wanted;
-  if (InkDefinition* unnamed = find(list, "")) {
-    unnamed->id = id;
+
+  // The id to refer to.
+  std::string settle(const std::string& wanted) {
+    if (!wanted.empty() && ids_.has(wanted)) return wanted;
+    const std::string damaged = wanted.empty() ? "" : ids_.damagedFormOf(wanted);
+    if (!damaged.empty()) return damaged;
+    const std::string& id = wanted.empty() ? usualId_ : wanted;
+    if (!unnamed_.empty()) {
+      list_[unnamed_.back()].id = id;
+      unnamed_.pop_back();
+      ids_.add(id);
+      return id;
+    }
+    if (wanted.empty() && !list_.empty()) return list_.front().id;
+    list_.push_back({id, usualText_, false, {}, {}});
+    ids_.add(id);
+    ++putIn;
     return id;
   }
-  if (wanted.empty() && !list.empty()) return list.front().id;
-  if (find(list, id) == nullptr) {
-    InkDefinition made;
-    made.id = id;
-    made.text = make();
-    list.push_back(std::move(made));
-    ++putIn;
-  }
-  return id;
-}
+
+  size_t putIn = 0;
+
+ private:
+  std::vector<InkDefinition>& list_;
+  ById ids_;
+  std::vector<size_t> unnamed_;
+  std::string usualId_;
+  std::string usualText_;
+};
 
 std::string allChannels() {
   std::string channels;
@@ -355,32 +379,27 @@ bool isDamagedForm(string_view id, string_view sound) {
 }
 
 std::string InkDefinitions::contextFor(string_view reference) const {
-  if (find(contexts, reference) != nullptr) return std::string(reference);
-  const InkDefinition* meant = findDamaged(contexts, reference);
-  return meant == nullptr ? std::string(reference) : meant->id;
+  const ById ids(contexts);
+  const std::string meant = ids.has(reference) ? "" : ids.damagedFormOf(reference);
+  return meant.empty() ? std::string(reference) : meant;
 }
 
 void InkDefinitions::complete(const std::map<std::string, size_t>& references) {
   for (auto* list : {&formats, &brushes, &contexts})
     dropDoubledIds(*list);
-  for (const auto& [reference, count] : references) {
-    if (find(contexts, reference) != nullptr) continue;
-    InkDefinition* unnamed = find(contexts, "");
-    if (unnamed == nullptr) {
-      ++putIn;
-      unnamed = &contexts.emplace_back();
-    } else {
-      ++mended;
-    }
-    unnamed->id = reference;
-  }
+  Supply supplyOfContexts(contexts, "default-context", "");
+  const size_t before = contexts.size();
+  for (const auto& [reference, count] : references)
+    supplyOfContexts.settle(reference);
+  putIn += contexts.size() - before;
   std::erase_if(contexts, [](const InkDefinition& context) { return context.id.empty(); });
+  Supply supplyOfBrushes(brushes, "default-brush", allProperties());
+  Supply supplyOfFormats(formats, "default-format", allChannels());
   for (InkDefinition& context : contexts) {
-    context.brush = settle(
-        brushes, context.brush, "default-brush", [&] { return allProperties(); }, putIn);
-    context.format = settle(
-        formats, context.format, "default-format", [] { return allChannels(); }, putIn);
+    context.brush = supplyOfBrushes.settle(context.brush);
+    context.format = supplyOfFormats.settle(context.format);
   }
+  putIn += supplyOfBrushes.putIn + supplyOfFormats.putIn;
 }
 
 std::string InkDefinitions::text() const {

@@ -148,8 +148,10 @@ class Walker {
     if (startsAtTag) layout_.regions[first].isSureAtStart = true;
     if (isContent) layout_.tags[first].start = start;
     if (next == InkLayout::kNone) return;
-    layout_.regions.back().isSureAtEnd = true;
-    if (pieces_[next].closes("trace")) layout_.tags.back().end = next;
+    const bool isClosed = pieces_[next].closes("trace");
+    if (isClosed) layout_.tags.back().end = next;
+    // Where something else follows the points, the last may be cut.
+    layout_.regions.back().isSureAtEnd = isClosed || !isContent;
   }
 
   bool isDefinition(size_t i) const { return definitions_.isTaken[i]; }

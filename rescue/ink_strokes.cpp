@@ -244,7 +244,7 @@ InkHabits::InkHabits(std::span<const InkPoint> points, std::span<const InkRegion
   }
   if (!steps.empty()) usualStep_ = valueAt(steps, 0.9);
   const bool hasTimes = form.numbers == 7 && times.size() >= 8;
-  hasClock_ = hasTimes && forwards * 2 > steps.size() &&
+  hasClock_ = hasTimes && forwards * 10 > steps.size() &&
               backwards <= std::max<size_t>(4, steps.size() / 200);
   if (!hasClock_) return;
   usualTime_ = std::max<std::int64_t>(1, valueAt(times, 0.5));
