@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "penfile/packets.h"
+#include "penfile/packet_format.h"
 #include "platform/file.h"
 
 namespace cli {
@@ -13,23 +13,6 @@ namespace cli {
 namespace {
 
 using Bytes = std::vector<unsigned char>;
-
-/// The length of a known packet by its tag, 0 for unknown tags.
-std::array<unsigned, 256> knownLengths() {
-  std::array<unsigned, 256> lengths{};
-  const auto add = [&](const auto& packet) {
-    lengths[packet.tag.value] = packet.expectedLength.value;
-  };
-  add(Orvo::FileDescriptor());
-  add(Orvo::PhysicalParams());
-  add(Orvo::FileDateTime());
-  add(Orvo::CoordinatePoint());
-  add(Orvo::PressureData());
-  add(Orvo::TiltData());
-  add(Orvo::TimestampData());
-  add(Orvo::Status());
-  return lengths;
-}
 
 Bytes readAll(std::FILE* file) {
   Bytes bytes;
@@ -62,31 +45,32 @@ class Search {
       const unsigned char code = bytes_[place + 1];
       const std::size_t length = code == 0 ? 2 : Orvo::decodeLength(code);
       if (length == 0) return;
-      if (lengths_[bytes_[place]] == 0) visit(place, length);
+      if (Orvo::kLengthOfTag[bytes_[place]] == 0) visit(place, length);
       place += length;
     }
   }
 
   bool isKnownPacket(std::size_t place) const {
     if (place + 1 >= bytes_.size()) return false;
-    const unsigned length = lengths_[bytes_[place]];
+    const unsigned length = Orvo::kLengthOfTag[bytes_[place]];
     return length != 0 && Orvo::decodeLength(bytes_[place + 1]) == length;
   }
 
   bool occursOnceWithKnownLength(std::size_t place, std::size_t length) const {
-    return timesOfTag_[bytes_[place]] == 1 && std::ranges::find(lengths_, length) != lengths_.end();
+    return timesOfTag_[bytes_[place]] == 1 &&
+           std::ranges::find(Orvo::kLengthOfTag, length) != Orvo::kLengthOfTag.end();
   }
 
   bool hidesPackets(std::size_t place, std::size_t length) const {
     const std::size_t end = std::min(place + length, bytes_.size());
     for (std::size_t inside = place + 2; inside < end; ++inside) {
-      if (isKnownPacket(inside) && isKnownPacket(inside + lengths_[bytes_[inside]])) return true;
+      if (isKnownPacket(inside) && isKnownPacket(inside + Orvo::kLengthOfTag[bytes_[inside]]))
+        return true;
     }
     return false;
   }
 
   Bytes bytes_;
-  const std::array<unsigned, 256> lengths_ = knownLengths();
   std::array<std::uint64_t, 256> timesOfTag_{};
 };
 

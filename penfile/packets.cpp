@@ -18,14 +18,6 @@ unsigned char byteOf(std::uint32_t payload, unsigned index) {
   return static_cast<unsigned char>(payload >> (24U - 8U * index));
 }
 
-std::int32_t widenSigned(unsigned char byte) {
-  return static_cast<std::int32_t>(static_cast<signed char>(byte));
-}
-
-std::uint32_t widenedBits(unsigned char byte) {
-  return static_cast<std::uint32_t>(widenSigned(byte));
-}
-
 }  // namespace
 
 bool FileDescriptor::readFromStream(PenFileStream& stream) {
@@ -42,7 +34,7 @@ bool FileDescriptor::readFromStream(PenFileStream& stream) {
   if (stream.failed()) return false;
   descriptorByte0 = payload[0];
   coordinateFormat = payload[1];
-  if (coordinateFormat != 2) {
+  if (coordinateFormat != kCoordinateFormat) {
     // The wording of the log is fixed, spelling included.
     logMessage("FileDescriptor", "readFromStream",
                "Invalid coordinate format - currently only cooridnates are supported",
@@ -72,8 +64,8 @@ bool FileDateTime::readFromStream(PenFileStream& stream) {
 
 bool CoordinatePoint::readFromStream(PenFileStream& stream) {
   if (!readLength(stream)) return false;
-  x = (readSigned16(stream) + 5.0) / 10.0;
-  y = (readSigned16(stream) + 2.5) / 5.0;
+  x = xOfRaw(readSigned16(stream));
+  y = yOfRaw(readSigned16(stream));
   return !stream.failed();
 }
 
@@ -81,17 +73,13 @@ bool PressureData::readFromStream(PenFileStream& stream) {
   if (!readLength(stream)) return false;
   const std::uint32_t payload = stream.readNumber<4>();
   if (stream.failed()) return false;
-  const unsigned char pressureAlgorithm = byteOf(payload, 0);
-  const auto raw = static_cast<std::int16_t>(payload);
-  if (pressureAlgorithm == 1 || pressureAlgorithm == 5) {
-    pressure = static_cast<std::uint16_t>(raw) / 4;
-  } else if (pressureAlgorithm == 6) {
-    pressure = raw;
-  } else {
+  const auto decoded = pressureOfRaw(byteOf(payload, 0), static_cast<std::uint16_t>(payload));
+  if (!decoded) {
     logMessage("PressureData", "readFromStream", "invalid pressure algorithm type",
                LogLevel::warning);
     return false;
   }
+  pressure = *decoded;
   return true;
 }
 
@@ -104,14 +92,11 @@ bool TiltData::readFromStream(PenFileStream& stream) {
 }
 
 bool TimestampData::readFromStream(PenFileStream& stream) {
-  constexpr unsigned char kPenTime = 17;
   timestamp = 0;
   if (!readLength(stream)) return false;
   const std::uint32_t payload = stream.readNumber<4>();
   if (byteOf(payload, 0) == kPenTime) {
-    const std::uint32_t high = widenedBits(byteOf(payload, 1));
-    const std::uint32_t middle = widenedBits(byteOf(payload, 2));
-    timestamp = ((high << 8U | middle) << 8U) | widenedBits(byteOf(payload, 3));
+    timestamp = timeOfBytes(byteOf(payload, 1), byteOf(payload, 2), byteOf(payload, 3));
   }
   return !stream.failed();
 }

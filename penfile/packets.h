@@ -5,53 +5,13 @@
 #include <cstdint>
 
 #include "model/property.h"
+#include "penfile/packet_format.h"
 #include "penfile/pen_file_stream.h"
 
-/// A pen recording is a plain sequence of packets: no file header, no padding, no trailer. The
-/// first packet is a file descriptor, the only one of its kind. All numbers are big-endian.
-///
-///     offset  size        field
-///     0       1           tag: selects the packet
-///     1       1           length code: bytes of the whole packet, these two included
-///     2       length - 2  payload
-///
-/// Offsets in the tables below count from the first payload byte. A packet of any other tag is
-/// skipped by its length code. With the code 0 it is two bytes long. A length of 1 lands on the
-/// packet's own length code, which is then read as the next tag, and a length of 0 (the codes 0x40,
-/// 0x80 and 0xC0) on its own tag, again and again.
 namespace Orvo {
 
-/// The first byte of a packet.
-enum class PacketTag : unsigned char {
-  fileDescriptor = 1,
-  physicalParams = 17,
-  fileDateTime = 49,
-  coordinatePoint = 97,
-  pressureData = 100,
-  tiltData = 101,
-  timestampData = 194,
-  status = 241,
-};
-
-/// The length that each code stands for, in a table because every packet needs one.
-inline constexpr auto kLengthOfCode = [] {
-  std::array<std::uint16_t, 256> lengths{};
-  unsigned powerOfSix = 1;
-  for (unsigned code = 0; code < lengths.size(); ++code) {
-    lengths[code] = static_cast<std::uint16_t>(powerOfSix * (code % 64));
-    if (code % 64 == 63) powerOfSix *= 6;
-  }
-  return lengths;
-}();
-
-/// The length in bytes that a length code stands for: its low six bits (0 to 63) times 6 (not 2,
-/// not 4) to the power of its top two bits, that is times 1, 6, 36 or 216. Both 0x06 and 0x41
-/// mean 6.
-constexpr unsigned decodeLength(unsigned char code) {
-  return kLengthOfCode[code];
-}
-
-/// What all packets share: a tag and a fixed length.
+/// What all packets share (offsets in the tables below count from the first payload byte): a tag
+/// and a fixed length.
 class BasePacket {
  public:
   /// Reads the rest of one packet, with the stream right after its tag, and stores its fields.
@@ -63,8 +23,8 @@ class BasePacket {
   Property<unsigned char> tag;
 
  protected:
-  BasePacket(PacketTag packetTag, unsigned char length)
-      : expectedLength(length), tag(static_cast<unsigned char>(packetTag)) {}
+  explicit BasePacket(PacketTag packetTag)
+      : expectedLength(knownLength(packetTag)), tag(static_cast<unsigned char>(packetTag)) {}
   BasePacket(const BasePacket&) = default;
   BasePacket& operator=(const BasePacket&) = default;
   ~BasePacket() = default;
@@ -84,7 +44,7 @@ class BasePacket {
 ///     3  1  descriptorByte3   unsigned; kept, no known meaning
 class FileDescriptor final : public BasePacket {
  public:
-  FileDescriptor() : BasePacket(PacketTag::fileDescriptor, 6) {}
+  FileDescriptor() : BasePacket(PacketTag::fileDescriptor) {}
 
   /// Unlike the other packets, reads its tag too. Any other tag and any other format fail with a
   /// SEVERE line in the log; bytes 2 and 3 are stored only when the format is right.
@@ -105,7 +65,7 @@ class FileDescriptor final : public BasePacket {
 ///     6  1  paramByte6
 class PhysicalParams final : public BasePacket {
  public:
-  PhysicalParams() : BasePacket(PacketTag::physicalParams, 9) {}
+  PhysicalParams() : BasePacket(PacketTag::physicalParams) {}
   bool readFromStream(PenFileStream& stream) override;
 
   unsigned char paramByte0 = 0;
@@ -118,7 +78,7 @@ class PhysicalParams final : public BasePacket {
 /// Tag 49, 9 bytes: seven bytes kept in file order, no known meaning.
 class FileDateTime final : public BasePacket {
  public:
-  FileDateTime() : BasePacket(PacketTag::fileDateTime, 9) {}
+  FileDateTime() : BasePacket(PacketTag::fileDateTime) {}
   bool readFromStream(PenFileStream& stream) override;
 
   std::array<unsigned char, 7> dateTimeBytes{};
@@ -129,11 +89,11 @@ class FileDateTime final : public BasePacket {
 ///     0  2  signed r: x = (r + 5.0) / 10.0, so -3276.3 to 3277.2
 ///     2  2  signed r: y = (r + 2.5) / 5.0, so -6553.1 to 6553.9
 ///
-/// The two axes have different scales. The plug-in draws one unit of x or y as 0.2834 points, a
+/// The plug-in draws one unit of x or y as 0.2834 points, a
 /// tenth of a millimetre; y grows downwards on the sheet.
 class CoordinatePoint final : public BasePacket {
  public:
-  CoordinatePoint() : BasePacket(PacketTag::coordinatePoint, 6) {}
+  CoordinatePoint() : BasePacket(PacketTag::coordinatePoint) {}
   bool readFromStream(PenFileStream& stream) override;
 
   double x = 0.0;
@@ -148,7 +108,7 @@ class CoordinatePoint final : public BasePacket {
 ///           with 6 raw is taken as signed (-32768 to 32767)
 class PressureData final : public BasePacket {
  public:
-  PressureData() : BasePacket(PacketTag::pressureData, 6) {}
+  PressureData() : BasePacket(PacketTag::pressureData) {}
 
   /// Any other algorithm fails with a WARNING line in the log and leaves the pressure as it was.
   bool readFromStream(PenFileStream& stream) override;
@@ -163,7 +123,7 @@ class PressureData final : public BasePacket {
 ///     2  2  ignored
 class TiltData final : public BasePacket {
  public:
-  TiltData() : BasePacket(PacketTag::tiltData, 6) {}
+  TiltData() : BasePacket(PacketTag::tiltData) {}
   bool readFromStream(PenFileStream& stream) override;
 
   std::int32_t tiltX = 0;
@@ -177,7 +137,7 @@ class TiltData final : public BasePacket {
 ///           00 01 80 is 0xFFFFFF80 and 80 00 00 is 0xFF800000
 class TimestampData final : public BasePacket {
  public:
-  TimestampData() : BasePacket(PacketTag::timestampData, 6) {}
+  TimestampData() : BasePacket(PacketTag::timestampData) {}
 
   /// Sets the time to 0 before anything else.
   bool readFromStream(PenFileStream& stream) override;
@@ -193,7 +153,7 @@ class TimestampData final : public BasePacket {
 /// Bit 7 wins: bit 0 beside it is ignored, and the pen stays up or down as it was.
 class Status final : public BasePacket {
  public:
-  Status() : BasePacket(PacketTag::status, 3) {}
+  Status() : BasePacket(PacketTag::status) {}
   bool readFromStream(PenFileStream& stream) override;
 
   bool startsLayer() const { return (status & 0x80U) != 0; }

@@ -9,26 +9,10 @@ constexpr bool isPressureAlgorithm(unsigned char byte) {
   return byte == 1 || byte == 5 || byte == 6;
 }
 
-constexpr auto kLengths = [] {
-  std::array<unsigned char, 256> lengths{};
-  const auto set = [&](PacketTag tag, unsigned char length) {
-    lengths[static_cast<unsigned char>(tag)] = length;
-  };
-  set(PacketTag::fileDescriptor, 6);
-  set(PacketTag::physicalParams, 9);
-  set(PacketTag::fileDateTime, 9);
-  set(PacketTag::coordinatePoint, 6);
-  set(PacketTag::pressureData, 6);
-  set(PacketTag::tiltData, 6);
-  set(PacketTag::timestampData, 6);
-  set(PacketTag::status, 3);
-  return lengths;
-}();
-
 }  // namespace
 
 std::size_t lengthOf(PacketTag tag) {
-  return kLengths[static_cast<unsigned char>(tag)];
+  return Orvo::knownLength(tag);
 }
 
 std::size_t PenBytes::knownPacket(std::size_t offset) const {
