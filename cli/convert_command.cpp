@@ -1,12 +1,13 @@
 #include "cli/convert_command.h"
 
 #include "cli/batch.h"
+#include "cli/byte_stream.h"
 #include "cli/ink_preparation.h"
-#include "cli/pen_clock.h"
 #include "cli/read_back.h"
 #include "cli/rescuing.h"
 #include "cli/sentences.h"
 #include "cli/temporary_file.h"
+#include "facts/pen_clock.h"
 #include "inkml/document_serializer.h"
 
 namespace cli {
@@ -33,6 +34,11 @@ std::string summaryOf(const Orvo::Document& document) {
   return counted(document.size(), "layer") + ", " + counted(strokes, "stroke");
 }
 
+bool takePenTimes(Orvo::Document& document, const fs::path& file) {
+  ByteStream bytes(file);
+  return facts::setPenTimes(document, [&bytes] { return bytes.next(); });
+}
+
 bool convertFile(Batch& batch, const ConvertOptions& options, const fs::path& file,
                  const fs::path& target) {
   const MendedInput input(file, options.rescue);
@@ -42,7 +48,7 @@ bool convertFile(Batch& batch, const ConvertOptions& options, const fs::path& fi
     return batch.fail(file, withRescue(recording.explainFailure(), input.path(), recording.kind()));
   }
   Orvo::Document& document = recording.document();
-  if (recording.kind() == FileKind::pen && !setPenTimes(document, input.path())) {
+  if (recording.kind() == FileKind::pen && !takePenTimes(document, input.path())) {
     return batch.fail(file, "the file changed while it was read; try again");
   }
   if (!options.exact) roundCoordinates(document);

@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "facts/packet_reader.h"
 #include "penfile/packet_format.h"
 #include "platform/file.h"
 
@@ -31,7 +32,8 @@ class Search {
     walk([this](std::size_t place, std::size_t) { ++timesOfTag_[bytes_[place]]; });
     DamagedPackets found;
     walk([&](std::size_t place, std::size_t length) {
-      if (!occursOnceWithKnownLength(place, length) && !hidesPackets(place, length)) return;
+      if (!occursOnceWithKnownLength(place, length) && !facts::hidesPackets(bytes_, place, length))
+        return;
       if (found.count++ == 0) found.first = static_cast<std::int64_t>(place);
     });
     return found;
@@ -50,24 +52,9 @@ class Search {
     }
   }
 
-  bool isKnownPacket(std::size_t place) const {
-    if (place + 1 >= bytes_.size()) return false;
-    const unsigned length = Orvo::kLengthOfTag[bytes_[place]];
-    return length != 0 && Orvo::decodeLength(bytes_[place + 1]) == length;
-  }
-
   bool occursOnceWithKnownLength(std::size_t place, std::size_t length) const {
     return timesOfTag_[bytes_[place]] == 1 &&
            std::ranges::find(Orvo::kLengthOfTag, length) != Orvo::kLengthOfTag.end();
-  }
-
-  bool hidesPackets(std::size_t place, std::size_t length) const {
-    const std::size_t end = std::min(place + length, bytes_.size());
-    for (std::size_t inside = place + 2; inside < end; ++inside) {
-      if (isKnownPacket(inside) && isKnownPacket(inside + Orvo::kLengthOfTag[bytes_[inside]]))
-        return true;
-    }
-    return false;
   }
 
   Bytes bytes_;

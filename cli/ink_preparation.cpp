@@ -7,8 +7,8 @@
 #include <string>
 #include <utility>
 
-#include "cli/pen_clock.h"
 #include "cli/xml_characters.h"
+#include "facts/pen_clock.h"
 
 namespace cli {
 
@@ -127,7 +127,7 @@ void uncrossBrushFlags(Orvo::InkMLDefinitions& definitions) {
 
 void declareDefaultContext(Orvo::InkMLDefinitions& definitions, std::uint32_t lastTime) {
   constexpr std::uint32_t kMost = std::numeric_limits<std::int32_t>::max();
-  const std::uint32_t most = std::clamp(lastTime, PenClock::kTurn - 1, kMost);
+  const std::uint32_t most = std::clamp(lastTime, facts::PenClock::kTurn - 1, kMost);
   declareChannels(*defaultContext(definitions).traceFormat.value, static_cast<std::int32_t>(most));
 }
 

@@ -1,6 +1,10 @@
 #include "platform/file.h"
 
+#include <algorithm>
+#include <cerrno>
+
 #ifdef _WIN32
+#include <io.h>
 #include <string>
 #else
 #include <fcntl.h>
@@ -22,6 +26,11 @@ File openFile(const wchar_t* path, const char* mode) {
 
 File openLogFile(const wchar_t* path, bool emptyFirst) {
   return openFile(path, emptyFirst ? "w" : "a");
+}
+
+std::ptrdiff_t readAtHand(std::FILE* file, char* bytes, std::size_t size) {
+  constexpr std::size_t kMost = std::size_t{1} << 30U;
+  return _read(_fileno(file), bytes, static_cast<unsigned>(std::min(size, kMost)));
 }
 
 bool seekTo(std::FILE* file, std::int64_t offset) {
@@ -53,6 +62,13 @@ File openLogFile(const wchar_t* path, bool emptyFirst) {
   File file(::fdopen(log.number(), "a"));
   if (file) log.release();
   return file;
+}
+
+std::ptrdiff_t readAtHand(std::FILE* file, char* bytes, std::size_t size) {
+  while (true) {
+    const ssize_t count = ::read(::fileno(file), bytes, size);
+    if (count >= 0 || errno != EINTR) return count;
+  }
 }
 
 bool seekTo(std::FILE* file, std::int64_t offset) {

@@ -1,6 +1,7 @@
 // Files of the C library.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <memory>
@@ -33,6 +34,11 @@ inline int readByte(std::FILE* file) {
   return getc_unlocked(file);
 #endif
 }
+
+/// Reads up to `size` bytes, those that are at hand: it waits only where there are none. 0 at the
+/// end, -1 on an error, which `errno` names. Past the C library's buffer: nothing else may read the
+/// file.
+std::ptrdiff_t readAtHand(std::FILE* file, char* bytes, std::size_t size);
 
 /// Moves to `offset` bytes from the start of the file; beyond the end is allowed. Clears the
 /// end-of-file mark. False when the file cannot be positioned.
