@@ -33,13 +33,7 @@ void PenTimes::add(const Packet& packet) {
   }
 }
 
-bool setPenTimes(Orvo::Document& document, NextBytes recording) {
-  PacketReader reader(std::move(recording));
-  PenTimes times;
-  while (const Packet* packet = reader.next()) {
-    if (packet->oddity == Oddity::endless) break;
-    times.add(*packet);
-  }
+bool setPenTimes(Orvo::Document& document, const PenTimes& times) {
   auto next = times.points().begin();
   for (Orvo::Layer& layer : document) {
     for (Orvo::Stroke& stroke : layer) {
@@ -50,6 +44,16 @@ bool setPenTimes(Orvo::Document& document, NextBytes recording) {
     }
   }
   return next == times.points().end();
+}
+
+bool setPenTimes(Orvo::Document& document, NextBytes recording) {
+  PacketReader reader(std::move(recording));
+  PenTimes times;
+  while (const Packet* packet = reader.next()) {
+    if (packet->oddity == Oddity::endless) break;
+    times.add(*packet);
+  }
+  return setPenTimes(document, times);
 }
 
 }  // namespace facts

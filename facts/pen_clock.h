@@ -49,8 +49,11 @@ class PenTimes {
 /// Whether the plug-in keeps a point: those above the sheet, with y below 0, are left out.
 bool isOnSheet(const Packet& coordinate);
 
-/// Replaces the time of every point with the pen's own count; `document` must have been read whole
-/// from `recording`. False when the recording does not hold as many points as the document.
+/// Replaces the time of every point with the pen's own count, where `times` are those of the
+/// recording that `document` was read from. False when there are not as many as it has points.
+bool setPenTimes(Orvo::Document& document, const PenTimes& times);
+
+/// The same, where `document` was read whole from `recording`.
 bool setPenTimes(Orvo::Document& document, NextBytes recording);
 
 }  // namespace facts
