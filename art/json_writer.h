@@ -49,6 +49,11 @@ class JsonWriter {
     return key(name).value(thing);
   }
 
+  /// A key and a text, or null where it is empty.
+  JsonWriter& textOrNull(std::string_view name, std::string_view text) {
+    return text.empty() ? key(name).null() : member(name, text);
+  }
+
   /// Puts a line end before the next value, after its comma, or before the next end.
   JsonWriter& newline();
 

@@ -54,8 +54,35 @@ void addQuiet(CLI::App& command, bool& quiet) {
   command.add_flag("-q,--quiet", quiet, "print only errors and what the plug-in did wrong");
 }
 
+void addFiles(CLI::App& command, std::vector<std::string>& files) {
+  command.add_option("FILE", files, kRecordings)->required()->check(kNotEmpty)->type_name("");
+}
+
+void addFile(CLI::App& command, std::string& file) {
+  command
+      .add_option(
+          "FILE", file,
+          "a pen recording (.pnx, .eli) or ink document (.kvo, .inkml); - is standard input")
+      ->required()
+      ->check(kNotEmpty)
+      ->type_name("");
+}
+
+void addJobs(CLI::App& command, InputWords& words) {
+  command
+      .add_option("-j,--jobs", words.jobs,
+                  "how many files to work on at a time; by default one for each processor")
+      ->check(numberFrom(1, 1000, "4"))
+      ->type_name("N");
+  command
+      .add_option("--time-limit", words.timeLimit,
+                  "processor time for each file in seconds; by default 60 where there are several")
+      ->check(numberFrom(0.1, 1e6, "60"))
+      ->type_name("S");
+}
+
 void addOutputs(CLI::App& command, OutputWords& words, const char* result) {
-  command.add_option("FILE", words.files, kRecordings)->required()->check(kNotEmpty)->type_name("");
+  addFiles(command, words.files);
   command.add_option("-o,--output", words.output, std::string(result) + "; - is standard output")
       ->check(kNotEmpty)
       ->type_name("OUT");
@@ -71,16 +98,7 @@ void addOutputs(CLI::App& command, OutputWords& words, const char* result) {
       ->check(oneOf({"keep", "replace", "number"}))
       ->type_name("RULE");
   command.add_flag("--force", words.force, "the same as --on-conflict replace");
-  command
-      .add_option("-j,--jobs", words.jobs,
-                  "how many files to work on at a time; by default one for each processor")
-      ->check(numberFrom(1, 1000, "4"))
-      ->type_name("N");
-  command
-      .add_option("--time-limit", words.timeLimit,
-                  "processor time for each file in seconds; by default 60 where there are several")
-      ->check(numberFrom(0.1, 1e6, "60"))
-      ->type_name("S");
+  addJobs(command, words);
   addQuiet(command, words.quiet);
 }
 
@@ -141,11 +159,7 @@ void addOpen(CLI::App& open, OpenWords& words) {
 }
 
 void addInk(CLI::App& ink, InkWords& words) {
-  ink.add_option("FILE", words.file,
-                 "a pen recording (.pnx, .eli) or ink document (.kvo, .inkml); - is standard input")
-      ->required()
-      ->check(kNotEmpty)
-      ->type_name("");
+  addFile(ink, words.file);
   ink.add_option("-o,--output", words.output, "where the JSON goes; - is standard output")
       ->check(kNotEmpty)
       ->type_name("OUT.json");
@@ -170,6 +184,27 @@ void addRescue(CLI::App& rescue, RescueWords& words) {
                   "print a line of JSON for each FILE, with every stretch that was left out");
 }
 
+void addInfo(CLI::App& info, InfoWords& words) {
+  addFiles(info, words.files);
+  addJobs(info, words);
+  info.add_flag("--json", words.json, "print a line of JSON for each FILE instead of a table");
+  addKind(info, words.kind);
+}
+
+void addCheck(CLI::App& check, CheckWords& words) {
+  addFiles(check, words.files);
+  addJobs(check, words);
+  addKind(check, words.kind);
+  check.add_flag("-q,--quiet", words.quiet,
+                 "leave out the files about which there is nothing to say");
+}
+
+void addPackets(CLI::App& packets, PacketsWords& words) {
+  addFile(packets, words.file);
+  packets.add_flag("--json", words.json, "print a line of JSON for each packet or element");
+  addKind(packets, words.kind);
+}
+
 /// Adds a command with the options that `addOptions` declares. Its words become `chosen` where it
 /// is the one that is asked for.
 template <class Words>
@@ -185,6 +220,9 @@ void addCommands(CLI::App& app, CommandWords& chosen) {
   addCommand(app, chosen, "open", "open recordings through the plug-in and draw them", addOpen);
   addCommand(app, chosen, "ink", "show the ink document of a recording as JSON", addInk);
   addCommand(app, chosen, "convert", "write recordings as ink documents (InkML)", addConvert);
+  addCommand(app, chosen, "info", "tell what is in recordings", addInfo);
+  addCommand(app, chosen, "check", "say whether recordings are sound, and what is wrong", addCheck);
+  addCommand(app, chosen, "packets", "list the packets of a recording", addPackets);
   addCommand(app, chosen, "rescue", "mend damaged recordings", addRescue);
 }
 

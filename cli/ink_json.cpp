@@ -1,6 +1,7 @@
 #include "cli/ink_json.h"
 
 #include "art/json_writer.h"
+#include "cli/pen_header_json.h"
 
 namespace cli {
 
@@ -26,32 +27,6 @@ void writeAnnotations(art::JsonWriter& json, const Region& region) {
   json.key("annotations").beginObject();
   for (const auto& [type, text] : region.annotations())
     json.member(type, text);
-  json.endObject();
-}
-
-template <class Bytes>
-void writeBytes(art::JsonWriter& json, std::string_view name, const Bytes& bytes) {
-  json.key(name).beginArray();
-  for (const unsigned char byte : bytes)
-    json.value(unsigned{byte});
-  json.endArray();
-}
-
-void writeHeader(art::JsonWriter& json, const Orvo::PnxDocument& document) {
-  const Orvo::FileDescriptor& descriptor = document.fileDescriptor;
-  const Orvo::PhysicalParams& physical = document.physicalParams;
-  json.key("header").beginObject();
-  writeBytes(json, "descriptor",
-             std::array{descriptor.descriptorByte0, descriptor.coordinateFormat,
-                        descriptor.descriptorByte2, descriptor.descriptorByte3});
-  json.key("physical").beginObject();
-  json.member("byte0", unsigned{physical.paramByte0});
-  writeBytes(json, "word1", physical.paramWord1);
-  writeBytes(json, "word2", physical.paramWord2);
-  json.member("byte5", unsigned{physical.paramByte5});
-  json.member("byte6", unsigned{physical.paramByte6});
-  json.endObject();
-  writeBytes(json, "dateTime", document.dateTime.dateTimeBytes);
   json.endObject();
 }
 

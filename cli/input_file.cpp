@@ -21,8 +21,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::uint64_t kMostBytes = std::uint64_t{1} << 31;
-// More white space than any ink document begins with.
-constexpr std::size_t kMostWhiteSpace = std::size_t{1} << 20;
 constexpr char kNoPrivateFile[] = "there is no space for a temporary copy of it";
 
 std::string because(std::string_view what, int error) {
@@ -31,11 +29,6 @@ std::string because(std::string_view what, int error) {
 
 platform::File open(const fs::path& file, const char* mode) {
   return platform::openFile(platform::nativePathToWide(nativeName(file)).c_str(), mode);
-}
-
-bool nameDecidesKind(const fs::path& name) {
-  const fs::path ending = name.extension();
-  return ending == ".pnx" || ending == ".eli" || kindByName(name) == FileKind::inkml;
 }
 
 class StreamReader {
@@ -63,6 +56,13 @@ bool write(std::FILE* file, std::string_view bytes) {
   return std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
 }
 
+}  // namespace
+
+bool nameDecidesKind(const fs::path& name) {
+  const fs::path ending = name.extension();
+  return ending == ".pnx" || ending == ".eli" || kindByName(name) == FileKind::inkml;
+}
+
 std::optional<FileKind> kindByStart(std::string_view start) {
   constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
   if (start.starts_with(kByteOrderMark)) start.remove_prefix(kByteOrderMark.size());
@@ -70,8 +70,6 @@ std::optional<FileKind> kindByStart(std::string_view start) {
   if (first == start.npos) return {};
   return start[first] == '<' ? FileKind::inkml : FileKind::pen;
 }
-
-}  // namespace
 
 InputFile::InputFile(fs::path name, std::optional<FileKind> kind)
     : name_(std::move(name)), path_(name_) {
@@ -85,6 +83,12 @@ InputFile::InputFile(fs::path name, std::optional<FileKind> kind)
   }
 }
 
+InputFile::InputFile(fs::path name, const std::string& start,
+                     const std::function<std::string_view()>& next)
+    : name_(std::move(name)), path_(name_) {
+  if (makeFolder(FileKind::inkml)) copyBytes(start, next);
+}
+
 void InputFile::prepareFile(std::optional<FileKind> kind) {
   std::error_code error;
   const fs::file_status status = fs::status(name_, error);
@@ -96,7 +100,7 @@ void InputFile::prepareFile(std::optional<FileKind> kind) {
   } else if (fs::is_regular_file(status)) {
     if (kind && *kind != kindByName(name_)) giveOtherEnding(*kind);
   } else if (fs::exists(status) && !fs::is_directory(status)) {
-    problem_ = "this is a device, not a file; save the recording to a file and open that";
+    problem_ = kThisIsADevice;
   }
 }
 
@@ -118,17 +122,22 @@ void InputFile::copyStream(std::FILE* stream, std::optional<FileKind> kind) {
     more = reader.next();
   }
   if (!makeFolder(kind.value_or(FileKind::pen))) return;
+  start += more;
+  copyBytes(start, [&reader] { return reader.next(); });
+  if (reader.error() != 0) problem_ = because("it cannot be read", reader.error());
+}
+
+void InputFile::copyBytes(std::string_view start, const std::function<std::string_view()>& next) {
   const platform::File copy = open(path_, "wb");
-  bool isWritten = copy && write(copy.get(), start);
-  std::uint64_t size = start.size();
-  for (; isWritten && !more.empty() && size < kMostBytes; more = reader.next()) {
+  bool isWritten = copy != nullptr;
+  std::uint64_t size = 0;
+  for (std::string_view more = start.empty() ? next() : start;
+       isWritten && !more.empty() && size < kMostBytes; more = next()) {
     size += more.size();
     isWritten = write(copy.get(), more);
   }
   if (size >= kMostBytes) {
     problem_ = "it has 2 GiB or more; save it to a file and open that";
-  } else if (reader.error() != 0) {
-    problem_ = because("it cannot be read", reader.error());
   } else if (!isWritten || std::fflush(copy.get()) != 0) {
     problem_ = kNoPrivateFile;
   }

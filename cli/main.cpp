@@ -6,6 +6,7 @@
 
 #include "cli/command_line.h"
 #include "cli/limits.h"
+#include "cli/listing_output.h"
 #include "cli/terminal_text.h"
 #include "platform/command_line.h"
 #include "platform/limits.h"
@@ -37,7 +38,7 @@ int main(int count, char** words) {
     const std::shared_ptr<void> console = platform::utf8Console();
     platform::CommandLine line(count, words);
     const ExitStatus status = runCommand(line);
-    if (standardOutputIsWritten()) return static_cast<int>(status);
+    if (standardOutputIsWritten() || cli::readerHasGone()) return static_cast<int>(status);
     if (status != ExitStatus::done) return static_cast<int>(status);
     std::fputs("penwick: standard output could not be written; is its device full?\n", stderr);
   } catch (const std::bad_alloc&) {

@@ -11,6 +11,7 @@
 #include "cli/recording.h"
 #include "cli/rescuing.h"
 #include "cli/sentences.h"
+#include "cli/unopened.h"
 #include "render/pdf_and_png.h"
 #include "render/spine.h"
 #include "render/svg.h"
@@ -90,7 +91,7 @@ class Opener {
     if (options_.journal && !run.journal.empty() && !batch_.write(*options_.journal, run.journal)) {
       return false;
     }
-    if (!run.document) return batch_.fail(file, explain(input, run));
+    if (!run.document) return batch_.fail(file, explainUnopened(run, input.path()));
 
     if (!run.notes.empty()) batch_.warn(file, run.notes);
     const std::string summary = explainDrawing(file, input, *run.document);
@@ -107,13 +108,6 @@ class Opener {
       return "is also where the drawing goes; choose another file";
     const bool force = options_.outputs.onConflict == OnConflict::replace;
     return refusalToOverwrite(file, *options_.journal, force);
-  }
-
-  std::string explain(const MendedInput& input, const PluginRun& run) {
-    if (!run.readNothing) return joined(run.refusal, run.notes);
-    const Recording recording(input.path(), kindByName(input.path()));
-    if (recording.complete()) return "the plug-in read it but drew nothing, and no call failed";
-    return withRescue(recording.explainFailure(), input.path(), recording.kind());
   }
 
   /// Prints what a person should know about the drawing; gives a summary. The recording is read

@@ -42,22 +42,29 @@ bool isFolder(const std::string& word) {
   return fs::is_directory(pathOf(word), error);
 }
 
-void take(const OutputWords& words, BatchOptions& options) {
+void take(const InputWords& words, BatchOptions& options) {
   options.files = pathsOf(words.files);
-  if (!words.output.empty()) options.outputs.output = pathOf(words.output);
-  options.outputs.folder = pathOf(words.folder);
-  options.outputs.onConflict = ruleOf(words);
   options.kind = kindOf(words.kind);
   options.jobs = words.jobs;
   options.timeLimit = words.timeLimit;
   options.quiet = words.quiet;
 }
 
+std::string wrongInputs(const InputWords& words) {
+  if (platform::kHasWorkers || (words.jobs == 0 && !words.timeLimit)) return {};
+  return "--jobs and --time-limit do not work on this system; leave them out";
+}
+
+void take(const OutputWords& words, BatchOptions& options) {
+  take(static_cast<const InputWords&>(words), options);
+  if (!words.output.empty()) options.outputs.output = pathOf(words.output);
+  options.outputs.folder = pathOf(words.folder);
+  options.outputs.onConflict = ruleOf(words);
+}
+
 std::string wrongOutputs(const OutputWords& words) {
   if (words.force && !words.onConflict.empty()) return "give --force or --on-conflict, not both";
-  if (!platform::kHasWorkers && (words.jobs > 0 || words.timeLimit)) {
-    return "--jobs and --time-limit do not work on this system; leave them out";
-  }
+  if (const std::string wrong = wrongInputs(words); !wrong.empty()) return wrong;
   if (words.output.empty()) {
     const bool isUnnamed = std::ranges::find(words.files, "-") != words.files.end();
     return isUnnamed ? "a result of standard input cannot be named after it; use -o" : "";

@@ -10,18 +10,21 @@
 
 namespace cli {
 
-/// The words of a command that reads several files and writes a result for each, as they were
-/// given.
-struct OutputWords {
+/// The words of a command that reads several files, as they were given.
+struct InputWords {
   std::vector<std::string> files;
   std::string kind;
+  std::size_t jobs = 0;
+  std::optional<double> timeLimit;
+  bool quiet = false;
+};
+
+/// The words of a command that also writes a result for each.
+struct OutputWords : InputWords {
   std::string output;
   std::string folder;
   std::string onConflict;
-  std::size_t jobs = 0;
-  std::optional<double> timeLimit;
   bool force = false;
-  bool quiet = false;
 };
 
 /// The paths that words name.
@@ -32,6 +35,12 @@ bool isFolder(const std::string& word);
 
 /// The kind that "pen" or "inkml" stands for; nothing for any other word.
 std::optional<FileKind> kindOf(const std::string& word);
+
+/// Takes the words about the files that are read.
+void take(const InputWords& words, BatchOptions& options);
+
+/// What is wrong with these words, or nothing.
+std::string wrongInputs(const InputWords& words);
 
 /// Takes the words that several commands share, but for the ending of the results.
 void take(const OutputWords& words, BatchOptions& options);

@@ -5,8 +5,9 @@
 #include <system_error>
 
 #include "cli/file_content.h"
+#include "cli/packet_words.h"
 #include "cli/sentences.h"
-#include "penfile/packets.h"
+#include "penfile/packet_format.h"
 
 namespace cli {
 
@@ -25,35 +26,6 @@ std::string format(const char* pattern, Values... values) {
 
 std::string atByte(std::int64_t offset) {
   return format(" (byte %lld)", static_cast<long long>(offset));
-}
-
-struct PacketName {
-  const char* name;
-  unsigned length;
-  unsigned char tag;
-};
-
-template <class Packet>
-PacketName named(const char* name) {
-  const Packet packet;
-  return {name, packet.expectedLength.value, packet.tag.value};
-}
-
-PacketName packetOf(unsigned char tag) {
-  const PacketName packets[] = {
-      named<Orvo::FileDescriptor>("file descriptor"),
-      named<Orvo::PhysicalParams>("physical parameters"),
-      named<Orvo::FileDateTime>("date and time"),
-      named<Orvo::CoordinatePoint>("coordinate"),
-      named<Orvo::PressureData>("pressure"),
-      named<Orvo::TiltData>("tilt"),
-      named<Orvo::TimestampData>("time stamp"),
-      named<Orvo::Status>("status"),
-  };
-  for (const PacketName& packet : packets) {
-    if (packet.tag == tag) return packet;
-  }
-  return {"unknown", 0, tag};
 }
 
 std::string explainReadError(const fs::path& file, std::int64_t offset) {
@@ -76,15 +48,33 @@ std::string explainFirstTag(const fs::path& file, const ParseReport& report) {
 
 std::string explainLength(const ParseReport& report) {
   const Orvo::PacketPlace& place = report.failedPacket;
-  const PacketName packet = packetOf(place.tag);
+  const char* const name = nameOfPacket(place.tag);
   if (!place.lengthCode) {
-    return format("the file ends right after the tag of a %s packet", packet.name) +
-           atByte(place.offset) + "; its end was lost";
+    return format("the file ends right after the tag of a %s packet", name) + atByte(place.offset) +
+           "; its end was lost";
   }
   return format("a %s packet has the length code 0x%02X, that is %u bytes, where %u are expected",
-                packet.name, unsigned{*place.lengthCode}, Orvo::decodeLength(*place.lengthCode),
-                packet.length) +
+                name, unsigned{*place.lengthCode}, Orvo::decodeLength(*place.lengthCode),
+                unsigned{Orvo::kLengthOfTag[place.tag]}) +
          atByte(place.offset) + "; the recording is damaged there";
+}
+
+void addEnd(std::string& sentence, const ParseReport& report) {
+  if (report.cutPacket) {
+    addPart(sentence, "the file ends inside its last packet" + atByte(*report.cutPacket) +
+                          ", the missing bytes were read as zeros");
+  }
+  if (report.endlessPacket) {
+    addPart(sentence, "a packet of length 0" + atByte(*report.endlessPacket) +
+                          " ends the recording, nothing after it was read");
+  }
+}
+
+void addDamaged(std::string& sentence, const DamagedPackets& damaged) {
+  if (damaged.count == 0) return;
+  addPart(sentence, counted(damaged.count, "packet") +
+                        " skipped whose tag or length is probably damaged, the first" +
+                        atByte(damaged.first));
 }
 
 }  // namespace
@@ -123,25 +113,23 @@ std::string explainFailure(const fs::path& file, const ParseReport& report) {
 
 std::string explainOmissions(const ParseReport& report, const DamagedPackets& damaged) {
   std::string sentence;
-  if (report.cutPacket) {
-    addPart(sentence, "the file ends inside its last packet" + atByte(*report.cutPacket) +
-                          ", the missing bytes were read as zeros");
-  }
-  if (report.endlessPacket) {
-    addPart(sentence, "a packet of length 0" + atByte(*report.endlessPacket) +
-                          " ends the recording, nothing after it was read");
-  }
-  if (report.droppedPoints > 0) {
-    addPart(sentence, counted(report.droppedPoints, "point") +
-                          " above the sheet left out, the first" +
-                          atByte(*report.firstDroppedPoint));
-  }
-  if (damaged.count > 0) {
-    addPart(sentence, counted(damaged.count, "packet") +
-                          " skipped whose tag or length is probably damaged, the first" +
-                          atByte(damaged.first));
-  }
+  addEnd(sentence, report);
+  sentence = joined(sentence, explainDropped(report));
+  addDamaged(sentence, damaged);
   return sentence;
+}
+
+std::string explainDamage(const ParseReport& report, const DamagedPackets& damaged) {
+  std::string sentence;
+  addEnd(sentence, report);
+  addDamaged(sentence, damaged);
+  return sentence;
+}
+
+std::string explainDropped(const ParseReport& report) {
+  if (report.droppedPoints == 0) return {};
+  return counted(report.droppedPoints, "point") + " above the sheet left out, the first" +
+         atByte(*report.firstDroppedPoint);
 }
 
 std::string explainUnknown(const ParseReport& report) {

@@ -16,6 +16,12 @@ std::string explainFailure(const std::filesystem::path& file, const Orvo::ParseR
 /// of unknown tags count only where they are among the damaged ones.
 std::string explainOmissions(const Orvo::ParseReport& report, const DamagedPackets& damaged);
 
+/// The damage alone: a cut or endless packet, and those that are probably damaged.
+std::string explainDamage(const Orvo::ParseReport& report, const DamagedPackets& damaged);
+
+/// How many points lie above the sheet and were left out, in one sentence; empty when none does.
+std::string explainDropped(const Orvo::ParseReport& report);
+
 /// How many packets have unknown tags, in one sentence; empty when none has.
 std::string explainUnknown(const Orvo::ParseReport& report);
 

@@ -73,6 +73,14 @@ std::string Recording::explainOmissions() const {
   return cli::explainOmissions(penReport_, damaged_);
 }
 
+std::string Recording::explainLosses() const {
+  return kind_ == FileKind::pen ? cli::explainDamage(penReport_, damaged_) : explainOmissions();
+}
+
+std::string Recording::explainDropped() const {
+  return kind_ == FileKind::pen ? cli::explainDropped(penReport_) : "";
+}
+
 bool Recording::looksDamaged() const {
   return penReport_.cutPacket || penReport_.endlessPacket || damaged_.count > 0;
 }

@@ -43,6 +43,10 @@ class Recording {
   std::string explainFailure() const;
   /// What was left out of a whole recording, in one sentence; empty where nothing was.
   std::string explainOmissions() const;
+  /// The same, without what the pen itself did: it drew above the sheet.
+  std::string explainLosses() const;
+  /// How many points above the sheet were left out, in one sentence; empty where none was.
+  std::string explainDropped() const;
   /// Whether a pen recording was read to its end but has signs of damage.
   bool looksDamaged() const;
   /// How many packets with unknown tags a whole recording has, in one sentence; empty where none

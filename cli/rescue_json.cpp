@@ -4,19 +4,6 @@
 
 namespace cli {
 
-namespace {
-
-void writeText(art::JsonWriter& json, std::string_view key, std::string_view text) {
-  json.key(key);
-  if (text.empty()) {
-    json.null();
-  } else {
-    json.value(text);
-  }
-}
-
-}  // namespace
-
 std::string rescueToJson(const Rescued& rescued, std::string_view file, std::string_view output) {
   std::string text;
   art::JsonWriter json(text);
@@ -24,8 +11,7 @@ std::string rescueToJson(const Rescued& rescued, std::string_view file, std::str
   json.member("file", file);
   json.member("kind", rescued.kind == FileKind::pen ? "pen" : "inkml");
   json.member("sound", rescued.sound).member("saved", rescued.saved);
-  writeText(json, "output", output);
-  writeText(json, "problem", rescued.problem);
+  json.textOrNull("output", output).textOrNull("problem", rescued.problem);
   json.member("pointsKept", rescued.pointsKept).member("pointsAbout", rescued.pointsAbout);
   json.key("leftOut").beginArray();
   for (const rescue::Stretch& stretch : rescued.leftOut) {

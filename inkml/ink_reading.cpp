@@ -70,7 +70,8 @@ void describeRoot(const TiXmlDocument& xml, InkReport& report) {
 
 // `load` makes the tree of a file that may be given to the library, or sets the tree's error.
 template <class Load>
-void readChecked(FileCheck check, Load load, InkReading& reading) {
+void readChecked(FileCheck check, Load load, InkReading& reading,
+                 const VisitInkElement& visit = {}) {
   InkReport& report = reading.report;
   report.size = check.size;
   report.failure = failureOf(check.refusal);
@@ -87,27 +88,36 @@ void readChecked(FileCheck check, Load load, InkReading& reading) {
   if (!serializer.read(xml, *reading.definitions)) report.failure = InkFailure::noInk;
   report.traces = countTraces(xml);
   report.problems = findProblems(xml, *reading.definitions, check.scan, scanLine);
+  if (visit) visitElements(xml, *reading.definitions, visit);
+}
+
+void readFile(std::FILE* file, InkReading& reading, const VisitInkElement& visit = {}) {
+  const auto load = [file](TiXmlDocument& xml, std::string text) {
+    text = {};  // The library reads the file itself: one copy is enough.
+    xml.LoadFile(file, TIXML_ENCODING_UTF8);
+  };
+  readChecked(checkFile(file, XmlEncoding::utf8), load, reading, visit);
 }
 
 }  // namespace
 
 InkReading readInk(const wchar_t* path) {
-  const platform::File file = platform::openFile(path, "rb");
-  if (!file) {
-    InkReading reading = nothingRead();
+  return readInk(path, {});
+}
+
+InkReading readInk(const wchar_t* path, const VisitInkElement& visit) {
+  InkReading reading = nothingRead();
+  if (const platform::File file = platform::openFile(path, "rb")) {
+    readFile(file.get(), reading, visit);
+  } else {
     reading.report.failure = InkFailure::cannotOpen;
-    return reading;
   }
-  return readInk(file.get());
+  return reading;
 }
 
 InkReading readInk(std::FILE* file) {
   InkReading reading = nothingRead();
-  const auto load = [file](TiXmlDocument& xml, std::string text) {
-    text = {};  // The library reads the file itself: one copy is enough.
-    xml.LoadFile(file, TIXML_ENCODING_UTF8);
-  };
-  readChecked(checkFile(file, XmlEncoding::utf8), load, reading);
+  readFile(file, reading);
   return reading;
 }
 

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "inkml/definitions.h"
+#include "inkml/ink_elements.h"
 #include "inkml/ink_report.h"
 #include "model/document.h"
 
@@ -21,6 +22,9 @@ struct InkReading {
 
 /// Reads the file at `path` (wide, zero-terminated).
 InkReading readInk(const wchar_t* path);
+
+/// The same, and calls `visit` with every element of a file that the XML library takes.
+InkReading readInk(const wchar_t* path, const VisitInkElement& visit);
 
 /// Reads an open file, from its start, and leaves it open.
 InkReading readInk(std::FILE* file);

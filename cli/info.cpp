@@ -1,0 +1,24 @@
+#include "cli/info.h"
+
+#include <utility>
+
+#include "penfile/pnx_document.h"
+
+namespace cli {
+
+Info infoOf(std::string name, const std::filesystem::path& file) {
+  Info info{
+      .file = std::move(name), .found = examine(file), .drawing = {}, .clock = {}, .date = {}};
+  const Recording& recording = info.found.recording;
+  std::size_t untimed = 0;
+  if (info.found.packets) {
+    facts::setPenTimes(recording.document(), info.found.packets->times);
+    untimed = info.found.packets->times.untimed();
+    info.date = facts::dateOf(recording.pen()->dateTime.dateTimeBytes);
+  }
+  info.drawing = facts::drawingFactsOf(recording.document());
+  info.clock = facts::clockFactsOf(recording.document(), untimed);
+  return info;
+}
+
+}  // namespace cli
