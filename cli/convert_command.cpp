@@ -68,7 +68,7 @@ bool convertFile(Batch& batch, const ConvertOptions& options, const fs::path& fi
   const Orvo::InkReading readBack = Orvo::readInk(name.c_str());
   if (const auto problem = explainUnusable(readBack.report)) return batch.fail(target, *problem);
 
-  batch.mention(file, withRescue(recording.explainOmissions(), input.path(), recording.kind()));
+  batch.mention(file, omissionsOf(recording, input.path()));
   batch.mention(file, changesOf(cleanedTexts, compareReadBack(document, definitions, readBack)));
   if (!batch.write(target, written.bytes())) return false;
   batch.sayDone(file, target, joined(summaryOf(document), input.summary()));

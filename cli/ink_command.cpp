@@ -12,8 +12,7 @@ namespace cli {
 namespace {
 
 void mention(const InkOptions& options, const MendedInput& input, const Recording& recording) {
-  const std::string omissions =
-      withRescue(recording.explainOmissions(), input.path(), recording.kind());
+  const std::string omissions = omissionsOf(recording, input.path());
   if (!omissions.empty()) reportWarning(options.file, omissions);
   if (!input.summary().empty()) reportNote(options.file, input.summary());
 }

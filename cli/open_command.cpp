@@ -129,8 +129,7 @@ class Opener {
 
   void mentionOmissions(const fs::path& file, const MendedInput& input,
                         const Recording& recording) {
-    std::string omissions =
-        withRescue(recording.explainOmissions(), input.path(), recording.kind());
+    std::string omissions = omissionsOf(recording, input.path());
     if (const std::string undrawn = recording.explainUndrawn(); !undrawn.empty()) {
       addPart(omissions, undrawn);
     }

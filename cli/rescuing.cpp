@@ -182,12 +182,17 @@ std::string describe(const Rescued& rescued) {
 }
 
 std::string withRescue(std::string sentence, const fs::path& file, FileKind kind) {
-  if (sentence.empty()) return sentence;
   const Rescued rescued = rescueRecording(file, kind);
   if (rescued.saved && !rescued.sound) {
     addPart(sentence, "penwick rescue would save " + pointsOf(rescued));
   }
   return sentence;
+}
+
+std::string omissionsOf(const Recording& recording, const fs::path& file) {
+  std::string omissions = recording.explainOmissions();
+  if (!recording.looksDamaged()) return omissions;
+  return withRescue(std::move(omissions), file, recording.kind());
 }
 
 // Only an ink document needs an ending.

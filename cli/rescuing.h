@@ -39,8 +39,12 @@ Rescued rescueRecording(const std::filesystem::path& file, FileKind kind);
 std::string describe(const Rescued& rescued);
 
 /// A sentence about a damaged recording, with what `penwick rescue` would save of it. Unchanged for
-/// an empty sentence, a sound recording, and where nothing can be saved.
+/// a sound recording, and where nothing can be saved.
 std::string withRescue(std::string sentence, const std::filesystem::path& file, FileKind kind);
+
+/// What was left out of a whole recording, in one sentence, and what `penwick rescue` would save of
+/// it where it is damaged; empty where nothing was left out.
+std::string omissionsOf(const Recording& recording, const std::filesystem::path& file);
 
 inline constexpr char kNoSpaceForCopy[] =
     "there is no space for a temporary copy of what could be saved";
