@@ -92,8 +92,8 @@ bool stopsReading(const std::vector<size_t>& gaps, size_t seam) {
 
 // Whether a run begins where a stroke does: then it may be a drawing's own.
 bool beginsWithStroke(PenBytes bytes, size_t begin) {
-  constexpr size_t near = 3;
-  for (size_t i = begin > near ? begin - near : 0; i <= begin; ++i)
+  constexpr size_t kNear = 3;
+  for (size_t i = begin > kNear ? begin - kNear : 0; i <= begin; ++i)
     if (bytes.tag(i) == PacketTag::status && bytes.knownPacket(i) != 0) return true;
   return false;
 }
@@ -104,14 +104,14 @@ bool beginsWithStroke(PenBytes bytes, size_t begin) {
 // at once, so that the time is in proportion to the bytes.
 std::vector<DoubledRun> longDoubledRuns(PenBytes bytes, const PenReading& reading,
                                         const PenHabits& habits) {
-  constexpr size_t key = 16;
+  constexpr size_t kKey = 16;
   const string_view all = bytes.view();
   const std::vector<size_t> gaps = gapsOf(bytes, reading, habits);
   std::unordered_map<string_view, size_t> last;
   std::vector<DoubledRun> runs;
-  for (size_t i = 0; i + key <= bytes.size(); ++i) {
+  for (size_t i = 0; i + kKey <= bytes.size(); ++i) {
     if (bytes.tag(i) != PacketTag::coordinatePoint || bytes[i + 1] != habits.sixBytes()) continue;
-    const auto [place, isNew] = last.try_emplace(all.substr(i, key), i);
+    const auto [place, isNew] = last.try_emplace(all.substr(i, kKey), i);
     if (isNew) continue;
     const size_t lag = i - place->second;
     place->second = i;

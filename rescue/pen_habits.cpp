@@ -35,11 +35,11 @@ bool isHeader(PacketTag tag) {
 // The steps between neighbours, and where the last packets stood that they are measured from.
 struct PenHabits::Steps {
   std::vector<int> x, y, pressure, time;
-  std::size_t lastPoint = nowhere;
-  std::size_t lastPressure = nowhere;
-  std::size_t lastTime = nowhere;
+  std::size_t lastPoint = kNowhere;
+  std::size_t lastPressure = kNowhere;
+  std::size_t lastTime = kNowhere;
 
-  void breakOff() { lastPoint = lastPressure = lastTime = nowhere; }
+  void breakOff() { lastPoint = lastPressure = lastTime = kNowhere; }
 };
 
 PenHabits::PenHabits(PenBytes bytes) {
@@ -86,21 +86,21 @@ void PenHabits::learnPacket(PenBytes bytes, std::size_t offset, Steps& steps) {
   ++counts_[static_cast<std::size_t>(bytes[offset]) << 8 | bytes[offset + 1]];
   switch (bytes.tag(offset)) {
     case PacketTag::coordinatePoint:
-      if (steps.lastPoint != nowhere) {
+      if (steps.lastPoint != kNowhere) {
         steps.x.push_back(std::abs(bytes.word(offset + 2) - bytes.word(steps.lastPoint + 2)));
         steps.y.push_back(std::abs(bytes.word(offset + 4) - bytes.word(steps.lastPoint + 4)));
       }
       steps.lastPoint = offset;
       break;
     case PacketTag::pressureData:
-      if (steps.lastPressure != nowhere) {
+      if (steps.lastPressure != kNowhere) {
         steps.pressure.push_back(
             std::abs(bytes.word(offset + 4) - bytes.word(steps.lastPressure + 4)));
       }
       steps.lastPressure = offset;
       break;
     case PacketTag::timestampData:
-      if (steps.lastTime != nowhere) {
+      if (steps.lastTime != kNowhere) {
         steps.time.push_back(
             std::abs(bytes.count24(offset + 3) - bytes.count24(steps.lastTime + 3)));
       }
@@ -108,7 +108,7 @@ void PenHabits::learnPacket(PenBytes bytes, std::size_t offset, Steps& steps) {
       break;
     case PacketTag::status:
       ++statuses_[bytes[offset + 2]];
-      steps.lastPoint = steps.lastPressure = nowhere;
+      steps.lastPoint = steps.lastPressure = kNowhere;
       break;
     default:
       break;
@@ -156,22 +156,22 @@ double PenHabits::stepGain(int x, int y) const {
 }
 
 double PenHabits::pointGain(PenBytes bytes, std::size_t offset, std::size_t previous) const {
-  if (previous == nowhere) return 2 * (kWordBits - kPlaceBits);
+  if (previous == kNowhere) return 2 * (kWordBits - kPlaceBits);
   return stepGain(bytes.word(offset + 2) - bytes.word(previous + 2),
                   bytes.word(offset + 4) - bytes.word(previous + 4));
 }
 
 double PenHabits::pressureGain(PenBytes bytes, std::size_t offset, std::size_t previous) const {
-  constexpr double algorithmGain = 6;
-  if (previous == nowhere) return algorithmGain;
+  constexpr double kAlgorithmGain = 6;
+  if (previous == kNowhere) return kAlgorithmGain;
   const double cost = costOfStep(bytes.word(offset + 4) - bytes.word(previous + 4), pressureStep_);
-  return algorithmGain + kWordBits - std::min(cost, kWordBits + 1);
+  return kAlgorithmGain + kWordBits - std::min(cost, kWordBits + 1);
 }
 
 double PenHabits::timeGain(PenBytes bytes, std::size_t offset, std::size_t previous) const {
   constexpr unsigned char penTime = 17;
   const double kindGain = bytes[offset + 2] == penTime ? 7 : -2;
-  if (previous == nowhere) return kindGain;
+  if (previous == kNowhere) return kindGain;
   const double cost =
       costOfStep(bytes.count24(offset + 3) - bytes.count24(previous + 3), timeStep_);
   return kindGain + kTimeBits - std::min(cost, kTimeBits + 1);

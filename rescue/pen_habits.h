@@ -42,7 +42,7 @@ class PenHabits {
     return headGains_[static_cast<std::size_t>(bytes[offset]) << 8 | bytes[offset + 1]];
   }
   /// Gain of the position of a coordinate packet. `previous` is the offset of the one before in the
-  /// same stroke; `nowhere` at a stroke's start or behind a gap.
+  /// same stroke; `kNowhere` at a stroke's start or behind a gap.
   double pointGain(PenBytes bytes, std::size_t offset, std::size_t previous) const;
   /// Gain of a position that lies so far from the one before, in the units of the packet.
   double stepGain(int x, int y) const;
@@ -51,7 +51,7 @@ class PenHabits {
   double timeGain(PenBytes bytes, std::size_t offset, std::size_t previous) const;
   double statusGain(unsigned char status) const { return statusGains_[status]; }
 
-  static constexpr std::size_t nowhere = static_cast<std::size_t>(-1);
+  static constexpr std::size_t kNowhere = static_cast<std::size_t>(-1);
 
  private:
   struct Steps;

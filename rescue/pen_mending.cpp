@@ -167,19 +167,19 @@ void Mending::drop(Packet& packet, LeftOut reason) {
 
 // The first six bytes as a descriptor, where most of what is fixed in it is there.
 std::optional<Packet> Mending::mendedDescriptor() const {
-  constexpr std::size_t length = 6;
-  if (bytes_.size() < length) return std::nullopt;
+  constexpr std::size_t kLength = 6;
+  if (bytes_.size() < kLength) return std::nullopt;
   const bool hasTag = bytes_.tag(0) == PacketTag::fileDescriptor;
-  const bool hasLength = bytes_.length(0) == length;
+  const bool hasLength = bytes_.length(0) == kLength;
   const bool hasFormat = bytes_[3] == 2;
   if (int{hasTag} + int{hasLength} + int{hasFormat} < 2) return std::nullopt;
-  const bool isFree = packets_.empty() || packets_.front().offset >= length ||
-                      (packets_.front().strange && packets_.front().length == length);
+  const bool isFree = packets_.empty() || packets_.front().offset >= kLength ||
+                      (packets_.front().strange && packets_.front().length == kLength);
   if (!isFree) return std::nullopt;
   Packet packet;
   packet.tag = PacketTag::fileDescriptor;
-  packet.length = length;
-  packet.bytes = OwnBytes(bytes_.view().substr(0, length));
+  packet.length = kLength;
+  packet.bytes = OwnBytes(bytes_.view().substr(0, kLength));
   packet.bytes[0] = 1;
   if (!hasLength) packet.bytes[1] = static_cast<char>(habits_.sixBytes());
   packet.bytes[3] = 2;
@@ -188,10 +188,10 @@ std::optional<Packet> Mending::mendedDescriptor() const {
 
 // What stands in front of the first descriptor is junk, unless it holds points.
 void Mending::findDescriptor() {
-  constexpr std::size_t fewPoints = 3;
+  constexpr std::size_t kFewPoints = 3;
   std::size_t points = 0;
   std::size_t index = 0;
-  for (; index < packets_.size() && points < fewPoints; ++index) {
+  for (; index < packets_.size() && points < kFewPoints; ++index) {
     if (packets_[index].is(PacketTag::fileDescriptor)) break;
     if (packets_[index].is(PacketTag::coordinatePoint)) ++points;
   }
@@ -254,7 +254,7 @@ void Mending::turnFurtherRecordingsIntoLayers() {
 // would have meant a negative one, which shows in the neighbours.
 void Mending::dropReplacedBytes() {
   if (!withQuestionMarks_) return;
-  constexpr double near = 15 * kMillimetre;
+  constexpr double kNear = 15 * kMillimetre;
   const auto replaced = [&](const Packet& packet, std::size_t byte) {
     return (*withQuestionMarks_)[packet.offset + byte] == '?';
   };
@@ -271,8 +271,8 @@ void Mending::dropReplacedBytes() {
   const std::vector<Dot> all = dots();
   for (std::size_t i = 0; i < all.size(); ++i) {
     if (!replaced(packets_[all[i].packet], 2)) continue;
-    const bool fits = (i > 0 && distance(all[i - 1], all[i]) < near) ||
-                      (i + 1 < all.size() && distance(all[i], all[i + 1]) < near);
+    const bool fits = (i > 0 && distance(all[i - 1], all[i]) < kNear) ||
+                      (i + 1 < all.size() && distance(all[i], all[i + 1]) < kNear);
     if (!fits) drop(packets_[all[i].packet], LeftOut::madeUp);
   }
 }
@@ -449,11 +449,11 @@ bool Mending::endsLikeTheGap(const Packet& packet) const {
 
 // The usual step near a point, but not the steps to the point itself.
 double Mending::stepAround(const std::vector<Dot>& dots, std::size_t index) const {
-  constexpr std::size_t reach = 5;
+  constexpr std::size_t kReach = 5;
   double sum = 0;
   std::size_t count = 0;
-  const std::size_t first = index > reach ? index - reach : 1;
-  for (std::size_t i = first; i < dots.size() && i <= index + reach; ++i) {
+  const std::size_t first = index > kReach ? index - kReach : 1;
+  for (std::size_t i = first; i < dots.size() && i <= index + kReach; ++i) {
     if (i == index || i == index + 1 || dots[i].startsStroke) continue;
     if (dots[i].lostBefore > 0 || dots[i].dropped > 0) continue;
     sum += distance(dots[i - 1], dots[i]);
@@ -507,17 +507,17 @@ void Mending::dropHalfPackets() {
 // The longest step near a point, but not the steps to the point itself; nothing where there are too
 // few to judge by.
 std::optional<double> longestStepAround(const std::vector<Dot>& dots, std::size_t index) {
-  constexpr std::size_t reach = 4;
-  constexpr std::size_t fewest = 2;
+  constexpr std::size_t kReach = 4;
+  constexpr std::size_t kLeast = 2;
   double longest = 0;
   std::size_t count = 0;
-  const std::size_t first = index > reach ? index - reach : 1;
-  for (std::size_t i = first; i < dots.size() && i <= index + reach; ++i) {
+  const std::size_t first = index > kReach ? index - kReach : 1;
+  for (std::size_t i = first; i < dots.size() && i <= index + kReach; ++i) {
     if (i == index || i == index + 1 || dots[i].startsStroke) continue;
     longest = std::max(longest, distance(dots[i - 1], dots[i]));
     ++count;
   }
-  return count < fewest ? std::nullopt : std::optional(longest);
+  return count < kLeast ? std::nullopt : std::optional(longest);
 }
 
 // A changed value makes a point leap out of its stroke and back.
@@ -525,8 +525,8 @@ void Mending::dropLeaps() {
   if (withQuestionMarks_) return;
   const std::vector<Dot> all = dots();
   // By how much a point stands out of its neighbours, beyond what the steps around explain.
-  constexpr double none = -std::numeric_limits<double>::infinity();
-  std::vector<double> leaps(all.size(), none);
+  constexpr double kNone = -std::numeric_limits<double>::infinity();
+  std::vector<double> leaps(all.size(), kNone);
   std::vector<double> honest;
   for (std::size_t i = 0; i < all.size(); ++i) {
     const bool atStart = all[i].startsStroke;
@@ -551,7 +551,7 @@ void Mending::dropLeaps() {
 // A pen that leaves the sheet does so step by step: a single point above it, far from the points
 // before and behind it, is made up.
 void Mending::dropPointsFarAboveTheSheet() {
-  constexpr double far = 5 * kMillimetre;
+  constexpr double kFar = 5 * kMillimetre;
   std::vector<std::size_t> points;
   for (std::size_t i = 0; i < packets_.size(); ++i)
     if (packets_[i].is(PacketTag::coordinatePoint)) points.push_back(i);
@@ -561,14 +561,14 @@ void Mending::dropPointsFarAboveTheSheet() {
   for (std::size_t i = 1; i + 1 < points.size(); ++i) {
     const double y = heightOf(i);
     const double highest = std::min(heightOf(i - 1), heightOf(i + 1));
-    if (y < 0 && highest >= 0 && highest - y > far) drop(packets_[points[i]], LeftOut::madeUp);
+    if (y < 0 && highest >= 0 && highest - y > kFar) drop(packets_[points[i]], LeftOut::madeUp);
   }
 }
 
 // A stroke of one or two points beside a gap, outside of everything else that is drawn.
 void Mending::dropStrayStrokes() {
   const std::vector<Dot> all = dots();
-  constexpr std::size_t fewPoints = 2;
+  constexpr std::size_t kFewPoints = 2;
   std::vector<bool> isStray(all.size());
   double left = std::numeric_limits<double>::infinity();
   double top = left;
@@ -583,7 +583,7 @@ void Mending::dropStrayStrokes() {
       ++end;
     const bool besideGap = all[i].lostBefore > 0 || (end < all.size() && all[end].lostBefore > 0) ||
                            (end == all.size() && lostBehind_ > 0);
-    const bool suspect = end - i <= fewPoints && besideGap;
+    const bool suspect = end - i <= kFewPoints && besideGap;
     for (; i < end; ++i) {
       isStray[i] = suspect;
       if (suspect) continue;
@@ -618,31 +618,31 @@ bool Mending::gapHoldsStatus(std::size_t index) const {
 // Whether the pen's clock runs backwards over the gap before a packet, or further than it does in a
 // few points. A recording need not hold times.
 bool Mending::timeLeaps(std::size_t index) const {
-  constexpr std::size_t reach = 24;
-  constexpr double fewSteps = 4;
+  constexpr std::size_t kReach = 24;
+  constexpr double kFewSteps = 4;
   const auto isTime = [&](const Packet& packet) {
     return packet.is(PacketTag::timestampData) && packet.length != 0;
   };
   std::size_t before = index;
-  while (before > 0 && index - before < reach && !isTime(packets_[before - 1]))
+  while (before > 0 && index - before < kReach && !isTime(packets_[before - 1]))
     --before;
   if (before == 0 || !isTime(packets_[before - 1])) return false;
   std::size_t behind = index;
-  while (behind < packets_.size() && behind - index < reach && !isTime(packets_[behind]))
+  while (behind < packets_.size() && behind - index < kReach && !isTime(packets_[behind]))
     ++behind;
   if (behind == packets_.size() || !isTime(packets_[behind])) return false;
   const int passed =
       bytes_.count24(packets_[behind].offset + 3) - bytes_.count24(packets_[before - 1].offset + 3);
-  return passed < 0 || passed > fewSteps * habits_.timeStep();
+  return passed < 0 || passed > kFewSteps * habits_.timeStep();
 }
 
 // Whether a stroke goes on over lost bytes: only one point can have stood there, and the jump is as
 // long as so many steps.
 bool Mending::mayJoin(const std::vector<Dot>& dots, std::size_t index) const {
-  constexpr double mostLost = 1;
+  constexpr double kMostLost = 1;
   const Dot& dot = dots[index];
   const double lost = std::round(static_cast<double>(dot.lostBefore) / habits_.bytesPerPoint());
-  if (lost > mostLost || timeLeaps(dot.gapPacket)) return false;
+  if (lost > kMostLost || timeLeaps(dot.gapPacket)) return false;
   for (std::size_t i = dot.gapPacket; i <= dot.packet; ++i) {
     if (packets_[i].lostBefore > 0 && gapHoldsStatus(i)) return false;
   }
@@ -652,11 +652,11 @@ bool Mending::mayJoin(const std::vector<Dot>& dots, std::size_t index) const {
 
 // The same where points are missing since they held a "?": that many, and in one stroke.
 bool Mending::mayJoinOverDropped(const std::vector<Dot>& dots, std::size_t index) const {
-  constexpr std::size_t mostDropped = 3;
-  constexpr double farthest = 4 * kMillimetre;
-  if (dots[index].dropped > mostDropped) return false;
+  constexpr std::size_t kMostDropped = 3;
+  constexpr double kFarthest = 4 * kMillimetre;
+  if (dots[index].dropped > kMostDropped) return false;
   const double way = static_cast<double>(dots[index].dropped + 1) * stepAround(dots, index);
-  return way <= farthest && distance(dots[index - 1], dots[index]) <= 1.6 * way + 1;
+  return way <= kFarthest && distance(dots[index - 1], dots[index]) <= 1.6 * way + 1;
 }
 
 void Mending::breakStrokes() {

@@ -7,7 +7,7 @@
 namespace rescue {
 namespace {
 
-constexpr std::size_t kNowhere = PenHabits::nowhere;
+constexpr std::size_t kNowhere = PenHabits::kNowhere;
 
 // A stretch that cannot be read must spare so many bits: as many as one or two packets of a likely
 // kind bring, so that single ones are not found by chance in noise.
@@ -169,14 +169,14 @@ void Window::tryShortPacket(std::size_t offset) {
 
 // The packet before it stands in other bytes.
 double Window::gainOfMended(PenBytes packet, const Before& before) const {
-  constexpr std::size_t x = 2;
-  constexpr std::size_t y = 4;
+  constexpr std::size_t kX = 2;
+  constexpr std::size_t kY = 4;
   if (packet.tag(0) != PacketTag::coordinatePoint || before.point == kNowhere) {
     return gainOf(packet, habits_, 0, Before{});
   }
   return habits_.headGain(packet, 0) +
-         habits_.stepGain(packet.word(x) - bytes_.word(before.point + x),
-                          packet.word(y) - bytes_.word(before.point + y));
+         habits_.stepGain(packet.word(kX) - bytes_.word(before.point + kX),
+                          packet.word(kY) - bytes_.word(before.point + kY));
 }
 
 void Window::arrive(const Node& node, std::size_t at) {

@@ -119,7 +119,7 @@ size_t Rescue::lostStretches() const {
 }
 
 void Rescue::undoTransfer() {
-  constexpr size_t certain = 16;
+  constexpr size_t kCertain = 16;
   const string_view bytes = source_.bytes().view();
   if (!hasHighBytes(bytes)) {
     withQuestionMarks_ = bytes;
@@ -130,12 +130,12 @@ void Rescue::undoTransfer() {
   }
   const LineEnds ends = countLineEnds(bytes);
   const bool mostArePairs = ends.pairs > 0 && ends.bare * 50 <= ends.pairs;
-  if (!mostArePairs || ends.pairs < certain) read();
+  if (!mostArePairs || ends.pairs < kCertain) read();
   if (mostArePairs) {
     Rescue undone(*this);
     undone.source_.apply(withoutReturns(bytes));
     undone.read();
-    if (ends.pairs < certain && undone.lostBytes() >= lostBytes()) return;
+    if (ends.pairs < kCertain && undone.lostBytes() >= lostBytes()) return;
     *this = std::move(undone);
     result_.transfer = TextTransfer::carriageReturnsAdded;
   } else if (ends.lackReturns()) {
@@ -176,7 +176,7 @@ void Rescue::leaveOutDoubles() {
 // Whether there is more than what noise holds by chance. A file that begins as a recording does is
 // one, however short it is.
 bool Rescue::holdsRecording() const {
-  constexpr double least = 60;
+  constexpr double kLeast = 60;
   const PenBytes bytes = source_.bytes();
   const bool hasStart =
       bytes.hasHead(0) && bytes.tag(0) == PacketTag::fileDescriptor && bytes.knownPacket(0) != 0;
@@ -184,7 +184,7 @@ bool Rescue::holdsRecording() const {
       std::any_of(reading_.packets.begin(), reading_.packets.end(), [&](const ReadPacket& packet) {
         return bytes.tag(packet.offset) == PacketTag::coordinatePoint;
       });
-  return hasPoints && (hasStart || reading_.gain > least);
+  return hasPoints && (hasStart || reading_.gain > kLeast);
 }
 
 PenRescue Rescue::run() {
