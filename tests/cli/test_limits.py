@@ -1,7 +1,9 @@
 """What the command says where the system gives it no more memory or files."""
+import os
 import resource
+import subprocess
 
-from command import CommandTest, descriptor, stroke
+from command import CommandTest, PENWICK, coordinate, descriptor, stroke
 
 KINDS = (["open", "-o", "-", "--format", "svg"], ["ink"], ["convert", "-o", "-"])
 
@@ -54,3 +56,16 @@ class Limits(CommandTest):
         self.file("bad.pnx", b"\x02")
         self.run_limited(resource.RLIMIT_NOFILE, 10, "open", "bad.pnx", "--log-dir", "logs")
         self.assertIn("logs/orvo.log", self.files())
+
+    def test_lists_any_number_of_packets_in_the_same_memory(self):
+        self.file("small.pnx", descriptor() + coordinate(1, 1) * 1_000)
+        self.file("large.pnx", descriptor() + coordinate(1, 1) * 1_000_000)
+        peaks = []
+        for name in ("small.pnx", "large.pnx"):
+            process = subprocess.Popen([PENWICK, "packets", name], cwd=self.folder, stdout=subprocess.DEVNULL)
+            _, code, usage = os.wait4(process.pid, 0)
+            process.returncode = os.waitstatus_to_exitcode(code)
+            self.assertEqual(process.returncode, 0)
+            peaks.append(usage.ru_maxrss)
+        # In kilobytes: the file alone has 6,000 more.
+        self.assertLess(peaks[1] - peaks[0], 3_000)
