@@ -177,7 +177,7 @@ class Usage(CommandTest):
 
     def test_fish_completes_commands_recordings_and_values(self):
         self.recordings()
-        self.assertEqual(self.fish_completes("penwick "), ["convert", "ink", "open", "rescue"])
+        self.assertEqual(self.fish_completes("penwick "), ["check", "convert", "info", "ink", "open", "packets", "rescue"])
         self.assertEqual(self.fish_completes("penwick open "),
                          ["a.pnx", "b.PNX", "c.Eli", "d.kvo", "g/", "home/"])
         self.assertEqual(self.fish_completes("penwick ink g/"), ["g/h.pnx"])
