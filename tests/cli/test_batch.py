@@ -57,6 +57,12 @@ class Folders(BatchTest):
         self.assert_done("convert", "-q", "d", "--out-dir", "out")
         self.assertIn("out/e/a.kvo", self.files())
 
+    def test_are_rescued_too(self):
+        self.file("d/a.pnx")
+        self.file("d/e/b.pnx")
+        self.assert_done("rescue", "-q", "d", "--out-dir", "out")
+        self.assertLessEqual({"out/a.pnx", "out/e/b.pnx"}, self.files())
+
     def test_of_results_are_not_taken_for_recordings(self):
         self.file("d/a.pnx")
         self.assert_done("convert", "d", "--out-dir", "d/out")

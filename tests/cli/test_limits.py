@@ -44,6 +44,31 @@ class Limits(CommandTest):
                 self.assertEqual(errors, "penwick: a.pnx: there is not enough memory\n",
                                  (command, size))
 
+    def test_too_little_memory_costs_one_of_several_files_alone(self):
+        self.file("large.pnx", descriptor() + 5 * stroke(*[(i % 999, 10) for i in range(20000)]))
+        for name in ("b.pnx", "z.pnx"):
+            self.file(name, descriptor() + stroke((0, 10), (100, 200)))
+
+        def needed(name):
+            return self.least(lambda size: self.run_limited(
+                resource.RLIMIT_AS, size * 1024, "open", "-q", "--force", name)[0] == 0, 1000, 400000)
+        small, large = needed("z.pnx"), needed("large.pnx")
+        self.assertGreater(large - small, 4000)
+        (self.folder / "large.svg").unlink()
+        self.assertEqual(
+            self.run_limited(resource.RLIMIT_AS, (small + large) // 2 * 1024, "open", "--force", "--jobs", "1",
+                             "b.pnx", "large.pnx", "z.pnx")[::2],
+            (1, "penwick: large.pnx: there is not enough memory\n"))
+        self.assertTrue(self.out.endswith("2 drawn, 1 failed\n"), self.out)
+        self.assertNotIn("large.svg", self.files())
+
+    def test_too_few_files_for_a_process_are_said_for_each_file(self):
+        self.file("b.pnx")
+        self.assertEqual(
+            self.run_limited(resource.RLIMIT_NOFILE, 4, "open", "-q", "a.pnx", "b.pnx"),
+            (1, "", "".join(f"penwick: {name}: no process could be started for it (Too many open files); "
+                            "try it alone\n" for name in ("a.pnx", "b.pnx"))))
+
     def test_too_few_files_are_said_in_one_line(self):
         for command, *words in KINDS:
             for limit in range(4, 10):
