@@ -182,6 +182,7 @@ std::string describe(const Rescued& rescued) {
 }
 
 std::string withRescue(std::string sentence, const fs::path& file, FileKind kind) {
+  if (sentence.empty()) return sentence;
   const Rescued rescued = rescueRecording(file, kind);
   if (rescued.saved && !rescued.sound) {
     addPart(sentence, "penwick rescue would save " + pointsOf(rescued));
