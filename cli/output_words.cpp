@@ -64,7 +64,7 @@ void take(const OutputWords& words, BatchOptions& options) {
 
 std::string wrongOutputs(const OutputWords& words) {
   if (words.force && !words.onConflict.empty()) return "give --force or --on-conflict, not both";
-  if (const std::string wrong = wrongInputs(words); !wrong.empty()) return wrong;
+  if (std::string wrong = wrongInputs(words); !wrong.empty()) return wrong;
   if (words.output.empty()) {
     const bool isUnnamed = std::ranges::find(words.files, "-") != words.files.end();
     return isUnnamed ? "a result of standard input cannot be named after it; use -o" : "";
