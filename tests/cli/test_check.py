@@ -40,7 +40,7 @@ class Check(CommandTest):
     def test_says_what_is_left_out_of_ink_documents(self):
         self.assertEqual(self.check(ink(layer(TRACE) + layer(TRACE, "group1")), "a.kvo"),
                          ('opens, with losses: 1 group without an id of the form "layer0" with 1 trace left empty, '
-                          'which extends the page to the origin (line 1)', 1))
+                          'which extends the page to the origin (line 1); penwick rescue would save 6 points', 1))
 
     def test_says_why_recordings_do_not_open_and_what_a_rescue_would_save(self):
         sound = descriptor() + b"".join(stroke(*((10 * i + k, 20 * i + k) for k in range(8))) for i in range(4))
