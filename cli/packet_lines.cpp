@@ -122,22 +122,20 @@ std::string fieldsOf(const Packet& packet) {
 
 void writeFields(art::JsonWriter& json, const Packet& packet) {
   const auto tag = static_cast<PacketTag>(packet.tag);
-  if (!isWhole(packet)) {
-    json.member("payload", hexOf(packet, ""));
-  } else if (tag == PacketTag::coordinatePoint) {
+  if (isWhole(packet) && tag == PacketTag::coordinatePoint) {
     const Position position(packet);
     json.member("x", position.x).member("y", position.y);
     json.member("onSheet", facts::isOnSheet(packet));
-  } else if (tag == PacketTag::pressureData) {
+  } else if (isWhole(packet) && tag == PacketTag::pressureData) {
     json.member("algorithm", unsigned{packet.byteAt(0)}).member("pressure", pressureOf(packet));
-  } else if (tag == PacketTag::tiltData) {
+  } else if (isWhole(packet) && tag == PacketTag::tiltData) {
     json.member("tiltX", Orvo::widenSigned(packet.byteAt(0)));
     json.member("tiltY", Orvo::widenSigned(packet.byteAt(1)));
-  } else if (tag == PacketTag::timestampData) {
+  } else if (isWhole(packet) && tag == PacketTag::timestampData) {
     const Stamp stamp(packet);
     json.member("kind", unsigned{packet.byteAt(0)});
     json.member("count", stamp.count).member("time", stamp.time);
-  } else if (tag == PacketTag::status) {
+  } else if (isWhole(packet) && tag == PacketTag::status) {
     json.member("bits", unsigned{packet.byteAt(0)});
     json.member("newLayer", startsLayer(packet)).member("penDown", isPenDown(packet));
   } else {
