@@ -1,0 +1,22 @@
+# embed_texts(FOLDER FILE ...): makes FOLDER/embedded_texts.h for the target FOLDER, in which each FILE of
+# this folder is a constant: contact_sheet.css becomes FOLDER::kContactSheetCss.
+function(embed_texts folder)
+  set(constants "")
+  foreach(file ${ARGN})
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${file})
+    file(READ ${file} content)
+    string(REGEX REPLACE "[._]" ";" words ${file})
+    set(name k)
+    foreach(word ${words})
+      string(SUBSTRING ${word} 0 1 first)
+      string(SUBSTRING ${word} 1 -1 rest)
+      string(TOUPPER ${first} first)
+      string(APPEND name ${first}${rest})
+    endforeach()
+    string(APPEND constants "inline constexpr char ${name}[] = R\"embedded(${content})embedded\";\n")
+  endforeach()
+  set(generated ${CMAKE_CURRENT_BINARY_DIR}/generated)
+  file(CONFIGURE OUTPUT ${generated}/${folder}/embedded_texts.h @ONLY CONTENT
+       "#pragma once\n\nnamespace @folder@ {\n\n@constants@\n}  // namespace @folder@\n")
+  target_include_directories(${folder} PRIVATE ${generated})
+endfunction()

@@ -1,0 +1,116 @@
+#include "web/contact_sheet.h"
+
+#include <cmath>
+#include <string_view>
+
+#include "render/text.h"
+#include "text/base64.h"
+#include "web/embedded_texts.h"
+
+namespace web {
+
+namespace {
+
+constexpr std::string_view kPolicy =
+    "default-src 'none'; img-src data:; style-src 'unsafe-inline'; script-src 'unsafe-inline'";
+
+// As the text of an element or the value of an attribute in double quotes.
+std::string escaped(std::string_view words) {
+  std::string out;
+  render::appendEscaped(out, render::plainText(words));
+  return out;
+}
+
+std::string counted(std::size_t count, const char* thing) {
+  return std::to_string(count) + " " + thing + (count == 1 ? "" : "s");
+}
+
+std::string pictureOf(const Card& card) {
+  if (card.picture.empty()) return "<div class=\"paper\">no picture</div>";
+  return "<div class=\"paper\"><img loading=\"lazy\" decoding=\"async\" width=\"" +
+         std::to_string(card.width) + "\" height=\"" + std::to_string(card.height) +
+         "\" alt=\"the drawing of " + escaped(card.name) + "\" src=\"data:image/png;base64," +
+         text::base64(card.picture) + "\"></div>";
+}
+
+std::string titleOf(const Card& card) {
+  if (card.link.empty()) return "<b>" + escaped(card.name) + "</b>";
+  return "<a href=\"" + escaped(card.link) + "\">" + escaped(card.name) + "</a>";
+}
+
+std::string sizeOf(const Card& card) {
+  return std::to_string(std::lround(card.widthInMm)) + " × " +
+         std::to_string(std::lround(card.heightInMm)) + " mm";
+}
+
+std::string factsOf(const Card& card) {
+  std::string facts;
+  if (!card.date.empty()) facts += "<p>" + escaped(card.date) + "</p>";
+  if (!card.picture.empty()) {
+    facts += "<p>" + sizeOf(card) + ", " + counted(card.layers, "layer") + ", " +
+             counted(card.strokes, "stroke") + "</p>";
+  }
+  facts +=
+      card.problem.empty() ? "<p>sound</p>" : "<p class=\"bad\">" + escaped(card.problem) + "</p>";
+  return facts;
+}
+
+std::string itemOf(const Card& card) {
+  return "<li data-name=\"" + escaped(card.name) + "\" data-date=\"" + escaped(card.date) +
+         "\" data-strokes=\"" + std::to_string(card.strokes) + "\" data-bad=\"" +
+         (card.problem.empty() ? "0" : "1") + "\">" + pictureOf(card) + "<div class=\"facts\">" +
+         titleOf(card) + factsOf(card) + "</div></li>\n";
+}
+
+constexpr std::string_view kControls =
+    "<span id=\"controls\"><label>Search <input id=\"search\" type=\"search\"></label>\n"
+    "<label>Sort by <select id=\"order\"><option value=\"place\">folder</option>"
+    "<option value=\"name\">name</option><option value=\"newest\">newest first</option>"
+    "<option value=\"strokes\">most strokes first</option>"
+    "<option value=\"problems\">problems first</option></select></label></span>\n";
+
+bool isPlainInUrl(char character) {
+  const bool isLetter =
+      (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z');
+  const bool isDigit = character >= '0' && character <= '9';
+  return isLetter || isDigit || std::string_view("-._~/").find(character) != std::string_view::npos;
+}
+
+}  // namespace
+
+std::string contactSheet(std::span<const Card> cards, const std::string& title) {
+  std::string page = "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n";
+  page.append("<meta http-equiv=\"Content-Security-Policy\" content=\"")
+      .append(kPolicy)
+      .append("\">\n");
+  page += "<meta name=\"viewport\" content=\"width=device-width\">\n<title>" + escaped(title) +
+          "</title>\n<style>\n" + kContactSheetCss + "</style>\n</head>\n<body>\n<header><h1>" +
+          escaped(title) + "</h1>\n";
+  page += kControls;
+  page += "<span id=\"count\" role=\"status\">" + counted(cards.size(), "recording") +
+          "</span></header>\n<main><ul id=\"cards\">\n";
+  for (const Card& card : cards)
+    page += itemOf(card);
+  page.append("</ul></main>\n<script>\n")
+      .append(kContactSheetJs)
+      .append("</script>\n</body>\n</html>\n");
+  return page;
+}
+
+std::string urlOf(const std::string& path) {
+  constexpr std::string_view kDigits = "0123456789ABCDEF";
+  std::string url;
+  for (const char character : path) {
+    if (isPlainInUrl(character)) {
+      url += character;
+      continue;
+    }
+    const auto byte = static_cast<unsigned char>(character);
+    url += '%';
+    url += kDigits[byte >> 4U];
+    url += kDigits[byte & 15U];
+  }
+  return url;
+}
+
+}  // namespace web
