@@ -1,10 +1,10 @@
 #include "web/contact_sheet.h"
 
-#include <cmath>
 #include <string_view>
 
 #include "render/text.h"
 #include "text/base64.h"
+#include "web/card_words.h"
 #include "web/embedded_texts.h"
 
 namespace web {
@@ -21,10 +21,6 @@ std::string escaped(std::string_view words) {
   return out;
 }
 
-std::string counted(std::size_t count, const char* thing) {
-  return std::to_string(count) + " " + thing + (count == 1 ? "" : "s");
-}
-
 std::string pictureOf(const Card& card) {
   if (card.picture.empty()) return "<div class=\"paper\">no picture</div>";
   return "<div class=\"paper\"><img loading=\"lazy\" decoding=\"async\" width=\"" +
@@ -38,28 +34,22 @@ std::string titleOf(const Card& card) {
   return "<a href=\"" + escaped(card.link) + "\">" + escaped(card.name) + "</a>";
 }
 
-std::string sizeOf(const Card& card) {
-  return std::to_string(std::lround(card.widthInMm)) + " × " +
-         std::to_string(std::lround(card.heightInMm)) + " mm";
-}
-
-std::string factsOf(const Card& card) {
-  std::string facts;
-  if (!card.date.empty()) facts += "<p>" + escaped(card.date) + "</p>";
-  if (!card.picture.empty()) {
-    facts += "<p>" + sizeOf(card) + ", " + counted(card.layers, "layer") + ", " +
-             counted(card.strokes, "stroke") + "</p>";
+// Each fact as a paragraph; the last one says whether the recording is sound.
+std::string paragraphsOf(const Card& card) {
+  const std::vector<std::string> facts = factsOf(card);
+  std::string out;
+  for (const std::string& fact : facts) {
+    const bool isProblem = !card.problem.empty() && &fact == &facts.back();
+    out += (isProblem ? "<p class=\"bad\">" : "<p>") + escaped(fact) + "</p>";
   }
-  facts +=
-      card.problem.empty() ? "<p>sound</p>" : "<p class=\"bad\">" + escaped(card.problem) + "</p>";
-  return facts;
+  return out;
 }
 
 std::string itemOf(const Card& card) {
   return "<li data-name=\"" + escaped(card.name) + "\" data-date=\"" + escaped(card.date) +
          "\" data-strokes=\"" + std::to_string(card.strokes) + "\" data-bad=\"" +
          (card.problem.empty() ? "0" : "1") + "\">" + pictureOf(card) + "<div class=\"facts\">" +
-         titleOf(card) + factsOf(card) + "</div></li>\n";
+         titleOf(card) + paragraphsOf(card) + "</div></li>\n";
 }
 
 constexpr std::string_view kControls =
@@ -78,7 +68,7 @@ bool isPlainInUrl(char character) {
 
 }  // namespace
 
-std::string contactSheet(std::span<const Card> cards, const std::string& title) {
+std::string contactSheet(const std::vector<Card>& cards, const std::string& title) {
   std::string page = "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n";
   page.append("<meta http-equiv=\"Content-Security-Policy\" content=\"")
       .append(kPolicy)

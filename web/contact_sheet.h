@@ -2,8 +2,8 @@
 #pragma once
 
 #include <cstddef>
-#include <span>
 #include <string>
+#include <vector>
 
 namespace web {
 
@@ -24,7 +24,7 @@ struct Card {
 
 /// One HTML page that works offline and loads nothing. Without scripts all cards are there; with
 /// them they can be searched and sorted.
-std::string contactSheet(std::span<const Card> cards, const std::string& title);
+std::string contactSheet(const std::vector<Card>& cards, const std::string& title);
 
 /// A path as a relative URL: what is neither a letter, a digit nor one of -._~/ is percent-encoded.
 std::string urlOf(const std::string& path);

@@ -1,32 +1,20 @@
 #include "web/contact_sheet.h"
 
-#include <array>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <vector>
+
+#include "tests/web/cards.h"
 
 namespace {
 
 using testing::HasSubstr;
 using testing::Not;
 using web::Card;
-
-Card soundCard() {
-  return {.name = "cup.pnx",
-          .link = "drawings/cup.pnx",
-          .picture = "foo",
-          .width = 200,
-          .height = 100,
-          .date = "2012-05-31 14:07",
-          .widthInMm = 209.6,
-          .heightInMm = 100.2,
-          .layers = 1,
-          .strokes = 12,
-          .problem = {}};
-}
+using webtest::soundCard;
 
 std::string sheetOf(const Card& card) {
-  return web::contactSheet(std::array{card}, "Drawings");
+  return web::contactSheet({card}, "Drawings");
 }
 
 TEST(ContactSheet, ShowsThePictureWithItsNameForThoseWhoCannotSeeIt) {
@@ -67,7 +55,7 @@ TEST(ContactSheet, SaysWhereThereIsNoPicture) {
 TEST(ContactSheet, NoNameCanBecomeMarkup) {
   Card card = soundCard();
   card.name = "<b onload=\"x\">&\n";
-  const std::string sheet = web::contactSheet(std::array{card}, "a<b");
+  const std::string sheet = web::contactSheet({card}, "a<b");
   EXPECT_THAT(sheet, HasSubstr(">&lt;b onload=&quot;x&quot;&gt;&amp; </a>"));
   EXPECT_THAT(sheet, HasSubstr("<title>a&lt;b</title>"));
   EXPECT_THAT(sheet, Not(HasSubstr("<b onload")));
