@@ -133,7 +133,8 @@ FileReport Batch::reportOf(std::size_t index, const JobEnd& end) const {
     if (auto report = reportFromBytes(end.text)) return std::move(*report);
   }
   return {Outcome::failed,
-          {{Message::Kind::error, errorLine(list_.inputs[index].file, explainEnd(end))}}};
+          {{Message::Kind::error, errorLine(list_.inputs[index].file, explainEnd(end))}},
+          {}};
 }
 
 std::string Batch::explainEnd(const JobEnd& end) const {
@@ -157,11 +158,12 @@ std::string Batch::explainEnd(const JobEnd& end) const {
 
 void Batch::printInOrder() {
   for (auto next = ready_.find(printed_); next != ready_.end(); next = ready_.find(++printed_)) {
-    const FileReport report = std::move(next->second);
+    FileReport report = std::move(next->second);
     ready_.erase(next);
     if (!report.messages.empty()) progress_.clear();
     std::ranges::for_each(report.messages, print);
     tally_.add(report);
+    products_.push_back(std::move(report.product));
   }
 }
 
@@ -180,6 +182,10 @@ void Batch::say(Message::Kind kind, std::string lines) {
   Message message{kind, std::move(lines)};
   if (report_ == nullptr) return print(message);
   report_->messages.push_back(std::move(message));
+}
+
+void Batch::give(std::string product) {
+  report_->product = std::move(product);
 }
 
 bool Batch::fail(const fs::path& file, const std::string& sentence) {

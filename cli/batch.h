@@ -36,6 +36,12 @@ class Batch : private platform::Jobs {
   /// gave. After a file that fails the others are still done; true when none failed.
   bool run(const Work& work);
 
+  /// Gives something of the current file back, from the process that works on it.
+  void give(std::string product);
+  /// What was given for each input, after `run`; empty where nothing was.
+  const std::vector<std::string>& products() const { return products_; }
+  const std::vector<Input>& inputs() const { return list_.inputs; }
+
   /// Reports an error. False, so that work can end with it.
   bool fail(const std::filesystem::path& file, const std::string& sentence);
   /// Reports a warning, even with --quiet.
@@ -87,6 +93,7 @@ class Batch : private platform::Jobs {
   FileReport* report_ = nullptr;             ///< Of the current file.
   std::map<std::size_t, FileReport> ready_;  ///< Reports that wait for those before them.
   std::size_t printed_ = 0;                  ///< The reports of so many files are printed.
+  std::vector<std::string> products_;
   Tally tally_;
 };
 

@@ -1,43 +1,45 @@
 #include "cli/messages.h"
 
-#include <cstdint>
 #include <cstdio>
-#include <cstring>
+
+#include "cli/fields.h"
 
 namespace cli {
 
 namespace {
 
-using Size = std::uint32_t;
+// The outcome, the product, and for each message its kind and its lines.
+constexpr std::size_t kFieldsBeforeMessages = 2;
 
-// The outcome, then each message: kind, size, lines.
-constexpr std::size_t kMessageHead = 1 + sizeof(Size);
+/// The value that a field of one byte stands for, if it is one up to `last`.
+template <class Value>
+std::optional<Value> valueOf(const std::string& field, Value last) {
+  if (field.size() != 1 || field[0] < 0 || field[0] > static_cast<char>(last)) return {};
+  return static_cast<Value>(field[0]);
+}
 
 }  // namespace
 
 std::string toBytes(const FileReport& report) {
-  std::string bytes(1, static_cast<char>(report.outcome));
+  const char outcome = static_cast<char>(report.outcome);
+  std::vector<std::string_view> fields{{&outcome, 1}, report.product};
   for (const Message& message : report.messages) {
-    const Size size = static_cast<Size>(message.lines.size());
-    bytes += static_cast<char>(message.kind);
-    bytes.append(reinterpret_cast<const char*>(&size), sizeof size).append(message.lines, 0, size);
+    fields.emplace_back(reinterpret_cast<const char*>(&message.kind), 1);
+    fields.emplace_back(message.lines);
   }
-  return bytes;
+  return joinFields(fields);
 }
 
 std::optional<FileReport> reportFromBytes(std::string_view bytes) {
-  if (bytes.empty() || bytes[0] > static_cast<char>(Outcome::failed)) return {};
-  FileReport report{static_cast<Outcome>(bytes[0]), {}};
-  bytes.remove_prefix(1);
-  while (!bytes.empty()) {
-    Size size = 0;
-    if (bytes.size() < kMessageHead || bytes[0] > static_cast<char>(Message::Kind::error))
-      return {};
-    std::memcpy(&size, bytes.data() + 1, sizeof size);
-    if (bytes.size() - kMessageHead < size) return {};
-    report.messages.push_back(
-        {static_cast<Message::Kind>(bytes[0]), std::string(bytes.substr(kMessageHead, size))});
-    bytes.remove_prefix(kMessageHead + size);
+  auto fields = splitFields(bytes);
+  if (!fields || fields->size() < kFieldsBeforeMessages || fields->size() % 2 != 0) return {};
+  const auto outcome = valueOf(fields->at(0), Outcome::failed);
+  if (!outcome) return {};
+  FileReport report{*outcome, {}, std::move(fields->at(1))};
+  for (std::size_t i = kFieldsBeforeMessages; i < fields->size(); i += 2) {
+    const auto kind = valueOf(fields->at(i), Message::Kind::error);
+    if (!kind) return {};
+    report.messages.push_back({*kind, std::move(fields->at(i + 1))});
   }
   return report;
 }

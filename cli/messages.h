@@ -26,6 +26,7 @@ enum class Outcome : char { done, kept, failed };
 struct FileReport {
   Outcome outcome = Outcome::failed;
   std::vector<Message> messages;
+  std::string product;  ///< What the work gives back to the command, in a form of its own.
 };
 
 /// The bytes of a report, for another process.

@@ -1,7 +1,5 @@
 #include "web/card_words.h"
 
-#include <cmath>
-
 #include "text/utf8.h"
 
 namespace web {
@@ -28,9 +26,9 @@ std::vector<std::string> factsOf(const Card& card) {
   std::vector<std::string> facts;
   if (!card.date.empty()) facts.push_back(card.date);
   if (!card.picture.empty()) {
-    facts.push_back(std::to_string(std::lround(card.widthInMm)) + " × " +
-                    std::to_string(std::lround(card.heightInMm)) + " mm, " +
-                    counted(card.layers, "layer") + ", " + counted(card.strokes, "stroke"));
+    facts.push_back(std::to_string(card.widthInMm) + " × " + std::to_string(card.heightInMm) +
+                    " mm, " + counted(card.layers, "layer") + ", " +
+                    counted(card.strokes, "stroke"));
   }
   facts.push_back(card.problem.empty() ? "sound" : card.problem);
   return facts;

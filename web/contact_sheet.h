@@ -15,8 +15,8 @@ struct Card {
   int width = 0;        ///< Of the picture as it is shown, in pixels.
   int height = 0;
   std::string date;  ///< "2012-05-31 14:07"; empty where it is not known.
-  double widthInMm = 0;
-  double heightInMm = 0;
+  int widthInMm = 0;
+  int heightInMm = 0;
   std::size_t layers = 0;
   std::size_t strokes = 0;
   std::string problem;  ///< What is wrong with it; empty where it is sound.

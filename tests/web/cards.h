@@ -13,8 +13,8 @@ inline web::Card soundCard() {
           .width = 200,
           .height = 100,
           .date = "2012-05-31 14:07",
-          .widthInMm = 209.6,
-          .heightInMm = 100.2,
+          .widthInMm = 210,
+          .heightInMm = 100,
           .layers = 1,
           .strokes = 12,
           .problem = {}};
