@@ -171,7 +171,9 @@ void Batch::sumUp() {
   if (const auto screen = platform::terminalOf(stderr)) {
     std::ranges::for_each(tally_.errorsBeyond(screen->rows), print);
   }
-  std::printf("%s\n", tally_.sentence(verb_).c_str());
+  const bool isResultThere = options_.outputs.output && isStandardOutput(*options_.outputs.output);
+  print({isResultThere ? Message::Kind::remark : Message::Kind::result,
+         tally_.sentence(verb_) + "\n"});
 }
 
 const fs::path& Batch::nameOf(const fs::path& file) const {

@@ -205,6 +205,22 @@ void addPackets(CLI::App& packets, PacketsWords& words) {
   addKind(packets, words.kind);
 }
 
+void addSheet(CLI::App& sheet, SheetWords& words) {
+  addFiles(sheet, words.files);
+  sheet
+      .add_option("-o,--output", words.output,
+                  "where the sheet goes (.html, .pdf); - is standard output, which gets HTML")
+      ->required()
+      ->check(kNotEmpty)
+      ->type_name("OUT");
+  sheet.add_option("--title", words.title, "what the sheet is headed with; by default Recordings")
+      ->type_name("TITLE");
+  sheet.add_flag("--force", words.force, "overwrite a recording that already exists");
+  addJobs(sheet, words);
+  addKind(sheet, words.kind);
+  addQuiet(sheet, words.quiet);
+}
+
 /// Adds a command with the options that `addOptions` declares. Its words become `chosen` where it
 /// is the one that is asked for.
 template <class Words>
@@ -224,6 +240,7 @@ void addCommands(CLI::App& app, CommandWords& chosen) {
   addCommand(app, chosen, "check", "say whether recordings are sound, and what is wrong", addCheck);
   addCommand(app, chosen, "packets", "list the packets of a recording", addPackets);
   addCommand(app, chosen, "rescue", "mend damaged recordings", addRescue);
+  addCommand(app, chosen, "sheet", "make a contact sheet of many drawings", addSheet);
 }
 
 void describe(CLI::App& app) {

@@ -36,7 +36,7 @@ constexpr int kLines = 5;
 constexpr int kPaperHeight = kCardHeight - kLines * kLineHeight - 4;
 
 /// So many letters of the font fit into a line of a card, as a rule; what is longer is clipped.
-constexpr std::size_t kLettersOfLine = 30;
+constexpr std::size_t kLettersOfLine = 36;
 
 struct Place {
   int left;

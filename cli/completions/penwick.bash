@@ -16,7 +16,7 @@ _penwick() {
   local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD-1]} command=${COMP_WORDS[1]}
   COMPREPLY=()
   if [ "$COMP_CWORD" -eq 1 ]; then
-    _penwick_words "open info check rescue packets ink convert --help --version"
+    _penwick_words "open info check rescue packets sheet ink convert --help --version"
     return
   fi
   # Bash takes "--format=s" apart into three words.
@@ -32,19 +32,20 @@ _penwick() {
     --as) _penwick_words "pen inkml"; return ;;
     --background) _penwick_words "white black"; return ;;
     --out-dir | --log-dir) compopt -o dirnames; return ;;
-    --pressure | --dpi | --size | -j | --jobs | --time-limit) return ;;
+    --pressure | --dpi | --size | -j | --jobs | --time-limit | --title) return ;;
     -o | --output | --journal | --module) compopt -o default; return ;;
   esac
   local options="--help --as"
   case $command in
-    open | convert | rescue | ink) options+=" --output --quiet" ;;&
-    info | check) options+=" --jobs --time-limit" ;;&
+    open | convert | rescue | ink | sheet) options+=" --output --quiet" ;;&
+    info | check | sheet) options+=" --jobs --time-limit" ;;&
     open | convert | rescue) options+=" --out-dir --on-conflict --jobs --time-limit" ;;&
     open) options+=" --force --format --style --pressure --background --dpi --size
                      --journal --no-built-in-library --module --log-dir --verbose --rescue" ;;
     convert) options+=" --force --exact --rescue" ;;
     ink) options+=" --force --rescue" ;;
     rescue) options+=" --force --json" ;;
+    sheet) options+=" --force --title" ;;
     info | packets) options+=" --json" ;;
     check) options+=" --quiet" ;;
   esac
