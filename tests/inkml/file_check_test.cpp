@@ -144,6 +144,7 @@ TEST(CheckedFile, GivesTheLineOfTheElementThatIsTooDeep) {
 }
 
 TEST(Depth, CountsElementsOnly) {
+  EXPECT_EQ(depthOf("<a><\x7F></\x7F></a>"), 2);
   EXPECT_EQ(depthOf("<a><b/><c><d/></c></a>"), 3);
   EXPECT_EQ(depthOf("<a><!--<b><c>--><![CDATA[<b>]]><?b <c>?><!b><d/></a>"), 2);
   EXPECT_EQ(depthOf("<a x='<b>' y=\"<c>\"></a>"), 1);

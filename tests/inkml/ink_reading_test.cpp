@@ -307,6 +307,7 @@ TEST_F(Reading, ReportsTracesInPlacesThatAreNotRead) {
   expectProblem(inLayer("<page><trace/></page>"), Kind::wrappedTraces, 1, 3, "page");
   expectProblem(inLayer("<trace contextRef='#c'>1 2<trace/><b><trace/></b></trace>"),
                 Kind::tracesInTraces, 2, 3);
+  expectProblem(inLayer("<trace contextRef='#c'>1 2<trace/></trace>"), Kind::tracesInTraces, 1, 3);
 }
 
 TEST_F(Reading, ReportsWhatIsDrawnDifferentlyFromHowItIsMeant) {
