@@ -86,12 +86,14 @@ TEST_P(RescueFigures, EveryResultOpensWhole) {
 }
 
 TEST_P(RescueFigures, NearlyEveryPointIsSavedThatSurvived) {
-  EXPECT_GE(all_.shareAt(0.5), 0.999) << "seed " << kSeed;
+  EXPECT_GE(judged_.shareAt(0.5), 0.999) << "seed " << kSeed;
   for (std::size_t i = 0; i < kinds_->size(); ++i) {
     const std::string_view name = damage::allKinds()[i].name;
     const bool isQuestionMarks = name == "bytes from 80 up turned into '?'";
-    EXPECT_GE((*kinds_)[i].shareAt(0.05), isQuestionMarks ? 0.85 : 0.95)
-        << name << ", seed " << kSeed;
+    const Figures showing = (*kinds_)[i].withoutSound();
+    // A transfer in text mode leaves every ink document sound.
+    if (showing.count() == 0) continue;
+    EXPECT_GE(showing.shareAt(0.05), isQuestionMarks ? 0.85 : 0.95) << name << ", seed " << kSeed;
   }
 }
 
