@@ -71,17 +71,6 @@ std::vector<std::string> repairsOf(const rescue::InkRescue& rescue) {
   return repairs;
 }
 
-template <class Rescue>
-void takeCommon(Rescue& rescue, Rescued& result) {
-  result.sound = rescue.sound;
-  result.saved = rescue.saved;
-  result.leftOut = std::move(rescue.leftOut);
-  result.pointsKept = rescue.pointsKept;
-  result.pointsAbout = rescue.pointsAbout;
-  result.repairs = repairsOf(rescue);
-  result.bytes = std::move(rescue.bytes);
-}
-
 std::string explainNothingSaved(const fs::path& file, std::string_view bytes) {
   if (bytes.empty()) return "the file is empty (0 bytes)";
   if (const auto foreign = describeContent(file)) return *foreign;
@@ -90,7 +79,8 @@ std::string explainNothingSaved(const fs::path& file, std::string_view bytes) {
 
 void rescuePen(const fs::path& file, std::string_view bytes, Rescued& result) {
   rescue::PenRescue pen = rescue::rescuePenRecording(bytes);
-  takeCommon(pen, result);
+  result.repairs = repairsOf(pen);
+  static_cast<rescue::Rescued&>(result) = std::move(pen);
   if (!result.saved) result.problem = explainNothingSaved(file, bytes);
 }
 
@@ -109,7 +99,8 @@ std::size_t countPoints(const Orvo::Document& document) {
 
 void rescueInk(const fs::path& file, std::string_view bytes, Rescued& result) {
   rescue::InkRescue ink = rescue::rescueInkDocument(bytes);
-  takeCommon(ink, result);
+  result.repairs = repairsOf(ink);
+  static_cast<rescue::Rescued&>(result) = std::move(ink);
   if (result.sound) {
     result.pointsKept = result.pointsAbout = countPoints(*Orvo::readInk(bytes).document);
   } else if (result.pointsKept == 0) {

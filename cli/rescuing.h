@@ -13,21 +13,15 @@
 #include "cli/private_folder.h"
 #include "cli/recording.h"
 #include "cli/temporary_file.h"
-#include "rescue/stretch.h"
+#include "rescue/rescued.h"
 
 namespace cli {
 
-/// What could be saved of one recording.
-struct Rescued {
+/// What could be saved of one recording. One that is sound needs no mending.
+struct Rescued : rescue::Rescued {
   FileKind kind = FileKind::pen;
-  bool sound = false;  ///< It needs no mending: `bytes` is the recording as it came.
-  bool saved = false;  ///< Something was saved, or the recording is sound.
   /// Where nothing was saved: why, in one sentence. Otherwise empty.
   std::string problem;
-  std::string bytes;
-  std::vector<rescue::Stretch> leftOut;
-  std::size_t pointsKept = 0;
-  std::size_t pointsAbout = 0;       ///< Those and an estimate of the lost ones.
   std::vector<std::string> repairs;  ///< What was put right, a few words each.
 };
 

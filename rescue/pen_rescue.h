@@ -1,12 +1,11 @@
+// Saves what can be saved of a damaged pen recording.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
-#include <string>
 #include <string_view>
-#include <vector>
 
-#include "rescue/stretch.h"
+#include "rescue/rescued.h"
 
 namespace rescue {
 
@@ -19,27 +18,10 @@ enum class TextTransfer : std::uint8_t {
                            ///< may hold such a byte are left out.
 };
 
-/// What could be saved of a pen recording.
-struct PenRescue {
-  /// The recording was sound (see `isSoundPenRecording`) and `bytes` is the recording as it came.
-  bool sound = false;
-  /// Something was saved, or the recording was sound. Otherwise `bytes` is empty: it holds no pen
-  /// recording.
-  bool saved = false;
-  /// A recording that the parser reads to its end.
-  std::string bytes;
-
-  /// In order of their place, not touching one another unless the reasons differ.
-  std::vector<Stretch> leftOut;
-  /// Coordinate packets in `bytes`, also those that lie above the sheet.
-  std::size_t pointsKept = 0;
-  /// Those and an estimate of the lost ones, by the length of what was left out.
-  std::size_t pointsAbout = 0;
-
+/// What could be saved of a pen recording. `isSoundPenRecording` says which are sound.
+struct PenRescue : Rescued {
   bool descriptorMended = false;      ///< The first packet was missing or damaged.
   std::size_t furtherRecordings = 0;  ///< Recordings behind the first, which became layers.
-  std::size_t pointsDropped = 0;      ///< Points left out since damage had made them up.
-  std::size_t strokesBroken = 0;      ///< Places where bytes are missing and a stroke was ended.
   std::size_t statusesMended = 0;     ///< Pen-up, pen-down and layer packets put in or put right.
   TextTransfer transfer = TextTransfer::none;
 };

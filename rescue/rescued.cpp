@@ -1,4 +1,4 @@
-#include "rescue/stretch.h"
+#include "rescue/rescued.h"
 
 namespace rescue {
 
