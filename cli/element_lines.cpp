@@ -47,7 +47,7 @@ std::string explain(InkProblemKind problem) {
 }
 
 std::string problemOf(const InkElement& element) {
-  const std::string why = element.problem ? explain(*element.problem) : "";
+  std::string why = element.problem ? explain(*element.problem) : "";
   if (element.isRead) return why;
   return why.empty() ? "not read" : "not read: " + why;
 }
