@@ -203,9 +203,11 @@ PenRescue Rescue::run() {
   return std::move(result_);
 }
 
-// Bytes to the next packet of a sound recording.
-size_t stepFrom(PenBytes bytes, size_t offset) {
-  return bytes[offset + 1] == 0 ? 2 : bytes.length(offset);
+// Bytes to the next packet of an unknown tag; the parser takes one without a length for two bytes.
+// 0 where there is none, as for zero bytes.
+size_t unknownLength(PenBytes bytes, size_t offset) {
+  const bool hasNoLength = bytes[offset] != 0 && bytes[offset + 1] == 0;
+  return hasNoLength ? 2 : bytes.unknownPacket(offset);
 }
 
 // A sound recording in which every byte from 80 up turned into "?": every packet is whole, but all
@@ -216,7 +218,7 @@ bool turnedIntoQuestionMarks(string_view recording) {
   bool anyStatus = false;
   size_t points = 0;
   size_t questionMarks = 0;
-  for (size_t i = 0; i < bytes.size(); i += stepFrom(bytes, i)) {
+  for (size_t i = 0; i < bytes.size(); i += std::max<size_t>(bytes.length(i), 2)) {
     if (bytes[i] == '?' && bytes[i + 1] == 3) {
       anyStatus = anyStatus || bytes[i + 2] <= 1 || bytes[i + 2] == '?';
     } else if (bytes.tag(i) == PacketTag::coordinatePoint) {
@@ -230,7 +232,7 @@ bool turnedIntoQuestionMarks(string_view recording) {
 
 size_t countPoints(PenBytes bytes) {
   size_t points = 0;
-  for (size_t i = 0; i < bytes.size(); i += stepFrom(bytes, i)) {
+  for (size_t i = 0; i < bytes.size(); i += std::max<size_t>(bytes.length(i), 2)) {
     if (bytes.tag(i) == PacketTag::coordinatePoint) ++points;
   }
   return points;
@@ -245,14 +247,9 @@ bool isSoundPenRecording(string_view recording) {
   if (i == 0) return false;
   while (i < bytes.size()) {
     if (!bytes.hasHead(i) || bytes.tag(i) == PacketTag::fileDescriptor) return false;
-    if (lengthOf(bytes.tag(i)) != 0) {
-      const size_t length = bytes.knownPacket(i);
-      if (length == 0) return false;
-      i += length;
-      continue;
-    }
-    const size_t length = stepFrom(bytes, i);
-    if (length == 0 || length > bytes.size() - i) return false;
+    const bool isKnown = lengthOf(bytes.tag(i)) != 0;
+    const size_t length = isKnown ? bytes.knownPacket(i) : unknownLength(bytes, i);
+    if (length == 0) return false;
     i += length;
   }
   return true;

@@ -33,7 +33,7 @@ struct PenRescue : Rescued {
 PenRescue rescuePenRecording(std::string_view recording);
 
 /// Whether the parser reads the recording to its end, every packet is whole and none has the length
-/// 0. What the packets hold does not matter.
+/// 0, as zero bytes have. What the packets hold does not matter.
 bool isSoundPenRecording(std::string_view recording);
 
 }  // namespace rescue

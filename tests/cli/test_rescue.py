@@ -130,13 +130,20 @@ class OneDamagedRecording(RescueTest):
 
 class ASoundRecording(RescueTest):
     ODD = (SOUND + bytes([0x77, 14]) + coordinate(1, 1) * 2 + coordinate(30000, -30000) + status(0x80) +
-           SOUND[12:] + SOUND[12:] + bytes([0x42, 0]) + bytes(8))
+           SOUND[12:] + SOUND[12:] + bytes([0x42, 0]))
 
     def test_is_left_alone(self):
         self.file("a.pnx", SOUND)
         self.assert_done("rescue", "a.pnx")
         self.assertEqual(self.out, "a.pnx: sound, 40 points, nothing to mend\n")
         self.assertEqual(self.files(), {"a.pnx"})
+
+    def test_loses_the_zero_bytes_that_fill_its_file(self):
+        self.file("a.pnx", SOUND + bytes(512))
+        self.assert_done("rescue", "a.pnx", "-o", "b.pnx")
+        self.assertEqual(self.out, f"a.pnx: 40 points kept, 1 stretch left out (bytes {len(SOUND)}-"
+                                   f"{len(SOUND) + 511}) -> b.pnx\n")
+        self.assertEqual(self.read("b.pnx"), SOUND)
 
     def test_is_copied_unchanged_to_a_place_that_is_named(self):
         self.file("a.pnx", self.ODD)

@@ -95,7 +95,14 @@ TEST_F(PenRescueTest, LeavesPointsAboveTheSheetAndALoneLayerStatusAlone) {
 
 TEST_F(PenRescueTest, LeavesPacketsWithoutALengthCodeAlone) {
   expectUnchanged(recordingOf(2) + PenFileBuilder().unknown(0x42, 0) + stroke(3));
-  expectUnchanged(recordingOf(2) + std::string(512, '\0') + stroke(3));
+}
+
+TEST_F(PenRescueTest, LeavesOutZeroBytesAndKeepsThePacketsAroundThem) {
+  const std::string front = recordingOf(2);
+  const PenRescue result = rescue::rescuePenRecording(front + std::string(512, '\0') + stroke(3));
+  EXPECT_EQ(result.bytes, front + stroke(3));
+  EXPECT_THAT(result.leftOut,
+              ElementsAre(Stretch{front.size(), front.size() + 512, LeftOut::unreadable}));
 }
 
 TEST_F(PenRescueTest, LeavesPointsOfASoundRecordingAloneThatLeapFarOutOfTheirStrokes) {
@@ -137,6 +144,7 @@ TEST_F(PenRescueTest, CallsNoFileSoundThatIsNotReadToItsEndInWholePackets) {
   EXPECT_FALSE(rescue::isSoundPenRecording(recordingOf(1) + "a"));
   EXPECT_FALSE(rescue::isSoundPenRecording(recordingOf(1) + "\x42\x40" + "abc"));
   EXPECT_FALSE(rescue::isSoundPenRecording(recordingOf(1) + std::string(1, '\0')));
+  EXPECT_FALSE(rescue::isSoundPenRecording(recordingOf(1) + std::string(8, '\0')));
   EXPECT_FALSE(rescue::isSoundPenRecording(recordingOf(1) + "\x42\x01"));
   EXPECT_FALSE(rescue::isSoundPenRecording(recordingOf(1) + recordingOf(1)));
   EXPECT_FALSE(rescue::isSoundPenRecording(recordingOf(1) + PenFileBuilder().pressure(2, 7)));
