@@ -19,8 +19,8 @@ SYSTEM_FUNCTIONS = set("""
     AcquireSRWLockExclusive AddVectoredExceptionHandler CloseHandle CreateEventA CreateFileW CreateHardLinkW
     CreateSemaphoreA DeleteCriticalSection DeleteFileW DuplicateHandle EnterCriticalSection
     FileTimeToSystemTime FindFirstVolumeW FindNextVolumeW FindVolumeClose FormatMessageA
-    FormatMessageW FreeLibrary GetConsoleOutputCP GetCurrentProcess GetCurrentProcessId
-    GetCurrentThread GetCurrentThreadId GetDiskFreeSpaceExW GetFileAttributesW
+    FormatMessageW FreeLibrary GetConsoleOutputCP GetConsoleScreenBufferInfo GetCurrentProcess
+    GetCurrentProcessId GetCurrentThread GetCurrentThreadId GetDiskFreeSpaceExW GetFileAttributesW
     GetFileInformationByHandle GetFileSizeEx GetFileType GetFullPathNameW GetHandleInformation
     GetLastError GetModuleFileNameW GetModuleHandleA GetModuleHandleW GetProcAddress
     GetProcessAffinityMask GetProcessTimes GetStartupInfoA GetSystemTimeAdjustment
