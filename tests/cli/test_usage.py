@@ -7,6 +7,7 @@ import subprocess
 from command import CommandTest, ink, layer
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
+COMMANDS = ["check", "convert", "info", "ink", "open", "packets", "rescue", "sheet"]
 
 
 class Usage(CommandTest):
@@ -102,7 +103,7 @@ class Usage(CommandTest):
 
     def test_every_option_is_in_the_man_page_and_the_completions(self):
         options = set()
-        for command in ("open", "ink", "convert", "rescue"):
+        for command in COMMANDS:
             self.assert_done(command, "--help")
             options |= set(re.findall(r"--[a-z][a-z-]+", self.out))
         self.assertIn("--no-built-in-library", options)
@@ -177,7 +178,7 @@ class Usage(CommandTest):
 
     def test_fish_completes_commands_recordings_and_values(self):
         self.recordings()
-        self.assertEqual(self.fish_completes("penwick "), ["check", "convert", "info", "ink", "open", "packets", "rescue"])
+        self.assertEqual(self.fish_completes("penwick "), COMMANDS)
         self.assertEqual(self.fish_completes("penwick open "),
                          ["a.pnx", "b.PNX", "c.Eli", "d.kvo", "g/", "home/"])
         self.assertEqual(self.fish_completes("penwick ink g/"), ["g/h.pnx"])
