@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <fstream>
 
 #include "cli/file_content.h"
@@ -34,6 +35,9 @@ FileBytes readAll(const fs::path& file) {
   }
   return all;
 }
+
+// A rescue takes the longer the larger a file is; advice about one must not.
+constexpr std::uintmax_t kMostBytesForAdvice = 64U << 20U;
 
 constexpr char kNoPoints[] = "nothing could be saved: no points can be made out in it";
 
@@ -173,6 +177,8 @@ std::string describe(const Rescued& rescued) {
 }
 
 std::string withRescue(std::string sentence, const fs::path& file, FileKind kind) {
+  std::error_code error;
+  if (fs::file_size(file, error) > kMostBytesForAdvice && !error) return sentence;
   if (sentence.empty()) return sentence;
   const Rescued rescued = rescueRecording(file, kind);
   if (rescued.saved && !rescued.sound) {

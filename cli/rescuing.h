@@ -33,7 +33,7 @@ Rescued rescueRecording(const std::filesystem::path& file, FileKind kind);
 std::string describe(const Rescued& rescued);
 
 /// A sentence about a damaged recording, with what `penwick rescue` would save of it. Unchanged for
-/// an empty sentence, a sound recording, and where nothing can be saved.
+/// an empty sentence, a sound recording, one of more than 64 MiB, and where nothing can be saved.
 std::string withRescue(std::string sentence, const std::filesystem::path& file, FileKind kind);
 
 /// What was left out of a whole recording, in one sentence, and what `penwick rescue` would save of

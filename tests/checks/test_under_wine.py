@@ -38,7 +38,7 @@ class MemoryFolder(unittest.TestCase):
             shutil.rmtree(path, ignore_errors=True)
 
     def run_it(self):
-        subprocess.run([RUNNER, "program.exe"], env=self.environment, check=True, timeout=60)
+        subprocess.run([RUNNER, "program.exe"], env=self.environment, check=True, timeout=600)
 
     def assert_not_used(self):
         self.run_it()

@@ -92,7 +92,7 @@ class CommandTest(unittest.TestCase):
         if "input" not in options:
             options.setdefault("stdin", subprocess.DEVNULL)
         self.result = subprocess.run(
-            [program, *map(os.fspath, words)], cwd=self.folder, env=environment, capture_output=True, timeout=120, check=False, **options)
+            [program, *map(os.fspath, words)], cwd=self.folder, env=environment, capture_output=True, timeout=600, check=False, **options)
         self.out = self.result.stdout.decode("utf-8", "surrogateescape")
         self.errors = self.result.stderr.decode("utf-8", "surrogateescape")
         return self.result

@@ -82,7 +82,7 @@ class StandardInput(CommandTest):
                 folder, = self.temporary.iterdir()
                 self.assertEqual(folder.stat().st_mode & 0o777, 0o700)
                 running.send_signal(number)
-                running.wait(timeout=60)
+                running.wait(timeout=600)
             self.assertEqual(running.returncode, -number)
             self.assertEqual(list(self.temporary.iterdir()), [])
 
@@ -126,7 +126,7 @@ class Pipes(CommandTest):
     def test_of_the_shell_can_be_drawn(self):
         self.file("a.pnx")
         done = subprocess.run(["bash", "-c", '"$0" open <(cat a.pnx) -o a.svg', PENWICK], cwd=self.folder,
-                              capture_output=True, text=True, timeout=60, check=True)
+                              capture_output=True, text=True, timeout=600, check=True)
         self.assertRegex(done.stdout, r"^/dev/fd/\d+: 1 layer, 1 stroke, 3 points, 3 x 4 mm -> a.svg\n$")
 
 

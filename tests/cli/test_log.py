@@ -86,7 +86,7 @@ class Log(CommandTest):
         self.file("a.pnx")
         done = subprocess.run(["sh", "-c", line, PENWICK, "open", "-q", self.folder / "a.pnx", "-o",
                                self.folder / "a.svg"], cwd=self.folder, capture_output=True,
-                              env=dict(os.environ, HOME=str(self.home)), timeout=60, check=False)
+                              env=dict(os.environ, HOME=str(self.home)), timeout=600, check=False)
         self.assertEqual((done.returncode, done.stderr), (0, b""))
 
     def plant(self, make):

@@ -177,7 +177,7 @@ class Readings(CommandTest):
         """How often the command opens a file."""
         trace = self.folder / "trace"
         subprocess.run(["strace", "-f", "-o", trace, "-e", "trace=open,openat", PENWICK, *words],
-                       cwd=self.folder, check=True, capture_output=True, timeout=120,
+                       cwd=self.folder, check=True, capture_output=True, timeout=600,
                        env=dict(os.environ, HOME=str(self.home), ASAN_OPTIONS="detect_leaks=0"))
         return trace.read_text().count(f'{name}"')
 
@@ -427,7 +427,7 @@ class BadOutput(CommandTest):
     def run_to_full_device(self, *words):
         with open("/dev/full", "wb") as full:
             result = subprocess.run([PENWICK, *words], cwd=self.folder, stdout=full,
-                                    stderr=subprocess.PIPE, timeout=60, check=False)
+                                    stderr=subprocess.PIPE, timeout=600, check=False)
         return result.returncode, result.stderr.decode()
 
     def test_below_a_file(self):

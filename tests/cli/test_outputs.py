@@ -23,7 +23,7 @@ class ClosedStreams(CommandTest):
         line = ' "$@" ' + closing
         done = subprocess.run(["sh", "-c", line, "sh", PENWICK, *words], cwd=self.folder,
                               env=dict(os.environ, HOME=str(self.home)), capture_output=True,
-                              timeout=60, check=False)
+                              timeout=600, check=False)
         return done.returncode, done.stdout, done.stderr
 
     def setUp(self):
@@ -161,7 +161,7 @@ class TemporaryFiles(CommandTest):
         trace = self.folder / "trace"
         subprocess.run(["strace", "-f", "-o", trace, "-e", "trace=%file,fchmod,fchdir", PENWICK, *words],
                        cwd=self.folder, env=dict(os.environ, HOME=str(self.home), **TRACED),
-                       check=True, capture_output=True, timeout=120)
+                       check=True, capture_output=True, timeout=600)
         lines = trace.read_text().splitlines()
         trace.unlink()
         return lines
@@ -206,7 +206,7 @@ class TemporaryFiles(CommandTest):
         with open(self.folder / "out", "wb") as out:
             done = subprocess.run([PENWICK, "open", "-q", "a.pnx", "-o", "-", "--format", "json"],
                                   cwd=self.folder, env=dict(os.environ, HOME=str(self.home)), stdout=out,
-                                  stderr=subprocess.PIPE, timeout=60, check=False,
+                                  stderr=subprocess.PIPE, timeout=600, check=False,
                                   preexec_fn=limit_file_size(100))
         self.assertEqual((done.returncode, done.stderr), (
             1, b"penwick: -: standard output could not be written: File too large\n"))
@@ -223,7 +223,7 @@ class TemporaryFiles(CommandTest):
                                   env=dict(os.environ, HOME=str(self.home), **TRACED)) as running:
                 self.wait_for_part(place)
                 self.signal_child(running.pid, number)
-                running.wait(timeout=60)
+                running.wait(timeout=600)
             self.assertNotEqual(running.returncode, 0)
             self.assertEqual([path.name for path in place.iterdir()], ["a.svg"])
             (place / "a.svg").unlink()

@@ -128,6 +128,14 @@ class OneDamagedRecording(RescueTest):
         self.assertEqual(self.out, f"a?.pnx: {KEPT} -> a?.rescued.pnx\n")
 
 
+class ALargeFile(RescueTest):
+    def test_gets_no_advice_for_which_all_of_it_would_have_to_be_read(self):
+        os.truncate(self.file("a.pnx", DAMAGED), 64 * 2 ** 20 + 1)
+        self.penwick("open", "a.pnx")
+        self.assertIn("the recording is damaged there", self.errors)
+        self.assertNotIn("penwick rescue", self.errors)
+
+
 class ASoundRecording(RescueTest):
     ODD = (SOUND + bytes([0x77, 14]) + coordinate(1, 1) * 2 + coordinate(30000, -30000) + status(0x80) +
            SOUND[12:] + SOUND[12:] + bytes([0x42, 0]))
@@ -336,7 +344,7 @@ class Json(RescueTest):
         self.file("a.pnx", DAMAGED)
         with open("/dev/full", "wb") as full:
             done = subprocess.run([PENWICK, "rescue", "--json", "a.pnx"], cwd=self.folder, stdout=full,
-                                  stderr=subprocess.PIPE, env=dict(os.environ, HOME=str(self.home)), timeout=120,
+                                  stderr=subprocess.PIPE, env=dict(os.environ, HOME=str(self.home)), timeout=600,
                                   check=False)
         self.assertEqual(done.returncode, 1)
         self.assertIn(b"standard output could not be written", done.stderr)
