@@ -10,6 +10,7 @@
 #include "cli/terminal_text.h"
 #include "platform/command_line.h"
 #include "platform/limits.h"
+#include "platform/memory.h"
 #include "platform/standard_streams.h"
 
 namespace {
@@ -34,6 +35,7 @@ bool standardOutputIsWritten() {
 int main(int count, char** words) {
   if (!platform::openClosedStandardStreams()) return static_cast<int>(ExitStatus::failed);
   platform::reportFileSizeLimit();
+  platform::keepFreedMemory();
   try {
     const std::shared_ptr<void> console = platform::utf8Console();
     platform::CommandLine line(count, words);
