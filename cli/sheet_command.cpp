@@ -32,10 +32,8 @@ class SheetMaker {
  private:
   std::optional<std::string> refusalOfOutput() const {
     for (const Input& input : batch_.inputs()) {
-      if (const auto refusal =
-              refusalToOverwrite(input.file, options_.output, options_.replaceRecordings)) {
-        return refusal;
-      }
+      auto refusal = refusalToOverwrite(input.file, options_.output, options_.replaceRecordings);
+      if (refusal) return refusal;
     }
     return {};
   }
