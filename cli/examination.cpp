@@ -34,7 +34,7 @@ Examination examine(const std::filesystem::path& file) {
     found.failure = recording.explainFailure();
     return found;
   }
-  found.losses = recording.explainLosses();
+  found.losses = recording.explainLosses(found.packets && found.packets->endsInZeros);
   if (found.packets) found.losses = joined(found.losses, explainZeros(*found.packets));
   found.remarks = joined(recording.explainDropped(), recording.explainUndrawn());
   return found;

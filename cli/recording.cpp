@@ -73,8 +73,11 @@ std::string Recording::explainOmissions() const {
   return cli::explainOmissions(penReport_, damaged_);
 }
 
-std::string Recording::explainLosses() const {
-  return kind_ == FileKind::pen ? cli::explainDamage(penReport_, damaged_) : explainOmissions();
+std::string Recording::explainLosses(bool endsInZeros) const {
+  if (kind_ == FileKind::inkml) return explainOmissions();
+  Orvo::ParseReport report = penReport_;
+  if (endsInZeros) report.cutPacket.reset();
+  return cli::explainDamage(report, damaged_);
 }
 
 std::string Recording::explainDropped() const {

@@ -43,8 +43,9 @@ class Recording {
   std::string explainFailure() const;
   /// What was left out of a whole recording, in one sentence; empty where nothing was.
   std::string explainOmissions() const;
-  /// The same, without what the pen itself did: it drew above the sheet.
-  std::string explainLosses() const;
+  /// The same, without what the pen itself did: it drew above the sheet. Nor is the end of a file
+  /// explained that is known to end in zero bytes: the last of them may look like a cut packet.
+  std::string explainLosses(bool endsInZeros) const;
   /// How many points above the sheet were left out, in one sentence; empty where none was.
   std::string explainDropped() const;
   /// Whether a pen recording was read to its end but has signs of damage.

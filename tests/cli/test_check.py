@@ -37,6 +37,13 @@ class Check(CommandTest):
                         sentence)
         self.assertEqual(code, 1)
 
+    def test_says_once_that_an_odd_number_of_zero_bytes_stands_at_the_end(self):
+        for count in (1, 7):
+            sentence, code = self.check(THREE_POINTS + bytes(count))
+            self.assertTrue(sentence.startswith(f"opens, with losses: {count} zero byte"), sentence)
+            self.assertNotIn("ends inside its last packet", sentence)
+            self.assertEqual((sentence.count("(byte 36)"), code), (1, 1))
+
     def test_says_what_is_left_out_of_ink_documents(self):
         self.assertEqual(self.check(ink(layer(TRACE) + layer(TRACE, "group1")), "a.kvo"),
                          ('opens, with losses: 1 group without an id of the form "layer0" with 1 trace left empty, '
