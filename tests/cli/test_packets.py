@@ -1,4 +1,5 @@
 import json
+import os
 import subprocess
 
 from command import CommandTest, PENWICK, THREE_POINTS, coordinate, descriptor, ink, layer, pressure, status
@@ -128,8 +129,8 @@ class Packets(CommandTest):
         self.assertEqual(self.out, "       1  <ink>\n")
         self.assert_fails("-: the file is empty (0 bytes)", "packets", "-", input=b"")
 
-    def running(self, **options):
-        return subprocess.Popen([PENWICK, "packets", "-"], cwd=self.folder, stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+    def running(self, file="-", **options):
+        return subprocess.Popen([PENWICK, "packets", file], cwd=self.folder, stdin=subprocess.PIPE, stdout=subprocess.PIPE,
                                 stderr=subprocess.PIPE, **options)
 
     def test_prints_what_has_come_before_the_rest_has(self):
@@ -143,6 +144,19 @@ class Packets(CommandTest):
             self.assertEqual(process.stdout.readline().decode(), line(9, 97, "coordinate", 6, "x 1.0, y 0.5"))
             out, errors = process.communicate()
         self.assertEqual((out, errors, process.returncode), (b"", b"", 0))
+
+    def test_prints_what_has_come_through_a_named_pipe_before_the_rest_has(self):
+        os.mkfifo(self.folder / "pipe")
+        with self.running("pipe") as process, (self.folder / "pipe").open("wb") as pipe:
+            pipe.write(descriptor() + status(1))
+            pipe.flush()
+            self.assertEqual(process.stdout.readline().decode(), line(0, 1, "file descriptor", 6, "00 02 00 00"))
+            self.assertEqual(process.stdout.readline().decode(), line(6, 241, "status", 3, "pen down"))
+            pipe.write(coordinate(5, 0))
+            pipe.close()
+            out, errors = process.communicate()
+        self.assertEqual((out.decode(), errors, process.returncode),
+                         (line(9, 97, "coordinate", 6, "x 1.0, y 0.5"), b"", 0))
 
     def test_ends_quietly_when_its_reader_goes(self):
         # As a shell starts it the signal ends it; a program that ignores the signal sees the write fail.
