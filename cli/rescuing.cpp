@@ -68,9 +68,13 @@ std::vector<std::string> repairsOf(const rescue::InkRescue& rescue) {
   const auto add = [&repairs](std::size_t count, const std::string& thing, const char* what) {
     if (count > 0) repairs.push_back(counted(count, thing) + what);
   };
+  if (rescue.encoding) {
+    repairs.push_back("converted from " + std::string(nameOf(*rescue.encoding)) + " to UTF-8");
+  }
   add(rescue.furtherDocuments, "further document", " made layers");
   add(rescue.definitionsMended, "definition", " put right");
   add(rescue.definitionsPutIn, "definition", " put in");
+  add(rescue.definitionsRenamed, "definition", " given another id");
   add(rescue.pointsRounded, "point", " rounded to whole units");
   return repairs;
 }
@@ -93,21 +97,11 @@ std::string explainNothingSaved(const fs::path& file) {
   return recording.complete() ? kNoPoints : recording.explainFailure();
 }
 
-std::size_t countPoints(const Orvo::Document& document) {
-  std::size_t points = 0;
-  for (const Orvo::Layer& layer : document)
-    for (const Orvo::Stroke& stroke : layer)
-      points += stroke.size();
-  return points;
-}
-
 void rescueInk(const fs::path& file, std::string_view bytes, Rescued& result) {
   rescue::InkRescue ink = rescue::rescueInkDocument(bytes);
   result.repairs = repairsOf(ink);
   static_cast<rescue::Rescued&>(result) = std::move(ink);
-  if (result.sound) {
-    result.pointsKept = result.pointsAbout = countPoints(*Orvo::readInk(bytes).document);
-  } else if (result.pointsKept == 0) {
+  if (!result.sound && result.pointsKept == 0) {
     // Elements without any points are not worth a file.
     result.saved = false;
     result.problem = explainNothingSaved(file);

@@ -97,6 +97,79 @@ std::string formatText(const InkDefinition& format, const std::string& channels)
   return "<traceFormat id=\"" + asValue(format.id) + "\">\n" + channels + "        </traceFormat>";
 }
 
+// New ids by the number of a document and the old id.
+using NewIds = std::map<std::pair<size_t, std::string>, std::string>;
+
+void setId(InkDefinition& definition, const std::string& id) {
+  definition.id = id;
+  if (!definition.isWhole) return;
+  const string_view text = definition.text;
+  const string_view tag = text.substr(0, text.find('>') + 1);
+  if (const auto value = attributeOf(tag, "id")) {
+    definition.text.replace(static_cast<size_t>(value->data() - text.data()), value->size(),
+                            asValue(id));
+  }
+}
+
+bool isAlike(const InkDefinition& a, const InkDefinition& b) {
+  return a.text == b.text && a.brush == b.brush && a.format == b.format;
+}
+
+// Definitions of one sort from several documents: of those with one id, the first keeps it. One of
+// another document that is not the same gets a new one.
+class Renaming {
+ public:
+  explicit Renaming(std::vector<InkDefinition>& list) : list_(list) {
+    for (const InkDefinition& item : list)
+      if (!item.id.empty()) first_.try_emplace(item.id, &item);
+  }
+
+  NewIds run() {
+    for (InkDefinition& item : list_) {
+      const auto first = first_.find(item.id);
+      if (first == first_.end() || first->second->document == item.document) continue;
+      if (isAlike(*first->second, item)) continue;
+      const auto [newId, isFirstOfDocument] =
+          newIds_.try_emplace({item.document, item.id}, freeId(item));
+      // Of several in one document the first counts.
+      if (isFirstOfDocument) setId(item, newId->second);
+    }
+    return std::move(newIds_);
+  }
+
+ private:
+  std::string freeId(const InkDefinition& item) {
+    std::string id;
+    size_t number = item.document;
+    do {
+      id = item.id + "-" + std::to_string(++number);
+    } while (first_.count(id) > 0 || !used_.insert(id).second);
+    return id;
+  }
+
+  std::vector<InkDefinition>& list_;
+  std::map<std::string, const InkDefinition*> first_;
+  std::set<std::string> used_;
+  NewIds newIds_;
+};
+
+void follow(const NewIds& newIds, size_t document, std::string& reference) {
+  const auto found = newIds.find({document, reference});
+  if (found != newIds.end()) reference = found->second;
+}
+
+void giveNewIds(InkDefinitions& definitions) {
+  if (definitions.furtherDocuments.empty()) return;
+  const NewIds brushes = Renaming(definitions.brushes).run();
+  const NewIds formats = Renaming(definitions.formats).run();
+  for (InkDefinition& context : definitions.contexts) {
+    follow(brushes, context.document, context.brush);
+    follow(formats, context.document, context.format);
+  }
+  definitions.newContexts = Renaming(definitions.contexts).run();
+  definitions.renamed = brushes.size() + formats.size() + definitions.newContexts.size();
+}
+
 class Reader {
  public:
   Reader(string_view bytes, std::span<const InkPiece> pieces) : bytes_(bytes), pieces_(pieces) {
@@ -107,6 +180,7 @@ class Reader {
   InkDefinitions run() {
     for (size_t i = 0; i < pieces_.size();)
       i = std::max(i + 1, readAt(i));
+    giveNewIds(result_);
     return std::move(result_);
   }
 
@@ -119,11 +193,17 @@ class Reader {
   size_t readAt(size_t i) {
     const InkPiece& piece = pieces_[i];
     if (!piece.isTag()) return i + 1;
+    if (piece.opens("ink")) startDocument(piece.begin);
     if (piece.name == "definitions") take(i, i + 1, true);
     if (piece.name == "traceFormat" || piece.name == "channel") return readFormat(i);
     if (piece.name == "context") return readContext(i);
     const bool isPart = piece.name == "annotationXML" || isProperty(piece.name);
     return piece.name == "brush" || isPart ? readBrush(i) : i + 1;
+  }
+
+  void startDocument(size_t place) {
+    if (hasDocument_) result_.furtherDocuments.push_back(place);
+    hasDocument_ = true;
   }
 
   void take(size_t begin, size_t end, bool isKept) {
@@ -173,6 +253,7 @@ class Reader {
     } else {
       ++result_.mended;
     }
+    definition.document = result_.furtherDocuments.size();
     list.push_back(std::move(definition));
   }
 
@@ -263,6 +344,7 @@ class Reader {
     context.id = idAt(begin, "context");
     context.brush = referredId(textOf(begin), "brushRef");
     context.format = referredId(textOf(begin), "traceFormatRef");
+    context.document = result_.furtherDocuments.size();
     take(begin, end, true);
     result_.contexts.push_back(std::move(context));
     return end;
@@ -276,6 +358,7 @@ class Reader {
   string_view bytes_;
   std::span<const InkPiece> pieces_;
   InkDefinitions result_;
+  bool hasDocument_ = false;
 };
 
 // The definitions of one sort by their ids, so that many of them do not take quadratic time.
@@ -376,6 +459,13 @@ bool isDamagedForm(string_view id, string_view sound) {
   for (size_t i = 0; i < id.size(); ++i)
     if (id[i] != sound[i]) ++differing;
   return differing > 0 && differing <= 2;
+}
+
+std::string InkDefinitions::contextAt(size_t place, string_view reference) const {
+  const auto next = std::upper_bound(furtherDocuments.begin(), furtherDocuments.end(), place);
+  std::string id(reference);
+  follow(newContexts, static_cast<size_t>(next - furtherDocuments.begin()), id);
+  return id;
 }
 
 std::string InkDefinitions::contextFor(string_view reference) const {

@@ -6,6 +6,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "rescue/ink_scan.h"
@@ -19,6 +20,7 @@ struct InkDefinition {
   bool isWhole = false;
   std::string brush;  ///< What a context refers to, without "#".
   std::string format;
+  std::size_t document = 0;  ///< In which it stands, of several in one file.
 };
 
 struct InkDefinitions {
@@ -31,6 +33,11 @@ struct InkDefinitions {
   std::vector<bool> isKept;
   std::size_t putIn = 0;  ///< Definitions that were missing.
   std::size_t mended = 0;
+  std::size_t renamed = 0;  ///< Those of further documents whose ids were taken.
+
+  /// The id that a reference at this byte of the file, without "#", stands for: in a further
+  /// document a context may have got a new one.
+  std::string contextAt(std::size_t place, std::string_view reference) const;
 
   /// The id of the context that a trace's reference, without "#", stands for: one that differs in a
   /// character or two counts as damaged. Otherwise the reference itself.
@@ -42,6 +49,11 @@ struct InkDefinitions {
 
   /// The element "definitions", with its line end.
   std::string text() const;
+
+  /// Where the second document and those behind it begin, and the new ids of contexts, by the
+  /// number of their document and their old ids.
+  std::vector<std::size_t> furtherDocuments;
+  std::map<std::pair<std::size_t, std::string>, std::string> newContexts;
 };
 
 /// Whether an id differs from another in one or two bytes and agrees in more, so that it may be

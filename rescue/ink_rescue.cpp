@@ -1,6 +1,7 @@
 #include "rescue/ink_rescue.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "inkml/ink_reading.h"
 #include "rescue/ink_doubled.h"
@@ -12,6 +13,11 @@ namespace {
 
 using std::size_t;
 using std::string_view;
+
+bool isSound(const Orvo::InkReport& report) {
+  return report.failure == Orvo::InkFailure::none && report.problems.empty() &&
+         report.encoding.empty();
+}
 
 class Rescue {
  public:
@@ -111,21 +117,45 @@ InkRescue Rescue::run() {
   return result;
 }
 
-}  // namespace
-
-bool isSoundInkDocument(string_view document) {
-  const Orvo::InkReading reading = Orvo::readInk(document);
-  const Orvo::InkReport& report = reading.report;
-  return report.failure == Orvo::InkFailure::none && report.problems.empty() &&
-         report.encoding.empty();
+size_t countPoints(const Orvo::Document& document) {
+  size_t points = 0;
+  for (const Orvo::Layer& layer : document)
+    for (const Orvo::Stroke& stroke : layer)
+      points += stroke.size();
+  return points;
 }
 
-InkRescue rescueInkDocument(string_view document) {
-  if (!isSoundInkDocument(document)) return Rescue(document).run();
+InkRescue rescueUtf8(string_view document) {
+  const Orvo::InkReading reading = Orvo::readInk(document);
+  if (!isSound(reading.report)) return Rescue(document).run();
   InkRescue result;
   result.sound = result.saved = true;
   result.bytes = document;
+  result.pointsKept = result.pointsAbout = countPoints(*reading.document);
   return result;
+}
+
+InkRescue rescueConverted(string_view document, InkEncoding encoding) {
+  const Utf8Copy copy(document, encoding);
+  InkRescue result = rescueUtf8(copy.text());
+  result.sound = false;
+  result.encoding = encoding;
+  std::vector<size_t*> offsets;
+  for (Stretch& stretch : result.leftOut)
+    offsets.insert(offsets.end(), {&stretch.begin, &stretch.end});
+  copy.toPlaces(std::move(offsets));
+  return result;
+}
+
+}  // namespace
+
+bool isSoundInkDocument(string_view document) {
+  return isSound(Orvo::readInk(document).report);
+}
+
+InkRescue rescueInkDocument(string_view document) {
+  const std::optional<InkEncoding> encoding = encodingOf(document);
+  return encoding ? rescueConverted(document, *encoding) : rescueUtf8(document);
 }
 
 }  // namespace rescue

@@ -2,8 +2,10 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string_view>
 
+#include "rescue/ink_encoding.h"
 #include "rescue/rescued.h"
 
 namespace rescue {
@@ -13,10 +15,13 @@ namespace rescue {
 struct InkRescue : Rescued {
   /// Another program wrote it, in a form of InkML that the plug-in does not read; it is not saved.
   bool isOtherForm = false;
-  std::size_t furtherDocuments = 0;   ///< Documents behind the first, which became layers.
-  std::size_t pointsRounded = 0;      ///< Points with fractions, which the plug-in would cut off.
-  std::size_t definitionsPutIn = 0;   ///< Contexts, brushes and trace formats that were missing.
-  std::size_t definitionsMended = 0;  ///< Those that were damaged.
+  std::optional<InkEncoding> encoding;  ///< The one that it was converted from, to UTF-8.
+  std::size_t furtherDocuments = 0;     ///< Documents behind the first, which became layers.
+  std::size_t pointsRounded = 0;        ///< Points with fractions, which the plug-in would cut off.
+  std::size_t definitionsPutIn = 0;     ///< Contexts, brushes and trace formats that were missing.
+  std::size_t definitionsMended = 0;    ///< Those that were damaged.
+  /// Those of further documents whose ids were taken, which got new ones.
+  std::size_t definitionsRenamed = 0;
 };
 
 /// Mends an ink document, damaged or not. Takes any bytes; the time grows with their number, the

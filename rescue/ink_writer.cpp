@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
 
@@ -24,8 +25,7 @@ class References {
       const auto index = static_cast<size_t>(&region - in.layout.regions.data());
       const size_t start = in.layout.tags[index].start;
       if (start == InkLayout::kNone || !in.pieces[start].isClean) continue;
-      const auto value = attributeOf(tag(start), "contextRef").value_or("");
-      if (value.size() > 1 && value.starts_with('#')) ++counts_[std::string(value.substr(1))];
+      if (const auto id = idAt(start)) ++counts_[*id];
     }
     mergeDamaged();
     const auto most =
@@ -43,10 +43,9 @@ class References {
   /// The value of "contextRef" for a trace whose start tag is this piece, or is lost.
   std::string of(size_t start) const {
     if (start != InkLayout::kNone && in_.pieces[start].isClean) {
-      const auto value = attributeOf(tag(start), "contextRef").value_or("");
-      if (value.size() > 1 && value.starts_with('#')) {
-        const auto meant = meant_.find(value.substr(1));
-        return "#" + (meant == meant_.end() ? std::string(value.substr(1)) : meant->second);
+      if (const auto id = idAt(start)) {
+        const auto meant = meant_.find(*id);
+        return "#" + (meant == meant_.end() ? *id : meant->second);
       }
     }
     return "#" + usual_;
@@ -55,6 +54,13 @@ class References {
  private:
   string_view tag(size_t i) const {
     return in_.bytes.substr(in_.pieces[i].begin, in_.pieces[i].end - in_.pieces[i].begin);
+  }
+
+  // The context that a trace's start tag refers to.
+  std::optional<std::string> idAt(size_t start) const {
+    const auto value = attributeOf(tag(start), "contextRef").value_or("");
+    if (value.size() < 2 || !value.starts_with('#')) return std::nullopt;
+    return in_.definitions.contextAt(in_.pieces[start].begin, value.substr(1));
   }
 
   // A reference that few traces have and that nearly equals another one is that one, damaged.
@@ -96,6 +102,7 @@ class Writer {
     in_.definitions.complete(references_.counts());
     result_.definitionsPutIn = in_.definitions.putIn;
     result_.definitionsMended = in_.definitions.mended;
+    result_.definitionsRenamed = in_.definitions.renamed;
     result_.bytes = std::move(declaration_) + '\n' + std::move(ink_) + '\n' +
                     in_.definitions.text() + body_ + "</ink>\n";
     for (size_t i = 0; i < in_.pieces.size(); ++i)

@@ -195,6 +195,25 @@ class AnInkDocument(RescueTest):
         self.assertEqual(art["a.rescued.kvo"], art["whole.kvo"])
         self.assertEqual(art["a.kvo"], art["whole.kvo"])
 
+    def test_in_another_encoding_is_converted(self):
+        text = ('<?xml version="1.0" encoding="%s"?>\n<ink>\n<annotation type="title">\u00e9</annotation>'
+                + layer(TRACE) + "</ink>\n")
+        for name, encoding in (("UTF-16", "utf-16"), ("Latin-1", "iso-8859-1"), ("Windows-1252", "windows-1252")):
+            self.file("a.kvo", (text % encoding).encode(encoding))
+            self.assert_done("rescue", "a.kvo", "--force")
+            self.assertEqual(self.out, f"a.kvo: 3 points kept, converted from {name} to UTF-8 -> a.rescued.kvo\n")
+            self.assertEqual(self.read("a.rescued.kvo"), (text % "UTF-8").encode())
+            self.opens_whole("a.rescued.kvo")
+
+    def test_behind_another_one_keeps_its_own_definitions(self):
+        context = '<definitions><context id="c" brushRef="#b" traceFormatRef="#f"/></definitions>'
+        first, second = (ink(context.replace("#b", brush) + layer(TRACE)) for brush in ("#one", "#two"))
+        self.file("a.kvo", first + second)
+        self.assert_done("rescue", "a.kvo")
+        self.assertIn("1 further document made layers", self.out)
+        self.assertIn("1 definition given another id", self.out)
+        self.assertIn(b'<context id="c-2" brushRef="#two"', self.read("a.rescued.kvo"))
+
     def test_from_a_pipe_leaves_no_temporary_file(self):
         temporary = self.folder / "temporary"
         temporary.mkdir()

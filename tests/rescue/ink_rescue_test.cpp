@@ -1,5 +1,6 @@
 #include "rescue/ink_rescue.h"
 
+#include <array>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -114,6 +115,7 @@ TEST(InkRescue, LeavesSoundDocumentsAsTheyAre) {
     EXPECT_EQ(result.bytes, sound);
     EXPECT_TRUE(result.leftOut.empty());
   }
+  EXPECT_EQ(rescueInkDocument(twoLayers()).pointsKept, 60U);
 }
 
 TEST(InkRescue, RefusesWhatIsNoInkDocument) {
@@ -267,6 +269,45 @@ TEST(InkRescue, MakesAFurtherDocumentFurtherLayers) {
   EXPECT_THAT(result.bytes, HasSubstr("<tracegroup id=\"layer3\">"));
 }
 
+std::string contextTo(const std::string& brush) {
+  return "<context id=\"default-context\" brushRef=\"#" + brush + "\" traceFormatRef=\"#pen\" />";
+}
+
+TEST(InkRescue, KeepsTheDefinitionsOfAFurtherDocumentUnderAnotherId) {
+  const std::string further = with(twoLayers(), "DarkBlue", "Red");
+  const InkRescue result = rescueInkDocument(twoLayers() + further);
+  EXPECT_EQ(result.definitionsRenamed, 2U);
+  EXPECT_THAT(result.bytes,
+              HasSubstr(with(with(kBrush, "DarkBlue", "Red"), "\"ink\"", "\"ink-2\"")));
+  EXPECT_THAT(result.bytes,
+              HasSubstr(with(contextTo("ink-2"), "default-context", "default-context-2")));
+  EXPECT_THAT(result.bytes, HasSubstr(contextTo("ink")));
+  const std::size_t second = result.bytes.find("\"layer2\"");
+  EXPECT_EQ(result.bytes.find("default-context-2\">"),
+            result.bytes.find("default-context-2\">", second));
+  EXPECT_EQ(result.bytes.find("default-context\">", second), std::string::npos);
+  const Orvo::InkReading reading = Orvo::readInk(result.bytes);
+  EXPECT_EQ(reading.definitions->brushes.size(), 2U);
+  EXPECT_EQ(reading.definitions->traceFormats.size(), 1U);
+  EXPECT_EQ(result.pointsKept, 120U);
+}
+
+TEST(InkRescue, KeepsTheSameDefinitionsOfAFurtherDocumentOnce) {
+  const InkRescue result = rescueInkDocument(twoLayers() + twoLayers());
+  EXPECT_EQ(result.definitionsRenamed, 0U);
+  EXPECT_THAT(result.bytes, HasSubstr(kDefinitions));
+}
+
+TEST(InkRescue, GivesEachOfThreeDocumentsADefinitionOfItsOwn) {
+  const InkRescue result = rescueInkDocument(twoLayers() + with(twoLayers(), "DarkBlue", "Red") +
+                                             with(twoLayers(), "DarkBlue", "Green"));
+  const Orvo::InkReading reading = Orvo::readInk(result.bytes);
+  std::vector<std::string> brushes;
+  for (const auto& brush : reading.definitions->brushes)
+    brushes.push_back(brush.id + " " + brush.color.value);
+  EXPECT_THAT(brushes, ElementsAre("ink DarkBlue", "ink-2 Red", "ink-3 Green"));
+}
+
 TEST(InkRescue, LeavesBytesOutThatNoReaderTakes) {
   const std::string annotation =
       "<annotation type=\"title\">A\x01"
@@ -291,6 +332,84 @@ TEST(InkRescue, DoesNotTouchDocumentsOfAnotherForm) {
       "</ink>");
   EXPECT_FALSE(result.saved);
   EXPECT_TRUE(result.isOtherForm);
+}
+
+// The text, which is ASCII but for U+20AC, in UTF-16 with the low byte first or behind.
+std::string inUtf16(const std::string& text, bool isLittleEndian) {
+  std::string bytes;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const bool isEuro = text.compare(i, 3, "\xE2\x82\xAC") == 0;
+    const char high = isEuro ? '\x20' : '\0';
+    const char low = isEuro ? '\xAC' : text[i];
+    bytes += isLittleEndian ? low : high;
+    bytes += isLittleEndian ? high : low;
+    if (isEuro) i += 2;
+  }
+  return bytes;
+}
+
+std::string declaring(const std::string& encoding, const std::string& text) {
+  const std::string annotation = "<annotation type=\"title\">" + text + "</annotation>\n";
+  return with(with(twoLayers(), "\"1.0\" ", "\"1.0\" encoding=\"" + encoding + "\""),
+              "    <tracegroup", annotation + "    <tracegroup");
+}
+
+TEST(InkRescue, ConvertsUtf16OfEitherOrderWithAndWithoutAMark) {
+  const std::string marks[] = {"\xFE\xFF", "\xFF\xFE"};
+  for (const bool isLittleEndian : {false, true}) {
+    for (const bool hasMark : {false, true}) {
+      const InkRescue result =
+          rescueInkDocument((hasMark ? marks[isLittleEndian ? 1 : 0] : "") +
+                            inUtf16(declaring("UTF-16", "5 \xE2\x82\xAC"), isLittleEndian));
+      EXPECT_EQ(result.bytes, declaring("UTF-8", "5 \xE2\x82\xAC"));
+      EXPECT_TRUE(result.saved);
+      EXPECT_FALSE(result.sound);
+      EXPECT_EQ(result.pointsKept, 60U);
+      ASSERT_TRUE(result.encoding.has_value());
+      EXPECT_EQ(nameOf(*result.encoding), "UTF-16");
+      EXPECT_TRUE(result.leftOut.empty());
+    }
+  }
+}
+
+TEST(InkRescue, ConvertsTheEncodingsOfOneByteThatDocumentsDeclare) {
+  // 0x80 is U+20AC in Windows-1252 alone; 0xE9 is U+00E9 in both.
+  for (const auto& [declared, name, text] :
+       {std::array{"ISO-8859-1", "Latin-1", "\xC2\x80 \xC3\xA9"},
+        std::array{"latin1", "Latin-1", "\xC2\x80 \xC3\xA9"},
+        std::array{"windows-1252", "Windows-1252", "\xE2\x82\xAC \xC3\xA9"}}) {
+    const InkRescue result = rescueInkDocument(declaring(declared, "\x80 \xE9"));
+    EXPECT_EQ(result.bytes, declaring("UTF-8", text));
+    ASSERT_TRUE(result.encoding.has_value());
+    EXPECT_EQ(nameOf(*result.encoding), name);
+  }
+  // Without any such byte the plug-in reads it as it is.
+  EXPECT_TRUE(rescueInkDocument(declaring("ISO-8859-1", "e")).sound);
+}
+
+TEST(InkRescue, MendsDamageInUtf16AndSaysWhereItIs) {
+  const std::string sound = declaring("UTF-16", "e");
+  const std::size_t place = sound.find(point(45));
+  std::string damaged = inUtf16(sound, true);
+  damaged.replace(2 * place, 2 * point(45).size(), 2 * point(45).size(), '\x07');
+  const InkRescue result = rescueInkDocument(damaged);
+  ASSERT_EQ(timesOf(result.bytes)[0].size(), 2U);
+  EXPECT_EQ(timesOf(result.bytes)[0][1].size(), 19U);
+  ASSERT_EQ(result.leftOut.size(), 1U);
+  EXPECT_EQ(result.leftOut[0].begin / 2, place);
+  // With the comma behind it.
+  EXPECT_EQ(result.leftOut[0].end / 2, place + point(45).size() + 1);
+}
+
+TEST(InkRescue, GoesOnWhereAByteOfUtf16IsMissing) {
+  for (const bool isLittleEndian : {false, true}) {
+    const std::string sound = declaring("UTF-16", "e");
+    std::string damaged = inUtf16(sound, isLittleEndian);
+    damaged.erase(2 * sound.find(point(45)) + 5, 1);
+    const InkRescue result = rescueInkDocument(damaged);
+    EXPECT_GE(result.pointsKept, 58U);
+    EXPECT_EQ(timesOf(result.bytes)[1], std::vector<Times>{times(80, 99)});
+  }
 }
 
 }  // namespace
