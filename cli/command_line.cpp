@@ -182,6 +182,10 @@ void addRescue(CLI::App& rescue, RescueWords& words) {
   addKind(rescue, words.kind);
   rescue.add_flag("--json", words.json,
                   "print a line of JSON for each FILE, with every stretch that was left out");
+  rescue.add_flag(
+      "--thorough", words.thorough,
+      "mend sound recordings, too, where they look damaged; this may leave out what was "
+      "drawn");
 }
 
 void addInfo(CLI::App& info, InfoWords& words) {

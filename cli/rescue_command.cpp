@@ -28,7 +28,8 @@ class Rescuer {
 
  private:
   bool rescue(const fs::path& file, const fs::path& target) {
-    const Rescued rescued = rescueRecording(file, kindByName(file));
+    const rescue::Mend mend = options_.thorough ? rescue::Mend::doubtful : rescue::Mend::damaged;
+    const Rescued rescued = rescueRecording(file, kindByName(file), mend);
     const bool isWritten = rescued.saved && (!rescued.sound || isPlaceNamed());
     const bool isDone = rescued.saved ? !isWritten || place(file, rescued, target)
                                       : batch_.fail(file, rescued.problem);

@@ -7,7 +7,8 @@
 namespace cli {
 
 struct RescueOptions : BatchOptions {
-  bool json = false;  ///< A line of JSON for each file instead of one to read.
+  bool json = false;      ///< A line of JSON for each file instead of one to read.
+  bool thorough = false;  ///< Sound recordings are mended, too, where they look damaged.
 };
 
 /// `penwick rescue`: for each damaged recording a mended one of the same kind. Before it is put in

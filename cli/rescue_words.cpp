@@ -11,6 +11,7 @@ ExitStatus run(const RescueWords& words) {
   take(words, options);
   options.outputs.keepsEndings = true;
   options.json = words.json;
+  options.thorough = words.thorough;
   if (words.folder.empty()) options.outputs.mark = ".rescued";
   if (const std::string wrong = wrongOutputs(words); !wrong.empty()) return wrongUsage(wrong);
   if (words.json && words.output == "-") {

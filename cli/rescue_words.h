@@ -9,6 +9,7 @@ namespace cli {
 /// The words of `penwick rescue` as they were given.
 struct RescueWords : OutputWords {
   bool json = false;
+  bool thorough = false;
 };
 
 /// Mends the files, or reports what is wrong with the words.

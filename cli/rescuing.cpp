@@ -85,8 +85,8 @@ std::string explainNothingSaved(const fs::path& file, std::string_view bytes) {
   return kNoPoints;
 }
 
-void rescuePen(const fs::path& file, std::string_view bytes, Rescued& result) {
-  rescue::PenRescue pen = rescue::rescuePenRecording(bytes);
+void rescuePen(const fs::path& file, std::string_view bytes, rescue::Mend mend, Rescued& result) {
+  rescue::PenRescue pen = rescue::rescuePenRecording(bytes, mend);
   result.repairs = repairsOf(pen);
   static_cast<rescue::Rescued&>(result) = std::move(pen);
   if (!result.saved) result.problem = explainNothingSaved(file, bytes);
@@ -97,8 +97,8 @@ std::string explainNothingSaved(const fs::path& file) {
   return recording.complete() ? kNoPoints : recording.explainFailure();
 }
 
-void rescueInk(const fs::path& file, std::string_view bytes, Rescued& result) {
-  rescue::InkRescue ink = rescue::rescueInkDocument(bytes);
+void rescueInk(const fs::path& file, std::string_view bytes, rescue::Mend mend, Rescued& result) {
+  rescue::InkRescue ink = rescue::rescueInkDocument(bytes, mend);
   result.repairs = repairsOf(ink);
   static_cast<rescue::Rescued&>(result) = std::move(ink);
   if (!result.sound && result.pointsKept == 0) {
@@ -146,16 +146,16 @@ std::vector<rescue::Stretch> merged(const std::vector<rescue::Stretch>& stretche
 
 }  // namespace
 
-Rescued rescueRecording(const fs::path& file, FileKind kind) {
+Rescued rescueRecording(const fs::path& file, FileKind kind, rescue::Mend mend) {
   Rescued result;
   result.kind = kind;
   const FileBytes all = readAll(file);
   if (!all.problem.empty()) {
     result.problem = all.problem;
   } else if (kind == FileKind::inkml) {
-    rescueInk(file, all.bytes, result);
+    rescueInk(file, all.bytes, mend, result);
   } else {
-    rescuePen(file, all.bytes, result);
+    rescuePen(file, all.bytes, mend, result);
   }
   return result;
 }

@@ -26,7 +26,8 @@ struct Rescued : rescue::Rescued {
 };
 
 /// Reads a file and saves what can be saved of it.
-Rescued rescueRecording(const std::filesystem::path& file, FileKind kind);
+Rescued rescueRecording(const std::filesystem::path& file, FileKind kind,
+                        rescue::Mend mend = rescue::Mend::damaged);
 
 /// What was kept and lost and where, such as "3 of about 5 points kept, 1 stretch left out (bytes
 /// 10-22)".

@@ -125,9 +125,13 @@ size_t countPoints(const Orvo::Document& document) {
   return points;
 }
 
-InkRescue rescueUtf8(string_view document) {
+InkRescue rescueUtf8(string_view document, Mend mend) {
   const Orvo::InkReading reading = Orvo::readInk(document);
   if (!isSound(reading.report)) return Rescue(document).run();
+  if (mend == Mend::doubtful) {
+    InkRescue mended = Rescue(document).run();
+    if (mended.saved && mended.bytes != document) return mended;
+  }
   InkRescue result;
   result.sound = result.saved = true;
   result.bytes = document;
@@ -135,9 +139,9 @@ InkRescue rescueUtf8(string_view document) {
   return result;
 }
 
-InkRescue rescueConverted(string_view document, InkEncoding encoding) {
+InkRescue rescueConverted(string_view document, InkEncoding encoding, Mend mend) {
   const Utf8Copy copy(document, encoding);
-  InkRescue result = rescueUtf8(copy.text());
+  InkRescue result = rescueUtf8(copy.text(), mend);
   result.sound = false;
   result.encoding = encoding;
   std::vector<size_t*> offsets;
@@ -153,9 +157,9 @@ bool isSoundInkDocument(string_view document) {
   return isSound(Orvo::readInk(document).report);
 }
 
-InkRescue rescueInkDocument(string_view document) {
+InkRescue rescueInkDocument(string_view document, Mend mend) {
   const std::optional<InkEncoding> encoding = encodingOf(document);
-  return encoding ? rescueConverted(document, *encoding) : rescueUtf8(document);
+  return encoding ? rescueConverted(document, *encoding, mend) : rescueUtf8(document, mend);
 }
 
 }  // namespace rescue

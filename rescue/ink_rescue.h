@@ -26,8 +26,10 @@ struct InkRescue : Rescued {
 
 /// Mends an ink document, damaged or not. Takes any bytes; the time grows with their number, the
 /// memory too (some fifteen times the document). Whole traces are kept byte for byte and in order.
-/// Throws nothing but `std::bad_alloc`.
-InkRescue rescueInkDocument(std::string_view document);
+/// A sound document comes back as it came, except where `mend` is `doubtful`: then runs that stand
+/// there twice, leaps, and times that run backwards are taken for damage. Throws nothing but
+/// `std::bad_alloc`.
+InkRescue rescueInkDocument(std::string_view document, Mend mend = Mend::damaged);
 
 /// Whether the plug-in reads the document whole, without a warning.
 bool isSoundInkDocument(std::string_view document);

@@ -255,17 +255,20 @@ bool isSoundPenRecording(string_view recording) {
   return true;
 }
 
-PenRescue rescuePenRecording(string_view recording) {
-  if (isSoundPenRecording(recording) && !turnedIntoQuestionMarks(recording)) {
-    PenRescue result;
-    result.sound = true;
-    result.saved = true;
-    result.bytes = recording;
-    result.pointsKept = countPoints(PenBytes(recording));
-    result.pointsAbout = result.pointsKept;
-    return result;
+PenRescue rescuePenRecording(string_view recording, Mend mend) {
+  const bool isSound = isSoundPenRecording(recording) && !turnedIntoQuestionMarks(recording);
+  if (!isSound) return Rescue(recording).run();
+  if (mend == Mend::doubtful) {
+    PenRescue mended = Rescue(recording).run();
+    if (mended.saved && mended.bytes != recording) return mended;
   }
-  return Rescue(recording).run();
+  PenRescue result;
+  result.sound = true;
+  result.saved = true;
+  result.bytes = recording;
+  result.pointsKept = countPoints(PenBytes(recording));
+  result.pointsAbout = result.pointsKept;
+  return result;
 }
 
 }  // namespace rescue

@@ -29,8 +29,10 @@ struct PenRescue : Rescued {
 /// Mends a pen recording, damaged or not. Takes any bytes; the time grows with their number, the
 /// memory too (a few times the recording). Sound packets are kept byte for byte and in order. A
 /// sound recording comes back as it came, whatever it holds, except where a transfer as text turned
-/// its bytes from 80 up into "?". Throws nothing but `std::bad_alloc`.
-PenRescue rescuePenRecording(std::string_view recording);
+/// its bytes from 80 up into "?", or where `mend` is `doubtful`: then leaps, runs that stand there
+/// twice, and unknown packets that hide others are taken for damage. Throws nothing but
+/// `std::bad_alloc`.
+PenRescue rescuePenRecording(std::string_view recording, Mend mend = Mend::damaged);
 
 /// Whether the parser reads the recording to its end, every packet is whole and none has the length
 /// 0, as zero bytes have. What the packets hold does not matter.

@@ -22,6 +22,12 @@ enum class LeftOut : std::uint8_t {
 /// A sentence part that says it, such as "cannot be read".
 std::string_view explain(LeftOut reason);
 
+/// Which files are mended.
+enum class Mend : std::uint8_t {
+  damaged,   ///< Those that are not sound.
+  doubtful,  ///< Sound ones, too, where they look damaged.
+};
+
 /// Bytes of the damaged file, counted from its start: from `begin` up to, but not including, `end`.
 struct Stretch {
   std::size_t begin = 0;

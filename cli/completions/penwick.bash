@@ -44,7 +44,7 @@ _penwick() {
                      --journal --no-built-in-library --module --log-dir --verbose --rescue" ;;
     convert) options+=" --force --exact --rescue" ;;
     ink) options+=" --force --rescue" ;;
-    rescue) options+=" --force --json" ;;
+    rescue) options+=" --force --json --thorough" ;;
     sheet) options+=" --force --title" ;;
     info | packets) options+=" --json" ;;
     check) options+=" --quiet" ;;

@@ -45,5 +45,6 @@ complete -c penwick -n '__fish_seen_subcommand_from open' -l log-dir -x -a '(__f
 complete -c penwick -n '__fish_seen_subcommand_from open' -s v -l verbose -d 'show what was printed and skipped'
 complete -c penwick -n '__fish_seen_subcommand_from open ink convert' -l rescue -d 'read what can be saved'
 complete -c penwick -n '__fish_seen_subcommand_from rescue info' -l json -d 'a line of JSON for each file'
+complete -c penwick -n '__fish_seen_subcommand_from rescue' -l thorough -d 'mend what looks damaged, too'
 complete -c penwick -n '__fish_seen_subcommand_from packets' -l json -d 'a line of JSON for each packet'
 complete -c penwick -n '__fish_seen_subcommand_from sheet' -l title -x -d 'heading'

@@ -48,6 +48,31 @@ class RescueTest(CommandTest):
         self.assert_done("open", name, "-o", "drawn.svg")
 
 
+class ASoundRecordingThatLooksDamaged(RescueTest):
+    # Point 20, at byte 138, is more than 1 m away from its neighbours.
+    LEAPING = SOUND[:138] + coordinate(31000, 2060) + SOUND[144:]
+
+    def setUp(self):
+        super().setUp()
+        self.file("a.pnx", self.LEAPING)
+
+    def test_is_left_as_it_is(self):
+        self.assert_done("rescue", "a.pnx")
+        self.assertEqual(self.out, "a.pnx: sound, 40 points, nothing to mend\n")
+
+    def test_is_mended_where_that_is_asked_for(self):
+        self.assert_done("rescue", "--thorough", "a.pnx")
+        self.assertEqual(self.out, "a.pnx: 39 of about 40 points kept, 1 stretch left out (bytes 138-143) "
+                                   "-> a.rescued.pnx\n")
+        self.assertEqual(self.read("a.rescued.pnx"), without(20))
+        self.assertEqual(self.read("a.pnx"), self.LEAPING)
+
+    def test_that_does_not_look_so_is_left_as_it_is_all_the_same(self):
+        self.file("b.pnx", SOUND)
+        self.assert_done("rescue", "--thorough", "b.pnx")
+        self.assertEqual(self.out, "b.pnx: sound, 40 points, nothing to mend\n")
+
+
 class OneDamagedRecording(RescueTest):
     def test_is_mended_beside_the_work_and_said_in_one_line(self):
         self.file("deep/a.pnx", DAMAGED)

@@ -158,7 +158,7 @@ Outcome judge(const Damaged& file, const std::vector<Drawn>& mended,
 }
 
 Outcome rescueAndJudge(const Subject& subject, const Damaged& file, string_view sound,
-                       string_view other) {
+                       string_view other, rescue::Mend mend) {
   std::vector<Drawn> drawn = subject.pointsOf(sound);
   const size_t strokes = drawn.empty() ? 0 : drawn.back().stroke;
   for (Drawn point : subject.pointsOf(other)) {
@@ -166,7 +166,7 @@ Outcome rescueAndJudge(const Subject& subject, const Damaged& file, string_view 
     point.stroke += strokes;
     drawn.push_back(point);
   }
-  const Rescued rescued = subject.rescue(file.bytes);
+  const Rescued rescued = subject.rescue(file.bytes, mend);
   Outcome outcome = judge(file, subject.pointsOf(rescued.bytes), drawn);
   outcome.asItWas = rescued.sound;
   outcome.opens = rescued.saved ? subject.opensWhole(rescued.bytes) : outcome.reachable == 0;
@@ -211,7 +211,7 @@ double Figures::part(bool Outcome::*holds) const {
 }
 
 std::vector<Figures> measure(const Subject& subject, std::span<const std::string> files,
-                             size_t times, std::uint64_t seed) {
+                             size_t times, std::uint64_t seed, rescue::Mend mend) {
   std::vector<Figures> all;
   damage::Random random(seed);
   for (const damage::Kind& kind : damage::allKinds()) {
@@ -221,7 +221,8 @@ std::vector<Figures> measure(const Subject& subject, std::span<const std::string
         const std::string& other = files[(i + 1 + time) % files.size()];
         const Damaged file = kind.apply(files[i], other, random);
         figures.add(rescueAndJudge(subject, file, files[i],
-                                   kind.name == "two recordings joined" ? string_view(other) : ""));
+                                   kind.name == "two recordings joined" ? string_view(other) : "",
+                                   mend));
       }
     }
     all.push_back(figures);

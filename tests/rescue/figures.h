@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "rescue/rescued.h"
 #include "tests/rescue/damage.h"
 
 namespace figures {
@@ -32,7 +33,7 @@ struct Rescued {
 /// A kind of files that can be rescued.
 struct Subject {
   std::vector<Drawn> (*pointsOf)(std::string_view file);
-  Rescued (*rescue)(std::string_view file);
+  Rescued (*rescue)(std::string_view file, rescue::Mend mend);
   bool (*opensWhole)(const std::string& file);
 };
 
@@ -63,7 +64,7 @@ Outcome judge(const damage::Damaged& file, const std::vector<Drawn>& mended,
 
 /// Rescues `file` and judges the result. The sound file is `sound`, with `other` behind it.
 Outcome rescueAndJudge(const Subject& subject, const damage::Damaged& file, std::string_view sound,
-                       std::string_view other);
+                       std::string_view other, rescue::Mend mend = rescue::Mend::damaged);
 
 /// The outcomes of many damages of one kind.
 class Figures {
@@ -85,6 +86,7 @@ class Figures {
 /// The figures of every kind of damage, in the order of `damage::allKinds`, each done `times` times
 /// to each file.
 std::vector<Figures> measure(const Subject& subject, std::span<const std::string> files,
-                             std::size_t times, std::uint64_t seed);
+                             std::size_t times, std::uint64_t seed,
+                             rescue::Mend mend = rescue::Mend::damaged);
 
 }  // namespace figures

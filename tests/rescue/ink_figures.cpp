@@ -46,8 +46,8 @@ std::vector<Drawn> pointsOf(string_view document) {
   return points;
 }
 
-Rescued rescue(string_view document) {
-  rescue::InkRescue result = rescue::rescueInkDocument(document);
+Rescued rescue(string_view document, rescue::Mend mend) {
+  rescue::InkRescue result = rescue::rescueInkDocument(document, mend);
   return {std::move(result.bytes), result.sound, result.saved};
 }
 

@@ -54,9 +54,9 @@ std::vector<Drawn> pointsOf(string_view recording) {
   return points;
 }
 
-Rescued rescue(string_view recording) {
+Rescued rescue(string_view recording, rescue::Mend mend) {
   Orvo::Logger::silence();
-  rescue::PenRescue result = rescue::rescuePenRecording(recording);
+  rescue::PenRescue result = rescue::rescuePenRecording(recording, mend);
   return {std::move(result.bytes), result.sound, result.saved};
 }
 

@@ -1,8 +1,8 @@
 // Prints how much of damaged pen recordings, or ink documents, is saved, kind by kind, as the
 // tables in docs/rescue.md: first of the damages that show, then of all, those included that leave
-// a file sound.
+// a file sound. With --thorough sound files are mended, too, where they look damaged.
 //
-//     rescue_figures [--ink] [--seed N] [--times N] FILE...
+//     rescue_figures [--ink] [--thorough] [--seed N] [--times N] FILE...
 
 #include <cstdio>
 #include <cstdlib>
@@ -49,6 +49,7 @@ void printLine(std::string_view name, const Figures& kind) {
 int main(int argc, char** argv) {
   std::uint64_t seed = 1;
   std::size_t times = 10;
+  rescue::Mend mend = rescue::Mend::damaged;
   const figures::Subject* subject = &figures::penRecordings();
   std::vector<std::string> files;
   for (int i = 1; i < argc; ++i) {
@@ -56,6 +57,10 @@ int main(int argc, char** argv) {
     if ((argument == "--seed" || argument == "--times") && i + 1 < argc) {
       const std::uint64_t number = std::strtoull(argv[++i], nullptr, 10);
       (argument == "--seed" ? seed : times) = number;
+      continue;
+    }
+    if (argument == "--thorough") {
+      mend = rescue::Mend::doubtful;
       continue;
     }
     if (argument == "--ink") {
@@ -70,7 +75,8 @@ int main(int argc, char** argv) {
     files.emplace_back(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
   }
   if (files.empty()) {
-    std::fputs("usage: rescue_figures [--ink] [--seed N] [--times N] FILE...\n", stderr);
+    std::fputs("usage: rescue_figures [--ink] [--thorough] [--seed N] [--times N] FILE...\n",
+               stderr);
     return 2;
   }
   std::printf("seed %llu, each kind %zu times for each of %zu files\n\n",
@@ -78,7 +84,7 @@ int main(int argc, char** argv) {
   std::puts(
       "| damage | still sound % | median % | worst twentieth % | made up / 100 | far / 100 | "
       "false joins / 100 | page grows / 1000 | opens % |\n|---|---|---|---|---|---|---|---|---|");
-  const std::vector<Figures> kinds = figures::measure(*subject, files, times, seed);
+  const std::vector<Figures> kinds = figures::measure(*subject, files, times, seed, mend);
   Figures all;
   for (std::size_t i = 0; i < kinds.size(); ++i) {
     printLine(damage::allKinds()[i].name, kinds[i]);
