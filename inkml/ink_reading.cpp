@@ -39,7 +39,10 @@ bool hasLine(FileRefusal refusal) {
 }
 
 InkReading nothingRead() {
-  return {std::make_unique<Document>(), std::make_unique<InkMLDefinitions>(), {}};
+  InkReading reading;
+  reading.document = std::make_unique<Document>();
+  reading.definitions = std::make_unique<InkMLDefinitions>();
+  return reading;
 }
 
 bool isLoaded(const TiXmlDocument& xml, InkReport& report) {

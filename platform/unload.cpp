@@ -5,7 +5,9 @@
 #else
 #include <cxxabi.h>
 
-extern "C" [[gnu::visibility("hidden")]] void* __dso_handle;  // The linker's mark of this module.
+// The linker's mark of this module, under the linker's name for it.
+extern "C"
+    [[gnu::visibility("hidden")]] void* __dso_handle;  // NOLINT(bugprone-reserved-identifier)
 #endif
 
 namespace platform {

@@ -22,6 +22,17 @@ void throwPlainIfFailed(AIErr code) {
   if (code != kNoErr) throw code;  // NOLINT: a plain integer is what is thrown here
 }
 
+// For each layer the host is asked for the number of layers, although nothing uses it.
+void countHostLayers() {
+  std::int32_t count = 0;
+  call(&AILayerSuite::CountLayers, &count);
+}
+
+void drawInto(AILayerHandle layer) {
+  call(&AILayerSuite::SetCurrentLayer, layer);
+  ai::throwIfFailed(call(&AILayerSuite::SetLayerEditable, layer, AIBoolean{1}));
+}
+
 AIArtHandle newPath(AILayerHandle layer) {
   AIArtHandle group = nullptr;
   AIArtHandle path = nullptr;
@@ -90,34 +101,29 @@ void kvoexportfileplugin::takeBounds(const Orvo::Document& ink) {
 }
 
 void kvoexportfileplugin::setupPage() {
-  const AIErr result = setupCalls.get(documentSetup);
+  const AIErr result = setupCalls_.get(documentSetup);
   documentSetup.width = inkWidth * kInkToPoints;
   documentSetup.height = inkHeight * kInkToPoints;
   ai::throwIfFailed(result);
   const AIRealPoint origin{0, 0};
   ai::throwIfFailed(call(&AIDocumentSuite::SetDocumentRulerOrigin, &origin));
-  ai::throwIfFailed(setupCalls.set(documentSetup));
+  ai::throwIfFailed(setupCalls_.set(documentSetup));
 }
 
-// The only layer of a new document, which takes the first ink layer. Here and for a new layer the
-// host is asked for the number of layers, although nothing uses it.
+// The only layer of a new document, which takes the first ink layer.
 AILayerHandle kvoexportfileplugin::firstHostLayer() {
-  std::int32_t count = 0;
   AILayerHandle layer = nullptr;
-  call(&AILayerSuite::CountLayers, &count);
+  countHostLayers();
   call(&AILayerSuite::GetFirstLayer, &layer);
-  call(&AILayerSuite::SetCurrentLayer, layer);
-  ai::throwIfFailed(call(&AILayerSuite::SetLayerEditable, layer, AIBoolean{1}));
+  drawInto(layer);
   return layer;
 }
 
 AILayerHandle kvoexportfileplugin::newHostLayer() {
-  std::int32_t count = 0;
   AILayerHandle layer = nullptr;
-  call(&AILayerSuite::CountLayers, &count);
+  countHostLayers();
   ai::throwIfFailed(call(&AILayerSuite::InsertLayer, nullptr, kPlaceAboveAll, &layer));
-  call(&AILayerSuite::SetCurrentLayer, layer);
-  ai::throwIfFailed(call(&AILayerSuite::SetLayerEditable, layer, AIBoolean{1}));
+  drawInto(layer);
   return layer;
 }
 
@@ -132,11 +138,11 @@ void kvoexportfileplugin::buildStrokePath(const Orvo::Stroke& stroke, AILayerHan
   fillSegments(stroke, map);
   throwPlainIfFailed(call(&AIPathSuite::SetPathSegmentCount, path, segmentCount));
   throwPlainIfFailed(
-      call(&AIPathSuite::SetPathSegments, path, std::int16_t{0}, segmentCount, segments.data()));
+      call(&AIPathSuite::SetPathSegments, path, std::int16_t{0}, segmentCount, segments_.data()));
   throwPlainIfFailed(call(&AIPathSuite::SetPathClosed, path, AIBoolean{0}));
 
   const AIErr result =
-      call(&AITabletDataSuite::SetTabletData, path, profiles.data(), pointCount, kTabletPressure);
+      call(&AITabletDataSuite::SetTabletData, path, profiles_.data(), pointCount, kTabletPressure);
   if (result != kNoErr) platform::debugOutput(L"SetTabletData failed ");
   throwPlainIfFailed(result);
 }
@@ -148,25 +154,25 @@ void kvoexportfileplugin::buildStrokePath(const Orvo::Stroke& stroke, AILayerHan
 void kvoexportfileplugin::fillSegments(const Orvo::Stroke& stroke, const PageMap& map) {
   const std::size_t count = stroke.size();
   const auto steps = static_cast<float>(count - 1);
-  segments.resize(count);
-  profiles.resize(count);
+  segments_.resize(count);
+  profiles_.resize(count);
 
   std::size_t i = 0;
   std::uint32_t lastPressure = 0;
   for (const Orvo::Point& point : stroke) {
     const AIRealPoint anchor = map(point);
-    if (i > 0) segments[i - 1].out = anchor;
+    if (i > 0) segments_[i - 1].out = anchor;
     if (i + 1 == count) break;
-    segments[i] = {.p = anchor, .in = i > 0 ? segments[i - 1].p : anchor, .out = {}, .corner = 0};
-    profiles[i] = {.offset = static_cast<float>(i) / steps,
-                   .value = static_cast<float>(point.pressure.value * kPressureScale)};
+    segments_[i] = {.p = anchor, .in = i > 0 ? segments_[i - 1].p : anchor, .out = {}, .corner = 0};
+    profiles_[i] = {.offset = static_cast<float>(i) / steps,
+                    .value = static_cast<float>(point.pressure.value * kPressureScale)};
     lastPressure = point.pressure.value;
     ++i;
   }
 
-  const AIRealPoint anchor = segments[i - 1].p;
-  segments[i] = {.p = anchor, .in = anchor, .out = anchor, .corner = 0};
-  profiles[i] = {.offset = 1.0F, .value = static_cast<float>(lastPressure >> 10)};
+  const AIRealPoint anchor = segments_[i - 1].p;
+  segments_[i] = {.p = anchor, .in = anchor, .out = anchor, .corner = 0};
+  profiles_[i] = {.offset = 1.0F, .value = static_cast<float>(lastPressure >> 10)};
 }
 
 // Every object of every layer gets the style, including what was there before. The result is the

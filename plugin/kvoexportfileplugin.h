@@ -16,6 +16,8 @@
 #include "plugin/page_map.h"
 #include "plugin/plugin.h"
 
+// The class and its fields bear the names that the system gives them.
+// NOLINTBEGIN(readability-identifier-naming)
 class kvoexportfileplugin : public Plugin {
  public:
   explicit kvoexportfileplugin(hostapi::SPPluginRef self);
@@ -60,9 +62,10 @@ class kvoexportfileplugin : public Plugin {
   float inkWidth = 0;  ///< ink units
   float inkHeight = 0;
   Orvo::BoundingBox inkBounds;
-  DocumentSetupCalls setupCalls;
+  DocumentSetupCalls setupCalls_;
 
   // One path's arrays, kept for the next.
-  std::vector<hostapi::AIPathSegment> segments;
-  std::vector<hostapi::AITabletProfile> profiles;
+  std::vector<hostapi::AIPathSegment> segments_;
+  std::vector<hostapi::AITabletProfile> profiles_;
 };
+// NOLINTEND(readability-identifier-naming)

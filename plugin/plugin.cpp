@@ -92,7 +92,7 @@ const Plugin::MessageRow Plugin::kMessages[] = {
 
 std::int64_t (*Plugin::clock)() = [] { return static_cast<std::int64_t>(std::time(nullptr)); };
 
-Plugin::Plugin(SPPluginRef self_) : self(self_) {}
+Plugin::Plugin(SPPluginRef ownReference) : self(ownReference) {}
 
 SPErr Plugin::message(std::string_view caller, std::string_view selector, void* record) {
   for (const MessageRow& row : kMessages) {

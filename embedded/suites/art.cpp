@@ -37,7 +37,8 @@ Place besides(ArtNode& reference, bool above) {
 }
 
 // Where an object goes by its order. "Above all" and "below all" refer to the current layer; the
-// other orders need a reference: "inside" a group, "above" and "below" an object in a group.
+// other orders need a reference: "inside" a group, "above" and "below" an object in a group. Where
+// the result is an error, the place has no parent.
 AIErr findPlace(Call& call, ArtNode* reference, std::int16_t order, Place& place) {
   ArtNode* all = call.host.documents.current()->currentLayer->group;
   switch (order) {
@@ -78,9 +79,10 @@ AIErr makeArt(Call& call, std::int16_t type, std::int16_t order, AIArtHandle han
   ArtNode* reference = documents.find(handle);
   if (handle != nullptr && reference == nullptr) return call.badHandle("reference", handle);
   if (documents.current() == nullptr) return kNoDocumentErr;
-  Place place;
   if (const AIErr code = checkType(type); code != kNoErr) return code;
-  if (const AIErr code = findPlace(call, reference, order, place); code != kNoErr) return code;
+  Place place;
+  const AIErr code = findPlace(call, reference, order, place);
+  if (place.parent == nullptr) return code;
   const LayerNode& layer = *place.parent->layer;
   if (!layer.editable || !layer.visible) return kUntouchableLayerErr;
   if (depthOf(*place.parent) + 1 >= kDeepestGroup) return kTooDeepErr;

@@ -1,6 +1,8 @@
 #include <cmath>
 #include <gmock/gmock.h>
 
+#include "hostapi/ai_layer_suite.h"
+#include "tests/plugin/changed_suite.h"
 #include "tests/plugin/plugin_in_host.h"
 #include "tests/support/host/host_with_faults.h"
 
@@ -357,6 +359,23 @@ TEST(ArtBuilder, PrintsForTheDebuggerWhenTabletDataOrStylesFail) {
     plugin->start();
     EXPECT_THAT(plugin.debuggerTextOfOpening(oneStroke()), testing::EndsWith(text));
   }
+}
+
+// A host may look at what is there before it answers.
+TEST(ArtBuilder, GivesTheHostZeroToCountLayersInto) {
+  static std::vector<std::int32_t> before;
+  before.clear();
+  PluginInHost plugin;
+  plugin->start();
+  ChangedSuite<hostapi::AILayerSuite> layers;
+  layers->CountLayers = [](std::int32_t* count) {
+    before.push_back(*count);
+    return hostapi::kNoErr;
+  };
+  PenFileBuilder recording;
+  recording.descriptor().status(1).coordinate(1, 1).status(0x81).status(1).coordinate(9, 9);
+  EXPECT_EQ(plugin.open(recording).code("AI Go"), 0);
+  EXPECT_THAT(before, testing::AllOf(testing::SizeIs(testing::Gt(1U)), testing::Each(0)));
 }
 
 }  // namespace
