@@ -296,9 +296,9 @@ class Reader {
 
   size_t readBrush(size_t begin) {
     const Block block = blockAt(begin, "brush", [](string_view name) {
-      constexpr string_view others[] = {"ink",     "definitions", "traceFormat", "brush",
-                                        "context", "annotation",  "tracegroup",  "trace"};
-      return std::find(std::begin(others), std::end(others), name) == std::end(others);
+      constexpr string_view kOthers[] = {"ink",     "definitions", "traceFormat", "brush",
+                                         "context", "annotation",  "tracegroup",  "trace"};
+      return std::find(std::begin(kOthers), std::end(kOthers), name) == std::end(kOthers);
     });
     take(begin, block.end, false);
     InkDefinition brush;
@@ -374,9 +374,9 @@ class ById {
 
   // The only id that may be this one, damaged; empty where there is none.
   std::string damagedFormOf(string_view id) const {
-    constexpr size_t most = 64;
+    constexpr size_t kMost = 64;
     std::string best;
-    if (ids_.size() > most) return best;
+    if (ids_.size() > kMost) return best;
     for (const std::string& other : ids_) {
       if (!isDamagedForm(other, id)) continue;
       if (!best.empty()) return {};

@@ -14,16 +14,16 @@ using std::string_view;
 std::vector<bool> suspects(std::span<const InkPoint> points, std::span<const InkRegion> regions,
                            const InkHabits& habits) {
   std::vector<bool> isSuspect(points.size());
-  constexpr size_t reach = 3;
+  constexpr size_t kReach = 3;
   bool isWhole = true;
   for (const InkRegion& region : regions) {
     // What is wrong at the end of a stretch may go on in the next.
-    size_t left = isWhole ? 0 : reach;
+    size_t left = isWhole ? 0 : kReach;
     if (region.firstPoint < region.lastPoint || !region.isWhole) isWhole = region.isWhole;
     for (size_t i = region.firstPoint; i < region.lastPoint; ++i) {
       const bool isFirst = i == region.firstPoint;
-      if (points[i].followsGap || !points[i].isSureAtStart) left = reach;
-      if (!isFirst && !habits.clockAgrees(points[i - 1], points[i])) left = reach;
+      if (points[i].followsGap || !points[i].isSureAtStart) left = kReach;
+      if (!isFirst && !habits.clockAgrees(points[i - 1], points[i])) left = kReach;
       isSuspect[i] = left > 0;
       if (left > 0) --left;
     }
@@ -80,18 +80,18 @@ std::vector<DoubledBytes> doubledPoints(string_view bytes, std::span<const InkPo
 }
 
 std::vector<DoubledBytes> doubledBytesAt(string_view bytes, std::span<const size_t> places) {
-  constexpr size_t shortest = 8;
-  constexpr size_t longest = 64;
-  constexpr size_t reach = 80;
-  constexpr size_t mostPlaces = 100;
+  constexpr size_t kShortest = 8;
+  constexpr size_t kLongest = 64;
+  constexpr size_t kReach = 80;
+  constexpr size_t kMostPlaces = 100;
   std::vector<DoubledBytes> runs;
-  if (places.size() > mostPlaces) return runs;
+  if (places.size() > kMostPlaces) return runs;
   size_t done = 0;
   for (const size_t place : places) {
-    const size_t from = std::max(done, place > reach ? place - reach : 0);
-    const size_t to = std::min(bytes.size(), place + reach);
+    const size_t from = std::max(done, place > kReach ? place - kReach : 0);
+    const size_t to = std::min(bytes.size(), place + kReach);
     DoubledBytes found{0, 0};
-    for (size_t length = longest; length >= shortest && found.end == 0; --length) {
+    for (size_t length = kLongest; length >= kShortest && found.end == 0; --length) {
       size_t equal = 0;
       for (size_t i = from; i + length < to && found.end == 0; ++i) {
         equal = bytes[i] == bytes[i + length] ? equal + 1 : 0;

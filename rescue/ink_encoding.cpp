@@ -37,10 +37,10 @@ class Decoder {
   Character at(size_t place) const {
     if (isUtf16(encoding_)) return pairAt(place);
     const char32_t code = byteAt(place);
-    constexpr char32_t first = 0x80;
-    const bool isWindows = encoding_ == InkEncoding::windows1252 && code >= first &&
-                           code < first + kWindowsCharacters.size();
-    return {isWindows ? kWindowsCharacters[code - first] : code, 1};
+    constexpr char32_t kFirst = 0x80;
+    const bool isWindows = encoding_ == InkEncoding::windows1252 && code >= kFirst &&
+                           code < kFirst + kWindowsCharacters.size();
+    return {isWindows ? kWindowsCharacters[code - kFirst] : code, 1};
   }
 
  private:
@@ -58,12 +58,12 @@ class Decoder {
     if (!hasUnit(place) || isShiftedAt(place)) return {text::kReplacementCharacter, 1};
     const char32_t unit = unitAt(place);
     if (!text::isSurrogate(unit)) return {unit, 2};
-    constexpr char32_t firstLow = 0xDC00;
-    constexpr char32_t firstHigh = 0xD800;
-    if (unit < firstLow && hasUnit(place + 2)) {
+    constexpr char32_t kFirstLow = 0xDC00;
+    constexpr char32_t kFirstHigh = 0xD800;
+    if (unit < kFirstLow && hasUnit(place + 2)) {
       const char32_t low = unitAt(place + 2);
-      if (text::isSurrogate(low) && low >= firstLow) {
-        return {0x10000 + ((unit - firstHigh) << 10U) + (low - firstLow), 4};
+      if (text::isSurrogate(low) && low >= kFirstLow) {
+        return {0x10000 + ((unit - kFirstHigh) << 10U) + (low - kFirstLow), 4};
       }
     }
     return {text::kReplacementCharacter, 2};
@@ -72,10 +72,10 @@ class Decoder {
   // Whether the units from here on are ASCII with their two bytes swapped, since one is missing
   // before them. A row of one character such as U+3000 is more likely that.
   bool isShiftedAt(size_t place) const {
-    constexpr size_t units = 6;
-    if (!hasUnit(place + 2 * (units - 1))) return false;
+    constexpr size_t kUnits = 6;
+    if (!hasUnit(place + 2 * (kUnits - 1))) return false;
     bool areAlike = true;
-    for (size_t i = 0; i < units; ++i) {
+    for (size_t i = 0; i < kUnits; ++i) {
       const char32_t unit = unitAt(place + 2 * i);
       if ((unit & 0xFFU) != 0 || unit == 0 || unit >= 0x8000) return false;
       areAlike = areAlike && unit == unitAt(place);
@@ -94,10 +94,10 @@ struct DeclaredName {
 };
 
 DeclaredName declaredNameIn(string_view text) {
-  constexpr size_t longest = 400;
-  const size_t start = text.substr(0, longest).find("<?xml");
+  constexpr size_t kLongest = 400;
+  const size_t start = text.substr(0, kLongest).find("<?xml");
   if (start == text.npos) return {};
-  const string_view upToEnd = text.substr(0, std::min(text.find("?>", start), start + longest));
+  const string_view upToEnd = text.substr(0, std::min(text.find("?>", start), start + kLongest));
   const size_t attribute = upToEnd.find("encoding", start);
   if (attribute == upToEnd.npos) return {};
   const size_t quote = upToEnd.find_first_of("\"'", attribute);
@@ -119,12 +119,12 @@ std::optional<InkEncoding> declaredEncoding(string_view document) {
 // Nearly every second byte of an ink document in UTF-16 is zero; damage zeroes both alike. A byte
 // that is missing turns the order round from there on, so the first part that shows it counts.
 std::optional<InkEncoding> utf16Of(string_view document) {
-  constexpr size_t partSize = 64;
+  constexpr size_t kPartSize = 64;
   size_t parts = 0;
   size_t found = 0;
   std::optional<InkEncoding> first;
-  for (size_t begin = 0; begin < document.size(); begin += partSize, ++parts) {
-    const string_view part = document.substr(begin, partSize);
+  for (size_t begin = 0; begin < document.size(); begin += kPartSize, ++parts) {
+    const string_view part = document.substr(begin, kPartSize);
     std::array<size_t, 2> zeros{};
     for (size_t i = 0; i < part.size(); ++i)
       if (part[i] == '\0') ++zeros[i % 2];
@@ -163,12 +163,12 @@ Utf8Copy::Utf8Copy(string_view document, InkEncoding encoding)
 }
 
 void Utf8Copy::declareUtf8() {
-  constexpr string_view utf8 = "UTF-8";
+  constexpr string_view kUtf8 = "UTF-8";
   const DeclaredName name = declaredNameIn(text_);
-  if (name.length < utf8.size()) return;
-  text_.replace(name.begin, name.length, utf8);
-  changedAt_ = name.begin + utf8.size();
-  shortened_ = name.length - utf8.size();
+  if (name.length < kUtf8.size()) return;
+  text_.replace(name.begin, name.length, kUtf8);
+  changedAt_ = name.begin + kUtf8.size();
+  shortened_ = name.length - kUtf8.size();
 }
 
 void Utf8Copy::toPlaces(std::vector<size_t*> offsets) const {

@@ -200,8 +200,8 @@ PointForm usualForm(string_view bytes, std::span<const InkRegion> regions) {
   const auto most = std::max_element(counts.begin(), counts.end());
   PointForm form;
   if (*most > 0) form.numbers = static_cast<size_t>(most - counts.begin());
-  constexpr size_t usual = 20;
-  form.hasFractions = fractions * usual > *most;
+  constexpr size_t kUsual = 20;
+  form.hasFractions = fractions * kUsual > *most;
   return form;
 }
 

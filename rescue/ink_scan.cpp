@@ -73,8 +73,8 @@ bool readTag(string_view tag, InkPiece& piece) {
       return true;
     }
     const Attribute attribute = readAttribute(tag, next);
-    constexpr size_t mostAttributes = 32;
-    if (next == i || attribute.end == 0 || names.size() == mostAttributes) return false;
+    constexpr size_t kMostAttributes = 32;
+    if (next == i || attribute.end == 0 || names.size() == kMostAttributes) return false;
     if (std::find(names.begin(), names.end(), attribute.name) != names.end()) return false;
     names.push_back(attribute.name);
     i = attribute.end;
@@ -109,9 +109,9 @@ size_t referenceAt(string_view text, size_t i) {
   const bool isHexadecimal = i + 2 < text.size() && text[i + 2] == 'x';
   const size_t begin = i + (isHexadecimal ? 3 : 2);
   unsigned long value = 0;
-  constexpr unsigned long largest = 0x10FFFF;
+  constexpr unsigned long kLargest = 0x10FFFF;
   size_t end = begin;
-  for (; end < text.size() && value <= largest; ++end) {
+  for (; end < text.size() && value <= kLargest; ++end) {
     const char c = text[end];
     if (Orvo::isDigit(c)) {
       value = value * (isHexadecimal ? 16 : 10) + static_cast<unsigned long>(c - '0');
@@ -122,7 +122,7 @@ size_t referenceAt(string_view text, size_t i) {
     }
   }
   const bool isWhole = end > begin && end < text.size() && text[end] == ';';
-  return isWhole && value != 0 && value <= largest ? end + 1 - i : 0;
+  return isWhole && value != 0 && value <= kLargest ? end + 1 - i : 0;
 }
 
 // Calls `keep` with each whole character or reference, and `mend` with each byte that is neither.
@@ -164,8 +164,8 @@ class Scanner {
     const string_view rest = bytes_.substr(begin);
     if (rest.starts_with("<!--")) return commentAt(begin);
     // Tags of this format are short.
-    constexpr size_t longest = 2000;
-    const size_t length = rest.substr(0, longest).find_first_of("<>", 1);
+    constexpr size_t kLongest = 2000;
+    const size_t length = rest.substr(0, kLongest).find_first_of("<>", 1);
     if (length == string_view::npos || rest[length] == '<') return brokenAt(begin);
     const string_view tag = rest.substr(0, length + 1);
     InkPiece piece{Kind::broken, begin, begin + tag.size(), {}, isCleanText(tag.substr(1))};
@@ -190,8 +190,8 @@ class Scanner {
 
   // What is left of a tag ends at its ">", unless points come before that.
   InkPiece brokenAt(size_t begin) const {
-    constexpr size_t longest = 200;
-    const string_view rest = bytes_.substr(begin, longest);
+    constexpr size_t kLongest = 200;
+    const string_view rest = bytes_.substr(begin, kLongest);
     const size_t end = rest.find_first_of("<>,", 1);
     const bool hasEnd = end != string_view::npos && rest[end] == '>';
     return {Kind::broken, begin, begin + (hasEnd ? end + 1 : 1), {}, false};

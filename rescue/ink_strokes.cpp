@@ -75,18 +75,18 @@ class Judge {
   double step(size_t a, size_t b) const { return distance(points_[a], points_[b]); }
 
   bool isNear(size_t a, size_t b) const {
-    constexpr double shortest = 15;
-    constexpr double often = 4;
-    return step(a, b) <= std::max(shortest, often * stepAround(a, b));
+    constexpr double kShortest = 15;
+    constexpr double kOften = 4;
+    return step(a, b) <= std::max(kShortest, kOften * stepAround(a, b));
   }
 
   // Stricter, for points of which a part may be lost.
   bool isClose(size_t a, size_t b) const {
-    constexpr double shortest = 10;
-    constexpr double often = 2.5;
+    constexpr double kShortest = 10;
+    constexpr double kOften = 2.5;
     const double before = a > first_ && isSureStep(a - 1, a) ? step(a - 1, a) : 0;
     const double behind = b + 1 < last_ && isSureStep(b, b + 1) ? step(b, b + 1) : 0;
-    return step(a, b) <= std::max(shortest, often * std::max(before, behind));
+    return step(a, b) <= std::max(kShortest, kOften * std::max(before, behind));
   }
 
   bool clockAgrees(size_t a, size_t b) const { return habits_.clockAgrees(points_[a], points_[b]); }
@@ -142,10 +142,10 @@ class Judge {
   bool isStray(size_t a, size_t b, size_t c) const {
     if (!fates_[a].isKept || !clockAgrees(a, c)) return false;
     if (!clockAgrees(a, b) || !clockAgrees(b, c)) return true;
-    constexpr double shortest = 20;
-    constexpr double often = 8;
+    constexpr double kShortest = 20;
+    constexpr double kOften = 8;
     const double limit =
-        std::max(shortest, often * std::max({step(a, c), stepBefore(a), stepBehind(c)}));
+        std::max(kShortest, kOften * std::max({step(a, c), stepBefore(a), stepBehind(c)}));
     return step(a, b) > limit && step(b, c) > limit;
   }
 
@@ -154,9 +154,9 @@ class Judge {
     if (run.size() < 4) return;
     const size_t last = run.size() - 1;
     const auto isFarther = [](double length, double usual) {
-      constexpr double shortest = 50;
-      constexpr double often = 16;
-      return length > std::max(shortest, often * usual);
+      constexpr double kShortest = 50;
+      constexpr double kOften = 16;
+      return length > std::max(kShortest, kOften * usual);
     };
     if (isFarther(step(run[0], run[1]), stepBehind(run[1]))) fates_[run[0]].isKept = false;
     if (isFarther(step(run[last - 1], run[last]), stepBefore(run[last - 1]))) {

@@ -65,11 +65,11 @@ class References {
 
   // A reference that few traces have and that nearly equals another one is that one, damaged.
   void mergeDamaged() {
-    constexpr size_t mostKinds = 64;
-    if (counts_.size() > mostKinds) return;
+    constexpr size_t kMostKinds = 64;
+    if (counts_.size() > kMostKinds) return;
     for (const auto& [reference, count] : std::map<std::string, size_t>(counts_)) {
-      constexpr size_t few = 2;
-      if (count > few) continue;
+      constexpr size_t kFew = 2;
+      if (count > kFew) continue;
       const std::string known = in_.definitions.contextFor(reference);
       for (const auto& [other, otherCount] : counts_) {
         const bool isMeant = known == reference

@@ -169,8 +169,8 @@ double PenHabits::pressureGain(PenBytes bytes, std::size_t offset, std::size_t p
 }
 
 double PenHabits::timeGain(PenBytes bytes, std::size_t offset, std::size_t previous) const {
-  constexpr unsigned char penTime = 17;
-  const double kindGain = bytes[offset + 2] == penTime ? 7 : -2;
+  constexpr unsigned char kPenTime = 17;
+  const double kindGain = bytes[offset + 2] == kPenTime ? 7 : -2;
   if (previous == kNowhere) return kindGain;
   const double cost =
       costOfStep(bytes.count24(offset + 3) - bytes.count24(previous + 3), timeStep_);

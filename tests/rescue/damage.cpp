@@ -132,13 +132,13 @@ Damaged loseHead(string_view sound, string_view /*other*/, Random& /*random*/) {
 
 // Bytes that are no part of the file: noise, zeros, or text such as a mail program writes.
 Damaged junk(Random& random) {
-  constexpr string_view text =
+  constexpr string_view kText =
       "Content-Type: application/octet-stream\r\nContent-Length: 4711\r\n\r\n";
   Damaged file;
   const size_t length = 1 + random.below(600);
   const size_t sort = random.below(3);
   for (size_t i = 0; i < length; ++i)
-    append(file, sort == 0 ? random.byte() : sort == 1 ? '\0' : text[i % text.size()]);
+    append(file, sort == 0 ? random.byte() : sort == 1 ? '\0' : kText[i % kText.size()]);
   return file;
 }
 

@@ -60,10 +60,10 @@ class RescueFigures : public testing::TestWithParam<Case> {
  protected:
   void SetUp() override {
     RecordProperty("seed", std::to_string(kSeed));
-    constexpr std::size_t times = 5;
+    constexpr std::size_t kTimes = 5;
     std::vector<Figures>& kinds = measured_[GetParam().name];
     if (kinds.empty()) {
-      kinds = figures::measure(GetParam().subject(), GetParam().files(), times, kSeed);
+      kinds = figures::measure(GetParam().subject(), GetParam().files(), kTimes, kSeed);
     }
     kinds_ = &kinds;
     for (const Figures& kind : kinds)

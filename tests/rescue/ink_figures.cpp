@@ -18,12 +18,12 @@ bool opensWhole(const std::string& document) {
 // The points of a trace whose text, from `begin` to `end`, is divided by commas.
 void addPoints(string_view document, size_t begin, size_t end, size_t stroke,
                std::vector<Drawn>& points) {
-  constexpr string_view blanks = " \t\r\n";
+  constexpr string_view kBlanks = " \t\r\n";
   while (begin < end) {
     const size_t comma = std::min(document.find(',', begin), end);
-    const size_t first = document.find_first_not_of(blanks, begin);
+    const size_t first = document.find_first_not_of(kBlanks, begin);
     if (first < comma) {
-      const size_t last = document.find_last_not_of(blanks, comma - 1);
+      const size_t last = document.find_last_not_of(kBlanks, comma - 1);
       const std::string text(document.substr(first, last + 1 - first));
       char* next = nullptr;
       const auto x = static_cast<int>(std::strtol(text.c_str(), &next, 10));
@@ -54,8 +54,8 @@ Rescued rescue(string_view document, rescue::Mend mend) {
 }  // namespace
 
 const Subject& inkDocuments() {
-  static constexpr Subject subject{pointsOf, rescue, opensWhole};
-  return subject;
+  static constexpr Subject kSubject{pointsOf, rescue, opensWhole};
+  return kSubject;
 }
 
 }  // namespace figures

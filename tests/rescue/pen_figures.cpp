@@ -17,9 +17,9 @@ int wordAt(string_view bytes, size_t i) {
 }
 
 size_t lengthAt(string_view bytes, size_t i) {
-  constexpr size_t powers[] = {1, 6, 36, 216};
+  constexpr size_t kPowers[] = {1, 6, 36, 216};
   const auto code = static_cast<unsigned char>(bytes[i + 1]);
-  return code == 0 ? 2 : powers[code >> 6] * (code & 63);
+  return code == 0 ? 2 : kPowers[code >> 6] * (code & 63);
 }
 
 bool opensWhole(const std::string& bytes) {
@@ -63,8 +63,8 @@ Rescued rescue(string_view recording, rescue::Mend mend) {
 }  // namespace
 
 const Subject& penRecordings() {
-  static constexpr Subject subject{pointsOf, rescue, opensWhole};
-  return subject;
+  static constexpr Subject kSubject{pointsOf, rescue, opensWhole};
+  return kSubject;
 }
 
 }  // namespace figures
