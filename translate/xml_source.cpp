@@ -9,6 +9,8 @@
 #include <new>
 #include <utility>
 
+#include "translate/other_kinds.h"
+
 namespace translate {
 namespace {
 
@@ -48,6 +50,9 @@ class Reading {
     if (bytes.empty()) return refused("the file is empty", 0);
     if (bytes.size() > std::numeric_limits<int>::max()) {
       return refused("it is larger than 2 GiB", 0);
+    }
+    if (const std::string_view kind = otherKindOf(bytes); !kind.empty()) {
+      return refused("it is " + std::string(kind) + ", not InkML", 0);
     }
     open(declaresWrongUtf16(bytes) ? "UTF-8" : nullptr);
     const auto size = static_cast<int>(bytes.size());
@@ -163,8 +168,13 @@ class Reading {
     return std::move(outcome_);
   }
 
-  static std::string wordsFor(XML_Error error) {
+  std::string wordsFor(XML_Error error) const {
     switch (error) {
+      case XML_ERROR_NO_ELEMENTS:
+      case XML_ERROR_UNCLOSED_TOKEN:
+      case XML_ERROR_UNCLOSED_CDATA_SECTION:
+      case XML_ERROR_PARTIAL_CHAR:
+        return depth_ > 0 ? "it breaks off before its end" : "there is no element in it";
       case XML_ERROR_UNKNOWN_ENCODING:
         return "it declares an encoding that is not known";
       case XML_ERROR_AMPLIFICATION_LIMIT_BREACH:
