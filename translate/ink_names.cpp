@@ -30,6 +30,10 @@ std::string lowerCase(std::string_view text) {
   return result;
 }
 
+std::string_view localName(std::string_view name) {
+  return split(name).second;
+}
+
 std::string_view InkNames::enter(std::string_view name, const char* const* attributes) {
   ++depth_;
   for (; *attributes != nullptr; attributes += 2) {

@@ -10,6 +10,9 @@ namespace translate {
 /// `text` in lower case (ASCII).
 std::string lowerCase(std::string_view text);
 
+/// A name without its prefix.
+std::string_view localName(std::string_view name);
+
 /// Follows the namespaces of a document. InkML's are the names in its namespace under any prefix,
 /// those in none, and those with the prefix of the root where nothing declares it.
 class InkNames {

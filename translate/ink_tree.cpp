@@ -248,7 +248,9 @@ TreeReading readInkTree(std::string_view bytes, Remarks& remarks) {
   remarks.add(RemarkKind::outsideText, outcome.outsideTexts);
   TreeReading reading{{}, outcome.problem, outcome.line};
   if (!builder.otherRoot().empty()) {
-    reading.problem = "its root is \"" + builder.otherRoot() + "\", not \"ink\"";
+    const std::string root = "its root is \"" + builder.otherRoot() + "\"";
+    const bool isNamedInk = lowerCase(localName(builder.otherRoot())) == "ink";
+    reading.problem = root + (isNamedInk ? " of another namespace, not InkML's" : ", not \"ink\"");
     reading.line = builder.otherRootLine();
   } else if (builder.isTooLarge()) {
     reading.problem = "its entities grow to more than 2 GiB of text";
