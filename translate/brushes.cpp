@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <ranges>
+#include <vector>
 
 #include "translate/annotations.h"
 #include "translate/ink_names.h"
@@ -13,7 +15,6 @@ namespace translate {
 namespace {
 
 using Index = InkTree::Index;
-constexpr int kLongestChain = 100;
 constexpr double kMost = std::numeric_limits<std::int32_t>::max();
 constexpr double kInch = 25.4;
 
@@ -53,8 +54,9 @@ void Brushes::declare() {
     Orvo::Brush& brush = definitions_.brushes.emplace_back();
     brush.id = freeId(tree_.attribute(node, Attribute::id).value_or(""), "brush");
     made_[node] = &brush;
-    read(node, brush, 0);
   }
+  for (const auto& [node, brush] : made_)
+    resolve(node);
   for (Index node = 0; node < tree_.size(); ++node) {
     if (tree_.tag(node) == Tag::context) declareContext(node);
   }
@@ -90,10 +92,27 @@ void Brushes::declareContext(Index node) {
   definitions_.contexts.push_back(context);
 }
 
-// Of what is written twice the later one counts: a brush overrides the one that it refers to.
-void Brushes::read(Index node, Orvo::Brush& brush, int chain) {
-  const Index base = contexts_.referred(node, Attribute::brushRef, Tag::brush);
-  if (base != InkTree::kNone && chain < kLongestChain) read(base, brush, chain + 1);
+// Reads a brush, after those that it refers to and overrides.
+void Brushes::resolve(Index node) {
+  std::vector<Index> chain;
+  Index base = node;
+  while (base != InkTree::kNone && resolved_.insert(base).second) {
+    chain.push_back(base);
+    base = contexts_.referred(base, Attribute::brushRef, Tag::brush);
+  }
+  for (const Index link : std::views::reverse(chain)) {
+    Orvo::Brush& brush = *made_.at(link);
+    if (base != InkTree::kNone) {
+      const std::string id = brush.id;
+      brush = *made_.at(base);
+      brush.id = id;
+    }
+    read(link, brush);
+    base = link;
+  }
+}
+
+void Brushes::read(Index node, Orvo::Brush& brush) {
   const Orvo::Brush before = brush;
   brush.height.value = 0;
   tree_.eachChild(node, [&](Index child) {

@@ -28,7 +28,8 @@ class Brushes {
  private:
   void declareDefault();
   void declareContext(InkTree::Index context);
-  void read(InkTree::Index node, Orvo::Brush& brush, int chain);
+  void resolve(InkTree::Index node);
+  void read(InkTree::Index node, Orvo::Brush& brush);
   void readProperty(InkTree::Index property, Orvo::Brush& brush);
   void readLength(InkTree::Index property, Orvo::Property<std::uint32_t>& length);
   std::string freeId(std::string_view wanted, const char* otherwise);
@@ -38,6 +39,7 @@ class Brushes {
   Remarks& remarks_;
   Orvo::InkMLDefinitions& definitions_;
   std::map<InkTree::Index, Orvo::Brush*> made_;
+  std::set<InkTree::Index> resolved_;
   std::set<std::string> ids_;
 };
 

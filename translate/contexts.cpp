@@ -1,5 +1,9 @@
 #include "translate/contexts.h"
 
+#include <ranges>
+#include <set>
+#include <vector>
+
 #include "translate/ink_names.h"
 
 namespace translate {
@@ -36,26 +40,26 @@ Contexts::Index Contexts::referred(Index node, Attribute attribute, Tag tag) {
 }
 
 const Surroundings& Contexts::of(Index context) {
-  const auto known = known_.find(context);
-  if (known != known_.end()) return known->second;
-  return known_.emplace(context, read(context, 0)).first->second;
+  // From the context to the first one that is known, or that has no base.
+  std::vector<Index> chain;
+  std::set<Index> seen;
+  Index base = context;
+  while (base != kNone && !known_.contains(base) && seen.insert(base).second) {
+    chain.push_back(base);
+    base = referred(base, Attribute::contextRef, Tag::context);
+  }
+  // What refers to itself has no base.
+  const auto found = known_.find(base);
+  Surroundings result = found == known_.end() ? Surroundings() : found->second;
+  for (const Index link : std::views::reverse(chain)) {
+    takeOwn(link, result);
+    known_[link] = result;
+  }
+  return known_.at(context);
 }
 
-Surroundings Contexts::read(Index context, int chain) {
-  Surroundings result;
-  const Index base = referred(context, Attribute::contextRef, Tag::context);
-  if (base != kNone) {
-    const auto known = known_.find(base);
-    if (known != known_.end()) {
-      result = known->second;
-    } else if (chain < kLongestChain) {
-      result = read(base, chain + 1);
-    } else {
-      remarks_.add(RemarkKind::missingReference, 1,
-                   tree_.attribute(context, Attribute::contextRef).value_or(""));
-    }
-  }
-  // A format is the source's own or chosen from it, so the source comes first.
+// A format is the source's own or chosen from it, so the source comes first.
+void Contexts::takeOwn(Index context, Surroundings& result) {
   takeReferences(context, result);
   tree_.eachChild(context, [&](Index child) {
     if (tree_.tag(child) == Tag::inkSource) take(child, result);
@@ -64,7 +68,6 @@ Surroundings Contexts::read(Index context, int chain) {
   tree_.eachChild(context, [&](Index child) {
     if (tree_.tag(child) != Tag::inkSource) take(child, result);
   });
-  return result;
 }
 
 void Contexts::takeReferences(Index context, Surroundings& result) {

@@ -42,9 +42,7 @@ class Contexts {
   Surroundings within(Index element, const Surroundings& around);
 
  private:
-  static constexpr int kLongestChain = 100;
-
-  Surroundings read(Index context, int chain);
+  void takeOwn(Index context, Surroundings& result);
   void take(Index part, Surroundings& result);
   void takeSource(Index source, Surroundings& result);
   void takeReferences(Index context, Surroundings& result);
