@@ -203,6 +203,11 @@ void Batch::mention(const fs::path& file, const std::string& sentence) {
   if (!options_.quiet && !sentence.empty()) warn(file, sentence);
 }
 
+void Batch::mentionAll(const fs::path& file, const std::vector<std::string>& sentences) {
+  for (const std::string& sentence : sentences)
+    mention(file, sentence);
+}
+
 bool Batch::write(const fs::path& target, const std::string& bytes) {
   outputs_.makeFoldersFor(target);
   const auto problem = writeOutput(target, bytes);

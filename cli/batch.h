@@ -48,6 +48,8 @@ class Batch : private platform::Jobs {
   void warn(const std::filesystem::path& file, const std::string& sentence);
   /// Reports a warning unless it is empty or --quiet is given.
   void mention(const std::filesystem::path& file, const std::string& sentence);
+  /// The same for several warnings, one line each.
+  void mentionAll(const std::filesystem::path& file, const std::vector<std::string>& sentences);
   /// Writes a result; reports an error and gives false where that fails.
   bool write(const std::filesystem::path& target, const std::string& bytes);
   /// Says what was done: on standard output, unless the result itself went there. An empty `target`

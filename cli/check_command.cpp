@@ -4,6 +4,7 @@
 #include "cli/examination.h"
 #include "cli/module_place.h"
 #include "cli/plugin_run.h"
+#include "cli/prepared_input.h"
 #include "cli/rescuing.h"
 #include "cli/sentences.h"
 #include "cli/terminal_text.h"
@@ -27,17 +28,31 @@ class Checker {
 
  private:
   bool check(const fs::path& file) {
-    const PluginRun run = runPlugin(file, run_);
-    if (!run.document) return say(file, "does not open: " + explainUnopened(run, file));
-    const Examination found = examine(file);
+    const PreparedInput input(file, options_.ink);
+    if (input.problem()) return say(file, "does not open: " + *input.problem());
+    const PluginRun run = runPlugin(input.path(), run_);
+    if (!run.document) return say(file, "does not open: " + explainUnopened(run, input.path()));
+    const Examination found = examine(input.path());
     const std::string remarks = joined(found.remarks, run.notes);
+    if (input.translation() && found.isSound()) {
+      say(file, joined(describeOpening(*input.translation()), remarks));
+      return true;
+    }
     if (found.isSound()) {
       if (options_.quiet && remarks.empty()) return true;
       say(file, joined("sound", remarks));
       return true;
     }
-    const std::string losses = withRescue(found.losses + found.failure, file, kindByName(file));
+    const std::string losses =
+        withRescue(found.losses + found.failure, input.path(), kindByName(file));
     return say(file, joined("opens, with losses: " + losses, remarks));
+  }
+
+  static std::string describeOpening(const TranslatedInk& ink) {
+    std::string sentence = "opens by translation: " + describe(ink);
+    for (const std::string& remark : ink.remarks)
+      addPart(sentence, remark);
+    return sentence;
   }
 
   /// False, so that a file that is not sound can end with it.

@@ -107,9 +107,25 @@ void addMending(CLI::App& command, bool& rescue) {
 }
 
 void addKind(CLI::App& command, std::string& kind) {
-  command.add_option("--as", kind, "read FILE as pen or inkml, whatever its name and contents")
-      ->check(oneOf({"pen", "inkml"}))
+  command
+      .add_option(
+          "--as", kind,
+          "read FILE as pen or inkml, whatever its name and contents; inkml-subset: only as "
+          "the plug-in reads it")
+      ->check(oneOf({"pen", "inkml", "inkml-subset"}))
       ->type_name("KIND");
+}
+
+void addTranslating(CLI::App& command, InputWords& words) {
+  addKind(command, words.kind);
+  command.add_flag("--translate", words.translate,
+                   "translate ink documents even where the plug-in could read them");
+  command
+      .add_option("--unit", words.unit,
+                  "length of a unit in millimetres where an ink document of another program does "
+                  "not say it; by default its drawing becomes 150 mm long")
+      ->check(numberFrom(1e-6, 1e6, "0.1"))
+      ->type_name("MM");
 }
 
 void addPicture(CLI::App& open, OpenWords& words) {
@@ -152,7 +168,7 @@ void addOpen(CLI::App& open, OpenWords& words) {
                   "folder")
       ->check(kNotEmpty)
       ->type_name("DIR");
-  addKind(open, words.kind);
+  addTranslating(open, words);
   addMending(open, words.rescue);
   open.add_flag("-v,--verbose", words.verbose,
                 "show what the plug-in printed, and how many unknown packets it skipped");
@@ -171,7 +187,7 @@ void addInk(CLI::App& ink, InkWords& words) {
 
 void addConvert(CLI::App& convert, ConvertWords& words) {
   addOutputs(convert, words, "where the ink document of one FILE goes (.kvo, .inkml)");
-  addKind(convert, words.kind);
+  addTranslating(convert, words);
   addMending(convert, words.rescue);
   convert.add_flag("--exact", words.exact,
                    "keep the tenths of coordinates, for other programs; the plug-in cuts them off");
@@ -192,13 +208,13 @@ void addInfo(CLI::App& info, InfoWords& words) {
   addFiles(info, words.files);
   addJobs(info, words);
   info.add_flag("--json", words.json, "print a line of JSON for each FILE instead of a table");
-  addKind(info, words.kind);
+  addTranslating(info, words);
 }
 
 void addCheck(CLI::App& check, CheckWords& words) {
   addFiles(check, words.files);
   addJobs(check, words);
-  addKind(check, words.kind);
+  addTranslating(check, words);
   check.add_flag("-q,--quiet", words.quiet,
                  "leave out the files about which there is nothing to say");
 }
@@ -221,7 +237,7 @@ void addSheet(CLI::App& sheet, SheetWords& words) {
       ->type_name("TITLE");
   sheet.add_flag("--force", words.force, "overwrite a recording that already exists");
   addJobs(sheet, words);
-  addKind(sheet, words.kind);
+  addTranslating(sheet, words);
   addQuiet(sheet, words.quiet);
 }
 

@@ -3,6 +3,7 @@
 #include "cli/batch.h"
 #include "cli/byte_stream.h"
 #include "cli/ink_preparation.h"
+#include "cli/prepared_input.h"
 #include "cli/read_back.h"
 #include "cli/rescuing.h"
 #include "cli/sentences.h"
@@ -41,7 +42,7 @@ bool takePenTimes(Orvo::Document& document, const fs::path& file) {
 
 bool convertFile(Batch& batch, const ConvertOptions& options, const fs::path& file,
                  const fs::path& target) {
-  const MendedInput input(file, options.rescue);
+  const PreparedInput input(file, options.ink, options.rescue);
   if (input.problem()) return batch.fail(file, *input.problem());
   const Recording recording(input.path(), kindByName(input.path()));
   if (!recording.complete()) {
@@ -68,6 +69,7 @@ bool convertFile(Batch& batch, const ConvertOptions& options, const fs::path& fi
   const Orvo::InkReading readBack = Orvo::readInk(name.c_str());
   if (const auto problem = explainUnusable(readBack.report)) return batch.fail(target, *problem);
 
+  if (input.translation()) batch.mentionAll(file, input.translation()->remarks);
   batch.mention(file, omissionsOf(recording, input.path()));
   batch.mention(file, changesOf(cleanedTexts, compareReadBack(document, definitions, readBack)));
   if (!batch.write(target, written.bytes())) return false;

@@ -12,6 +12,7 @@ ExitStatus run(const ConvertWords& words) {
   options.exact = words.exact;
   options.rescue = words.rescue;
   if (const std::string wrong = wrongOutputs(words); !wrong.empty()) return wrongUsage(wrong);
+  if (words.rescue && words.translate) return wrongUsage("give --rescue or --translate, not both");
   // In small letters only: by any other name the document would be taken for a pen recording.
   if (options.outputs.ending != "kvo" && options.outputs.ending != "inkml") {
     return wrongUsage("the name of an ink document ends in .kvo or .inkml, not in " +

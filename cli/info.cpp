@@ -6,9 +6,13 @@
 
 namespace cli {
 
-Info infoOf(std::string name, const std::filesystem::path& file) {
-  Info info{
-      .file = std::move(name), .found = examine(file), .drawing = {}, .clock = {}, .date = {}};
+Info infoOf(std::string name, const PreparedInput& input) {
+  Info info{.file = std::move(name),
+            .translation = input.translation(),
+            .found = examine(input.path()),
+            .drawing = {},
+            .clock = {},
+            .date = {}};
   const Recording& recording = info.found.recording;
   std::size_t untimed = 0;
   if (info.found.packets) {

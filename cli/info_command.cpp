@@ -19,7 +19,9 @@ class Teller {
 
  private:
   bool tell(const fs::path& file) {
-    const Info info = infoOf(nativeName(batch_.nameOf(file)), file);
+    const PreparedInput input(file, options_.ink);
+    if (input.problem()) return batch_.fail(file, *input.problem());
+    const Info info = infoOf(nativeName(batch_.nameOf(file)), input);
     const bool isWhole = info.found.failure.empty();
     if (!isWhole) batch_.fail(file, info.found.failure);
     if (isWhole || info.drawing.points > 0) {

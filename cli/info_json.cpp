@@ -20,6 +20,19 @@ double metres(double inkUnits) {
   return std::round(inkUnits) / 10'000;
 }
 
+void writeTranslation(art::JsonWriter& json, const std::optional<TranslatedInk>& translation) {
+  if (!translation) return;
+  json.key("translation")
+      .beginObject()
+      .member("groups", translation->groups)
+      .member("traces", translation->traces);
+  json.key("remarks").beginArray();
+  for (const std::string& remark : translation->remarks)
+    json.value(remark);
+  json.endArray();
+  json.endObject();
+}
+
 void writeExtent(art::JsonWriter& json, const std::optional<facts::Extent>& extent) {
   json.key("drawing");
   if (!extent) {
@@ -102,6 +115,7 @@ std::string infoToJson(const Info& info) {
   json.member("kind", found.recording.kind() == FileKind::pen ? "pen" : "inkml");
   json.member("opens", found.failure.empty()).member("sound", found.isSound());
   json.textOrNull("problem", found.failure + found.losses);
+  writeTranslation(json, info.translation);
   writeDrawing(json, info.drawing);
   writeClock(json, info.clock);
   if (found.packets) writePackets(json, info);

@@ -41,6 +41,18 @@ std::string soundness(const Examination& found) {
                 found.remarks);
 }
 
+std::string kindOf(const Info& info) {
+  if (info.translation) return "InkML of another program";
+  return info.found.recording.kind() == FileKind::pen ? "pen recording" : "ink document";
+}
+
+void addTranslation(Table& table, const std::optional<TranslatedInk>& translation) {
+  if (!translation) return;
+  table.add("translated", describe(*translation) + "; the figures are those of the translation");
+  for (const std::string& remark : translation->remarks)
+    table.add("", remark);
+}
+
 std::string millimetres(double inkUnits) {
   return format("%.1f mm", inkUnits / 10);
 }
@@ -99,6 +111,10 @@ void addTimes(Table& table, const Info& info) {
                           : "none");
   }
   if (!info.clock) return table.add("duration", "unknown, the points have no times");
+  if (info.translation) {
+    table.add("pen down", std::to_string(info.clock->penDown) + " ms");
+    return table.add("duration", std::to_string(info.clock->whole) + " ms");
+  }
   table.add("pen down", counted(info.clock->penDown, "count"));
   table.add("duration",
             counted(info.clock->whole, "count") + " of the pen's clock, whose unit is not known");
@@ -141,8 +157,9 @@ void addPackets(Table& table, const Info& info) {
 std::string infoToText(const Info& info) {
   const bool isPen = info.found.recording.kind() == FileKind::pen;
   Table table(info.file);
-  table.add("kind", isPen ? "pen recording" : "ink document");
+  table.add("kind", kindOf(info));
   table.add("sound", soundness(info.found));
+  addTranslation(table, info.translation);
   addPlace(table, info.drawing.extent);
   addLayers(table, info.drawing);
   addStrokes(table, info.drawing);

@@ -5,13 +5,14 @@
 #include "cli/limits.h"
 #include "cli/output_file.h"
 #include "cli/outputs.h"
+#include "cli/prepared_input.h"
 #include "cli/rescuing.h"
 
 namespace cli {
 
 namespace {
 
-void mention(const InkOptions& options, const MendedInput& input, const Recording& recording) {
+void mention(const InkOptions& options, const PreparedInput& input, const Recording& recording) {
   const std::string omissions = omissionsOf(recording, input.path());
   if (!omissions.empty()) reportWarning(options.file, omissions);
   if (!input.summary().empty()) reportNote(options.file, input.summary());
@@ -34,7 +35,8 @@ ExitStatus showInk(const InkOptions& options) {
     reportError(options.file, *input.problem());
     return ExitStatus::failed;
   }
-  const MendedInput mended(input.path(), options.rescue);
+  const PreparedInput mended(input.path(), {.view = InkView::asSubset, .millimetresPerUnit = {}},
+                             options.rescue);
   if (mended.problem()) {
     reportError(options.file, *mended.problem());
     return ExitStatus::failed;

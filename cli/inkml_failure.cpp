@@ -39,9 +39,7 @@ std::string explainRoot(const InkReport& report) {
   }
   std::string sentence = start + "its root element is " + quoted(report.rootName) + ", not \"ink\"";
   if (!report.rootName.ends_with(":ink")) return sentence;
-  return sentence +
-         "; InkML in the form that other programs write is not read; export the drawing there as a "
-         "picture, such as SVG or PDF";
+  return sentence + "; " + kAdviceToTranslate;
 }
 
 std::string explainXml(const InkReport& report) {

@@ -12,12 +12,11 @@ std::string explainOmissions(const Orvo::InkReport& report, std::size_t layers) 
     addPart(sentence, describe(problem) + atLine(problem.line));
   if (!report.encoding.empty()) addPart(sentence, explainEncoding(report));
   if (layers == 0 && !report.nameSpace.empty()) {
-    addPart(
-        sentence,
-        "the document has the namespace " + quoted(report.nameSpace) +
-            "; only lower-case \"tracegroup\" elements with ids \"layer0\", \"layer1\" "
-            "... are read as layers; the program that wrote it may be able to export a picture, "
-            "such as SVG or PDF");
+    addPart(sentence,
+            "the document has the namespace " + quoted(report.nameSpace) +
+                "; only lower-case \"tracegroup\" elements with ids \"layer0\", \"layer1\" "
+                "... are read as layers; " +
+                kAdviceToTranslate);
   }
   return sentence;
 }

@@ -7,6 +7,10 @@
 
 namespace cli {
 
+/// For documents that another program wrote, where the plug-in's view of them is shown.
+inline constexpr char kAdviceToTranslate[] =
+    "penwick convert translates InkML of other programs into a document that opens";
+
 /// " (line 3)" or " (line 3, column 5)"; without the column when it is 0, and empty when `line` is.
 std::string atLine(int line, int column = 0);
 

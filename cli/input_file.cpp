@@ -66,6 +66,9 @@ bool nameDecidesKind(const fs::path& name) {
 std::optional<FileKind> kindByStart(std::string_view start) {
   constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
   if (start.starts_with(kByteOrderMark)) start.remove_prefix(kByteOrderMark.size());
+  using namespace std::string_view_literals;
+  for (const std::string_view packed : {"\xFF\xFE"sv, "\xFE\xFF"sv, "<\0"sv, "\0<"sv, "\x1F\x8B"sv})
+    if (start.starts_with(packed)) return FileKind::inkml;
   const std::size_t first = start.find_first_not_of(" \t\r\n");
   if (first == start.npos) return {};
   return start[first] == '<' ? FileKind::inkml : FileKind::pen;

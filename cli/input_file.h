@@ -38,7 +38,7 @@ class InputFile {
  public:
   /// `kind` decides how the file is read; without it the name does, and where the name says
   /// nothing, as with standard input, the contents: an ink document begins with "<", after any
-  /// white space.
+  /// white space, or is in UTF-16 or compressed with gzip.
   InputFile(std::filesystem::path name, std::optional<FileKind> kind);
 
   /// An ink document that comes through a pipe of this name, of which `start` was already read;

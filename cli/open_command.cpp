@@ -8,6 +8,7 @@
 #include "cli/log_folder.h"
 #include "cli/module_place.h"
 #include "cli/plugin_run.h"
+#include "cli/prepared_input.h"
 #include "cli/recording.h"
 #include "cli/rescuing.h"
 #include "cli/sentences.h"
@@ -84,7 +85,7 @@ class Opener {
     if (const auto refusal = refusalOfJournal(file, target)) {
       return batch_.fail(*options_.journal, *refusal);
     }
-    const MendedInput input(file, options_.rescue);
+    const PreparedInput input(file, options_.ink, options_.rescue);
     if (input.problem()) return batch_.fail(file, *input.problem());
     const PluginRun run = runPlugin(input.path(), run_);
     if (options_.verbose) showPrinted(file, run.printed);
@@ -93,6 +94,7 @@ class Opener {
     }
     if (!run.document) return batch_.fail(file, explainUnopened(run, input.path()));
 
+    if (input.translation()) batch_.mentionAll(file, input.translation()->remarks);
     if (!run.notes.empty()) batch_.warn(file, run.notes);
     const std::string summary = explainDrawing(file, input, *run.document);
     const render::Picture picture = draw(*run.document, options_);
@@ -112,7 +114,7 @@ class Opener {
 
   /// Prints what a person should know about the drawing; gives a summary. The recording is read
   /// here a second time, to find out what was left out, unless nothing is to be printed.
-  std::string explainDrawing(const fs::path& file, const MendedInput& input,
+  std::string explainDrawing(const fs::path& file, const PreparedInput& input,
                              const art::Document& document) {
     if (options_.quiet) return {};
     const Recording recording(input.path(), kindByName(input.path()));
@@ -127,7 +129,7 @@ class Opener {
                                   : "an empty drawing (the recording has no strokes to draw)";
   }
 
-  void mentionOmissions(const fs::path& file, const MendedInput& input,
+  void mentionOmissions(const fs::path& file, const PreparedInput& input,
                         const Recording& recording) {
     std::string omissions = omissionsOf(recording, input.path());
     if (const std::string undrawn = recording.explainUndrawn(); !undrawn.empty()) {

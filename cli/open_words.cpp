@@ -91,6 +91,7 @@ ExitStatus run(const OpenWords& words) {
   options.builtInLibrary = !words.noLibrary;
 
   if (const std::string wrong = wrongOutputs(words); !wrong.empty()) return wrongUsage(wrong);
+  if (words.rescue && words.translate) return wrongUsage("give --rescue or --translate, not both");
   if (options.journal && (words.files.size() > 1 || isFolder(words.files.front()))) {
     return wrongUsage("--journal takes one FILE");
   }

@@ -20,9 +20,20 @@ std::vector<fs::path> pathsOf(const std::vector<std::string>& words) {
   return paths;
 }
 
+namespace {
+
+constexpr char kSubset[] = "inkml-subset";
+
+InkView viewOf(const InputWords& words) {
+  if (words.kind == kSubset) return InkView::asSubset;
+  return words.translate ? InkView::translated : InkView::byContent;
+}
+
+}  // namespace
+
 std::optional<FileKind> kindOf(const std::string& word) {
   if (word == "pen") return FileKind::pen;
-  if (word == "inkml") return FileKind::inkml;
+  if (word == "inkml" || word == kSubset) return FileKind::inkml;
   return {};
 }
 
@@ -45,12 +56,18 @@ bool isFolder(const std::string& word) {
 void take(const InputWords& words, BatchOptions& options) {
   options.files = pathsOf(words.files);
   options.kind = kindOf(words.kind);
+  options.ink = {.view = viewOf(words), .millimetresPerUnit = words.unit};
   options.jobs = words.jobs;
   options.timeLimit = words.timeLimit;
   options.quiet = words.quiet;
 }
 
 std::string wrongInputs(const InputWords& words) {
+  const bool isNeverTranslated = words.kind == "pen" || words.kind == kSubset;
+  if (isNeverTranslated && (words.translate || words.unit)) {
+    return std::string(words.translate ? "--translate" : "--unit") +
+           " is for ink documents that are translated; leave it out with --as " + words.kind;
+  }
   if (platform::kHasWorkers || (words.jobs == 0 && !words.timeLimit)) return {};
   return "--jobs and --time-limit do not work on this system; leave them out";
 }

@@ -14,6 +14,8 @@ namespace cli {
 struct InputWords {
   std::vector<std::string> files;
   std::string kind;
+  bool translate = false;
+  std::optional<double> unit;
   std::size_t jobs = 0;
   std::optional<double> timeLimit;
   bool quiet = false;
@@ -33,7 +35,7 @@ std::vector<std::filesystem::path> pathsOf(const std::vector<std::string>& words
 /// Whether a word names a folder.
 bool isFolder(const std::string& word);
 
-/// The kind that "pen" or "inkml" stands for; nothing for any other word.
+/// The kind that "pen", "inkml" or "inkml-subset" stands for; nothing for any other word.
 std::optional<FileKind> kindOf(const std::string& word);
 
 /// Takes the words about the files that are read.

@@ -4,6 +4,7 @@
 #include "cli/module_place.h"
 #include "cli/output_file.h"
 #include "cli/plugin_run.h"
+#include "cli/private_copy.h"
 #include "cli/rescue_json.h"
 #include "cli/rescuing.h"
 #include "cli/sentences.h"
@@ -59,7 +60,7 @@ class Rescuer {
   /// Whether what could be saved opens. Where the plug-in only fails to draw it, as it does with
   /// strokes of very many points, the points are still worth keeping.
   bool opens(const fs::path& file, const Rescued& rescued) {
-    const MendedCopy copy(rescued);
+    const PrivateCopy copy(rescued.bytes, rescued.kind);
     if (copy.path().empty()) return batch_.fail(file, kNoSpaceForCopy);
     const Recording recording(copy.path(), rescued.kind);
     if (!recording.complete()) {

@@ -1,13 +1,13 @@
 #include "cli/rescuing.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
-#include <fstream>
 
 #include "cli/file_content.h"
+#include "cli/ink_translation.h"
+#include "cli/inkml_words.h"
 #include "cli/sentences.h"
-#include "platform/file.h"
+#include "cli/whole_file.h"
 #include "rescue/ink_rescue.h"
 #include "rescue/pen_rescue.h"
 
@@ -16,25 +16,6 @@ namespace cli {
 namespace {
 
 namespace fs = std::filesystem;
-
-struct FileBytes {
-  std::string bytes;
-  std::string problem;  ///< Why the file could not be read.
-};
-
-FileBytes readAll(const fs::path& file) {
-  FileBytes all;
-  std::error_code error;
-  const platform::File stream = platform::openFile(wideName(file).c_str(), "rb");
-  if (!stream || fs::is_directory(file, error)) return {"", explainOpening(file)};
-  std::array<char, 65536> part{};
-  while (const std::size_t size = std::fread(part.data(), 1, part.size(), stream.get()))
-    all.bytes.append(part.data(), size);
-  if (std::ferror(stream.get()) != 0) {
-    return {"", "the file could not be read to its end: the system reports a read error"};
-  }
-  return all;
-}
 
 // A rescue takes the longer the larger a file is; advice about one must not.
 constexpr std::uintmax_t kMostBytesForAdvice = 64U << 20U;
@@ -97,7 +78,17 @@ std::string explainNothingSaved(const fs::path& file) {
   return recording.complete() ? kNoPoints : recording.explainFailure();
 }
 
+// Whether another program wrote it, in whatever encoding.
+bool isForeign(std::string_view bytes) {
+  const auto encoding = rescue::encodingOf(bytes);
+  return needsTranslation(encoding ? rescue::Utf8Copy(bytes, *encoding).text() : bytes);
+}
+
 void rescueInk(const fs::path& file, std::string_view bytes, rescue::Mend mend, Rescued& result) {
+  if (isForeign(bytes)) {
+    result.problem = std::string("this is InkML of another program; ") + kAdviceToTranslate;
+    return;
+  }
   rescue::InkRescue ink = rescue::rescueInkDocument(bytes, mend);
   result.repairs = repairsOf(ink);
   static_cast<rescue::Rescued&>(result) = std::move(ink);
@@ -149,7 +140,7 @@ std::vector<rescue::Stretch> merged(const std::vector<rescue::Stretch>& stretche
 Rescued rescueRecording(const fs::path& file, FileKind kind, rescue::Mend mend) {
   Rescued result;
   result.kind = kind;
-  const FileBytes all = readAll(file);
+  const WholeFile all = readWholeFile(file);
   if (!all.problem.empty()) {
     result.problem = all.problem;
   } else if (kind == FileKind::inkml) {
@@ -185,31 +176,6 @@ std::string omissionsOf(const Recording& recording, const fs::path& file) {
   std::string omissions = recording.explainOmissions();
   if (!recording.looksDamaged()) return omissions;
   return withRescue(std::move(omissions), file, recording.kind());
-}
-
-// Only an ink document needs an ending.
-MendedCopy::MendedCopy(const Rescued& rescued) {
-  if (rescued.kind == FileKind::inkml) {
-    const fs::path file = place_.emplace<PrivateFolder>("mended.kvo").file();
-    std::ofstream out(file, std::ios::binary);
-    if (out << rescued.bytes << std::flush) path_ = file;
-  } else {
-    const TemporaryFile& file = place_.emplace<TemporaryFile>();
-    if (file.write(rescued.bytes)) path_ = file.path();
-  }
-}
-
-MendedInput::MendedInput(fs::path file, bool isToBeMended) : path_(std::move(file)) {
-  if (!isToBeMended) return;
-  const Rescued rescued = rescueRecording(path_, kindByName(path_));
-  if (rescued.sound || !rescued.saved) return;
-  copy_ = std::make_unique<MendedCopy>(rescued);
-  if (copy_->path().empty()) {
-    problem_ = kNoSpaceForCopy;
-    return;
-  }
-  path_ = copy_->path();
-  summary_ = "rescued: " + describe(rescued);
 }
 
 }  // namespace cli

@@ -3,16 +3,10 @@
 
 #include <cstddef>
 #include <filesystem>
-#include <memory>
-#include <optional>
 #include <string>
-#include <string_view>
-#include <variant>
 #include <vector>
 
-#include "cli/private_folder.h"
 #include "cli/recording.h"
-#include "cli/temporary_file.h"
 #include "rescue/rescued.h"
 
 namespace cli {
@@ -40,42 +34,5 @@ std::string withRescue(std::string sentence, const std::filesystem::path& file, 
 /// What was left out of a whole recording, in one sentence, and what `penwick rescue` would save of
 /// it where it is damaged; empty where nothing was left out.
 std::string omissionsOf(const Recording& recording, const std::filesystem::path& file);
-
-inline constexpr char kNoSpaceForCopy[] =
-    "there is no space for a temporary copy of what could be saved";
-
-/// A private file with what could be saved of a recording, under a name by which it is read as one
-/// of its kind. It is removed with the object.
-class MendedCopy {
- public:
-  explicit MendedCopy(const Rescued& rescued);
-
-  /// Empty where there is no space for it.
-  const std::filesystem::path& path() const { return path_; }
-
- private:
-  std::variant<std::monostate, TemporaryFile, PrivateFolder> place_;
-  std::filesystem::path path_;
-};
-
-/// A recording to read: the file itself, or, where it is damaged and that is asked for, a private
-/// copy of what could be saved of it.
-class MendedInput {
- public:
-  MendedInput(std::filesystem::path file, bool isToBeMended);
-
-  /// Where nothing could be saved this is the file itself: its reader says what is wrong.
-  const std::filesystem::path& path() const { return path_; }
-  /// Why there is no copy of what could be saved, in one sentence.
-  const std::optional<std::string>& problem() const { return problem_; }
-  /// What was kept and lost, or nothing where the file is read as it is.
-  const std::string& summary() const { return summary_; }
-
- private:
-  std::unique_ptr<MendedCopy> copy_;
-  std::filesystem::path path_;
-  std::string summary_;
-  std::optional<std::string> problem_;
-};
 
 }  // namespace cli

@@ -4,6 +4,7 @@
 #include "cli/log_folder.h"
 #include "cli/module_place.h"
 #include "cli/output_file.h"
+#include "cli/prepared_input.h"
 #include "cli/sentences.h"
 #include "cli/sheet_card.h"
 #include "cli/terminal_text.h"
@@ -39,11 +40,21 @@ class SheetMaker {
   }
 
   bool draw(const fs::path& file) {
-    const web::Card card = cardOf(file, run_);
+    const PreparedInput input(file, options_.ink);
+    if (input.problem()) return failCard(file, *input.problem());
+    if (input.translation()) batch_.mentionAll(file, input.translation()->remarks);
+    const web::Card card = cardOf(input.path(), run_);
     batch_.give(toBytes(card));
     if (card.picture.empty()) return batch_.fail(file, card.problem);
     batch_.mention(file, card.problem);
     return true;
+  }
+
+  bool failCard(const fs::path& file, const std::string& problem) {
+    web::Card card;
+    card.problem = problem;
+    batch_.give(toBytes(card));
+    return batch_.fail(file, problem);
   }
 
   std::vector<web::Card> cards() const {

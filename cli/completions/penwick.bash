@@ -29,16 +29,17 @@ _penwick() {
     --format) _penwick_words "svg pdf png json"; return ;;
     --on-conflict) _penwick_words "keep replace number"; return ;;
     --style) _penwick_words "outline centerline"; return ;;
-    --as) _penwick_words "pen inkml"; return ;;
+    --as) _penwick_words "pen inkml inkml-subset"; return ;;
     --background) _penwick_words "white black"; return ;;
     --out-dir | --log-dir) compopt -o dirnames; return ;;
-    --pressure | --dpi | --size | -j | --jobs | --time-limit | --title) return ;;
+    --pressure | --dpi | --size | -j | --jobs | --time-limit | --title | --unit) return ;;
     -o | --output | --journal | --module) compopt -o default; return ;;
   esac
   local options="--help --as"
   case $command in
     open | convert | rescue | ink | sheet) options+=" --output --quiet" ;;&
     info | check | sheet) options+=" --jobs --time-limit" ;;&
+    open | convert | info | check | sheet) options+=" --translate --unit" ;;&
     open | convert | rescue) options+=" --out-dir --on-conflict --jobs --time-limit" ;;&
     open) options+=" --force --format --style --pressure --background --dpi --size
                      --journal --no-built-in-library --module --log-dir --verbose --rescue" ;;

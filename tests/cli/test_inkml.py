@@ -87,10 +87,11 @@ class Refusals(CommandTest):
             self.assert_refused(f"this is not an ink document: reading stops at {what} before its root "
                                 "element (line 2); remove it", b"\n" + content)
 
-    def test_a_prefixed_root(self):
-        self.assert_refused('this is not an ink document: its root element is "x:ink", not "ink"; InkML '
-                            "in the form that other programs write is not read; export the drawing there "
-                            "as a picture, such as SVG or PDF", b"<x:ink/>")
+    def test_a_prefixed_root_where_only_the_plug_in_looks(self):
+        self.file("a.kvo", b"<x:ink/>")
+        for words in (["open", "--as", "inkml-subset"], ["ink"], ["convert", "--as", "inkml-subset", "-o", "b.kvo"]):
+            self.assert_fails('a.kvo: this is not an ink document: its root element is "x:ink", not "ink"; penwick '
+                              "convert translates InkML of other programs into a document that opens", *words, "a.kvo")
 
     def test_another_root(self):
         self.assert_refused('this is not an ink document: its root element is "a", not "ink"', b"<a/>")
@@ -145,9 +146,9 @@ class Refusals(CommandTest):
 
 
 class Omissions(CommandTest):
-    def warning(self, content):
+    def warning(self, content, *words):
         self.file("a.kvo", content)
-        self.penwick("open", "a.kvo", "-o", "a.svg")
+        self.penwick("open", *words, "a.kvo", "-o", "a.svg")
         self.assertEqual(self.result.returncode, 0)
         self.assertEqual(self.errors.count("\n"), 1, self.errors)
         self.assertTrue(self.errors.startswith("penwick: a.kvo: warning: "))
@@ -189,12 +190,13 @@ class Omissions(CommandTest):
 
     def test_the_form_that_other_programs_write(self):
         said = self.warning(b'<ink xmlns="http://www.w3.org/2003/InkML"><traceGroup>'
-                            b"<trace>1 2, 3 4</trace></traceGroup></ink>")
+                            b"<trace>1 2, 3 4</trace></traceGroup></ink>", "--as", "inkml-subset")
+        self.assertIn("penwick convert translates InkML of other programs", said)
         self.assertIn('1 group "traceGroup" with 1 trace not read: only "tracegroup" is', said)
         self.assertIn('namespace "http://www.w3.org/2003/InkML"', said)
 
     def test_the_sample_of_another_program(self):
-        said = self.warning((SAMPLES / "other-program.inkml").read_bytes())
+        said = self.warning((SAMPLES / "other-program.inkml").read_bytes(), "--as", "inkml-subset")
         self.assertRegex(said, r'1 group "traceGroup" with \d+ traces? not read: only "tracegroup" is')
         self.assertEqual(self.out, "a.kvo: an empty drawing (none of the strokes could be drawn) "
                                    "-> a.svg\n")
