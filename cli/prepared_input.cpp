@@ -1,5 +1,8 @@
 #include "cli/prepared_input.h"
 
+#include <cstdint>
+#include <system_error>
+
 #include "cli/rescuing.h"
 #include "cli/whole_file.h"
 #include "inkml/ink_reading.h"
@@ -9,6 +12,14 @@
 namespace cli {
 
 namespace {
+
+/// Whether no reader takes the file, so that there is no need to read it.
+bool isTooLarge(const std::filesystem::path& file) {
+  constexpr std::uintmax_t kMostBytes = std::uintmax_t{1} << 31;
+  std::error_code error;
+  const std::uintmax_t size = std::filesystem::file_size(file, error);
+  return !error && size >= kMostBytes;
+}
 
 /// Whether the document is another program's for certain, so that a rescue would read it wrongly,
 /// too.
@@ -29,6 +40,7 @@ PreparedInput::PreparedInput(std::filesystem::path file, const InkTreatment& tre
 
 /// False where the file is to be read without a translation.
 bool PreparedInput::translate(const InkTreatment& treatment) {
+  if (isTooLarge(path_)) return false;
   const WholeFile document = readWholeFile(path_);
   if (!document.problem.empty()) return false;
   const bool isForced = treatment.view == InkView::translated;

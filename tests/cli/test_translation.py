@@ -159,10 +159,12 @@ class WhatThePlugInReads(TranslationTest):
         self.assertIn(ADVICE, self.errors)
 
     def test_is_what_ink_shows(self):
-        self.file("a.inkml", page(["<trace>1 2, 3 4</trace>"], prefix=""))
-        self.penwick("ink", "a.inkml")
-        self.assertEqual(json.loads(self.out)["layers"], [])
-        self.assertIn(ADVICE, self.errors)
+        for content in (page(["<trace>1 2, 3 4</trace>"], prefix=""), ink("<traceGroup><trace>1 2</trace></traceGroup>"),
+                        ink("<trace>1 2, 3 4</trace>")):
+            self.file("a.inkml", content)
+            self.penwick("ink", "a.inkml")
+            self.assertEqual(json.loads(self.out)["layers"], [])
+            self.assertEqual(self.errors.count(ADVICE), 1)
 
     def test_is_damaged_where_a_rescue_would_save_it(self):
         self.file("a.kvo", self.SUBSET[:-20])
