@@ -34,8 +34,8 @@ class Checker {
     if (!run.document) return say(file, "does not open: " + explainUnopened(run, input.path()));
     const Examination found = examine(input.path());
     const std::string remarks = joined(found.remarks, run.notes);
-    if (input.translation() && found.isSound()) {
-      say(file, joined(describeOpening(*input.translation()), remarks));
+    if (!input.summary().empty() && found.isSound()) {
+      say(file, joined(describeOpening(input), remarks));
       return true;
     }
     if (found.isSound()) {
@@ -48,9 +48,10 @@ class Checker {
     return say(file, joined("opens, with losses: " + losses, remarks));
   }
 
-  static std::string describeOpening(const TranslatedInk& ink) {
-    std::string sentence = "opens by translation: " + describe(ink);
-    for (const std::string& remark : ink.remarks)
+  static std::string describeOpening(const PreparedInput& input) {
+    if (!input.translation()) return "opens " + input.summary() + "; penwick rescue writes it";
+    std::string sentence = "opens by translation: " + describe(*input.translation());
+    for (const std::string& remark : input.translation()->remarks)
       addPart(sentence, remark);
     return sentence;
   }

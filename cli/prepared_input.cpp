@@ -13,6 +13,8 @@ namespace cli {
 
 namespace {
 
+using translate::DocumentForm;
+
 /// Whether no reader takes the file, so that there is no need to read it.
 bool isTooLarge(const std::filesystem::path& file) {
   constexpr std::uintmax_t kMostBytes = std::uintmax_t{1} << 31;
@@ -34,26 +36,44 @@ PreparedInput::PreparedInput(std::filesystem::path file, const InkTreatment& tre
                              bool isToBeMended)
     : path_(std::move(file)) {
   const bool isInk = kindByName(path_) == FileKind::inkml;
-  if (isInk && treatment.view != InkView::asSubset && translate(treatment)) return;
+  if (isInk && treatment.view != InkView::asSubset && prepareInk(treatment)) return;
   if (isToBeMended) mend();
 }
 
-/// False where the file is to be read without a translation.
-bool PreparedInput::translate(const InkTreatment& treatment) {
+/// False where the file is to be read as it is.
+bool PreparedInput::prepareInk(const InkTreatment& treatment) {
   if (isTooLarge(path_)) return false;
   const WholeFile document = readWholeFile(path_);
   if (!document.problem.empty()) return false;
-  const bool isForced = treatment.view == InkView::translated;
-  if (!isForced && translate::formOf(document.bytes) != translate::DocumentForm::other) {
-    return false;
+  if (treatment.view == InkView::byContent) {
+    if (convert(document.bytes)) return true;
+    if (translate::formOf(document.bytes) != DocumentForm::other) return false;
   }
+  return translate(document.bytes, treatment);
+}
+
+/// Of a document that the plug-in would read whole if it were not in UTF-16: a copy in UTF-8.
+bool PreparedInput::convert(std::string_view document) {
+  const auto encoding = rescue::encodingOf(document);
+  if (!encoding || !rescue::isUtf16(*encoding)) return false;
+  const rescue::Utf8Copy copy(document, *encoding);
+  const bool isReadWhole = translate::formOf(copy.text()) == DocumentForm::subset &&
+                           rescue::isSoundInkDocument(copy.text());
+  if (!isReadWhole) return false;
+  if (makeCopy(copy.text(), FileKind::inkml)) summary_ = "converted from UTF-16 to UTF-8";
+  return true;
+}
+
+/// False where the document is to be read without a translation.
+bool PreparedInput::translate(std::string_view document, const InkTreatment& treatment) {
+  const bool isForced = treatment.view == InkView::translated;
   const std::filesystem::path file = path_;
   if (!makeCopy({}, FileKind::inkml)) return true;
   std::string problem;
-  translation_ = translateTo(path_, document.bytes, treatment, problem);
+  translation_ = translateTo(path_, document, treatment, problem);
   // What does not say whose it is, and holds nothing to translate, is left to the plug-in.
-  const bool isSettled = isForced || (problem.empty() && translation_->traces > 0) ||
-                         isForeignForCertain(document.bytes);
+  const bool isSettled =
+      isForced || (problem.empty() && translation_->traces > 0) || isForeignForCertain(document);
   if (isSettled && problem.empty()) {
     summary_ = "translated from InkML of another program: " + describe(*translation_);
     return true;

@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "cli/ink_translation.h"
 #include "cli/ink_view.h"
@@ -13,7 +14,8 @@
 namespace cli {
 
 /// A recording to read: the file itself, or a private copy of what could be saved of it where it is
-/// damaged and that is asked for, or of its translation where another program wrote it.
+/// damaged and that is asked for, of its translation where another program wrote it, or of the same
+/// document in UTF-8.
 class PreparedInput {
  public:
   PreparedInput(std::filesystem::path file, const InkTreatment& treatment,
@@ -30,7 +32,9 @@ class PreparedInput {
   const std::optional<TranslatedInk>& translation() const { return translation_; }
 
  private:
-  bool translate(const InkTreatment& treatment);
+  bool prepareInk(const InkTreatment& treatment);
+  bool convert(std::string_view document);
+  bool translate(std::string_view document, const InkTreatment& treatment);
   void mend();
   bool makeCopy(std::string_view bytes, FileKind kind);
 

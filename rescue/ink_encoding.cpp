@@ -20,10 +20,6 @@ constexpr std::array<char32_t, 32> kWindowsCharacters{
     0x2039, 0x0152, 0x8D,   0x017D, 0x8F,   0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D,   0x017E, 0x0178};
 
-bool isUtf16(InkEncoding encoding) {
-  return encoding == InkEncoding::utf16LittleEndian || encoding == InkEncoding::utf16BigEndian;
-}
-
 struct Character {
   char32_t code;
   size_t length;  // In bytes of the document.
@@ -138,6 +134,10 @@ std::optional<InkEncoding> utf16Of(string_view document) {
 }
 
 }  // namespace
+
+bool isUtf16(InkEncoding encoding) {
+  return encoding == InkEncoding::utf16LittleEndian || encoding == InkEncoding::utf16BigEndian;
+}
 
 string_view nameOf(InkEncoding encoding) {
   if (isUtf16(encoding)) return "UTF-16";

@@ -15,6 +15,8 @@ enum class InkEncoding : std::uint8_t { utf16LittleEndian, utf16BigEndian, latin
 /// "UTF-16", "Latin-1" or "Windows-1252".
 std::string_view nameOf(InkEncoding encoding);
 
+bool isUtf16(InkEncoding encoding);
+
 /// The encoding of the document, if it is one of these and makes a difference. UTF-16 is known by
 /// its zero bytes, with or without a byte order mark; the others are what the document declares.
 std::optional<InkEncoding> encodingOf(std::string_view document);

@@ -143,6 +143,15 @@ class WhatThePlugInReads(TranslationTest):
         self.assertEqual(self.points_of("b.kvo"), [[(0, 1), (10, 20), (30, 5)]])
         self.assertEqual(self.art("a.kvo"), self.art("a.kvo", "--as", "inkml-subset"))
 
+    def test_goes_its_own_way_in_utf_16_too(self):
+        self.file("a.kvo", self.SUBSET)
+        self.file("b.kvo", self.SUBSET.decode().encode("utf-16"))
+        self.assert_done("open", "b.kvo", "-o", "b.svg")
+        self.assertTrue(self.out.endswith("; converted from UTF-16 to UTF-8 -> b.svg\n"), self.out)
+        self.assertEqual(self.art("a.kvo"), self.art("b.kvo"))
+        self.assert_done("check", "b.kvo")
+        self.assertEqual(self.out, "b.kvo: opens converted from UTF-16 to UTF-8; penwick rescue writes it\n")
+
     def test_can_be_translated_all_the_same(self):
         self.file("a.kvo", self.SUBSET)
         self.penwick("convert", "a.kvo", "-o", "b.kvo", "--translate")
