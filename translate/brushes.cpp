@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <ranges>
 #include <vector>
 
 #include "translate/annotations.h"
@@ -100,7 +99,8 @@ void Brushes::resolve(Index node) {
     chain.push_back(base);
     base = contexts_.referred(base, Attribute::brushRef, Tag::brush);
   }
-  for (const Index link : std::views::reverse(chain)) {
+  std::ranges::reverse(chain);
+  for (const Index link : chain) {
     Orvo::Brush& brush = *made_.at(link);
     if (base != InkTree::kNone) {
       const std::string id = brush.id;

@@ -1,6 +1,6 @@
 #include "translate/contexts.h"
 
-#include <ranges>
+#include <algorithm>
 #include <set>
 #include <vector>
 
@@ -51,7 +51,8 @@ const Surroundings& Contexts::of(Index context) {
   // What refers to itself has no base.
   const auto found = known_.find(base);
   Surroundings result = found == known_.end() ? Surroundings() : found->second;
-  for (const Index link : std::views::reverse(chain)) {
+  std::ranges::reverse(chain);
+  for (const Index link : chain) {
     takeOwn(link, result);
     known_[link] = result;
   }

@@ -1,7 +1,6 @@
 #include "translate/ink_names.h"
 
 #include <algorithm>
-#include <ranges>
 #include <utility>
 
 namespace translate {
@@ -67,8 +66,8 @@ void InkNames::declare(std::string_view prefix, std::string_view uri) {
 }
 
 bool InkNames::isInk(std::string_view prefix) const {
-  for (const Binding& binding : std::views::reverse(bindings_)) {
-    if (binding.prefix == prefix) return binding.isInk;
+  for (auto binding = bindings_.rbegin(); binding != bindings_.rend(); ++binding) {
+    if (binding->prefix == prefix) return binding->isInk;
   }
   return prefix == rootPrefix_ || prefix.empty();
 }

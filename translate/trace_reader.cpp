@@ -78,7 +78,6 @@ void finishTilts(const Layout& layout, std::vector<Sample>& samples) {
 
 TraceReader::TraceReader(const InkTree& tree, Contexts& contexts, Remarks& remarks)
     : tree_(tree),
-      contexts_(contexts),
       remarks_(remarks),
       layouts_(tree, contexts, remarks),
       clock_(tree, contexts, remarks) {

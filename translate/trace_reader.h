@@ -77,7 +77,6 @@ class TraceReader {
   Timing timingOf(InkTree::Index trace, const Layout& layout, const Surroundings& surroundings);
 
   const InkTree& tree_;
-  Contexts& contexts_;
   Remarks& remarks_;
   Layouts layouts_;
   Clock clock_;
