@@ -32,6 +32,19 @@ std::string shortNumber(double value) {
   return {digits.data(), end.ptr};
 }
 
+// The box around layers that were filled after they were put into the document.
+void boundLayers(Orvo::Document& document) {
+  bool isFirst = true;
+  for (const Orvo::Layer& layer : document) {
+    if (isFirst) {
+      startBox(document.bounds(), layer.bounds());
+    } else {
+      document.extendBounds(layer);
+    }
+    isFirst = false;
+  }
+}
+
 }  // namespace
 
 Drawing::Number Drawing::addLayer(Annotations annotations) {
@@ -186,8 +199,8 @@ void Drawing::shiftTimes(bool ofClocks) {
 // Writes strokes into the document, each from the samples of one or several traces.
 class Drawing::Writer {
  public:
-  Writer(Orvo::Layer& layer, std::vector<InkTree::Index>& brushes)
-      : layer_(layer), brushes_(brushes) {}
+  Writer(Orvo::Document& document, Annotations& annotations, std::vector<InkTree::Index>& brushes)
+      : document_(document), annotations_(annotations), brushes_(brushes) {}
 
   void write(const Sample& sample, InkTree::Index brush) {
     if (sample.isPenUp) return end(brush);
@@ -212,7 +225,7 @@ class Drawing::Writer {
   void end(InkTree::Index brush) {
     if (!stroke_) return;
     stroke_->append(Orvo::Point(stroke_->back()));
-    layer_.append(*stroke_);
+    layer().append(*stroke_);
     brushes_.push_back(brush);
     stroke_.reset();
   }
@@ -227,8 +240,21 @@ class Drawing::Writer {
         rounded(std::clamp(static_cast<double>(degrees), -kMostTilt, kMostTilt)));
   }
 
-  Orvo::Layer& layer_;
+  // Made when there is something to put into it, and in its place: a copy would take as much memory
+  // again.
+  Orvo::Layer& layer() {
+    if (layer_ == nullptr) {
+      document_.append(Orvo::Layer());
+      layer_ = &document_.back();
+      layer_->annotations() = std::move(annotations_);
+    }
+    return *layer_;
+  }
+
+  Orvo::Document& document_;
+  Annotations& annotations_;
   std::vector<InkTree::Index>& brushes_;
+  Orvo::Layer* layer_ = nullptr;
   std::optional<Orvo::Stroke> stroke_;
   std::uint64_t tooFar_ = 0;
   std::uint64_t tooLate_ = 0;
@@ -242,8 +268,7 @@ void Drawing::moveInto(Orvo::Document& document, std::vector<InkTree::Index>& br
   std::ranges::stable_sort(heads, {}, [this](Number number) { return strokes_[number].layer; });
   for (std::size_t i = 0; i < heads.size();) {
     const Number layer = strokes_[heads[i]].layer;
-    Orvo::Layer written;
-    Writer writer(written, brushes);
+    Writer writer(document, layers_[layer], brushes);
     for (; i < heads.size() && strokes_[heads[i]].layer == layer; ++i) {
       const InkTree::Index brush = strokes_[heads[i]].points.brush;
       for (Number part = heads[i]; part != kNone; part = strokes_[part].next) {
@@ -255,10 +280,8 @@ void Drawing::moveInto(Orvo::Document& document, std::vector<InkTree::Index>& br
     }
     remarks_.add(RemarkKind::pointsTooFar, writer.tooFar());
     remarks_.add(RemarkKind::timesTooLate, writer.tooLate());
-    if (written.size() == 0) continue;
-    written.annotations() = std::move(layers_[layer]);
-    document.append(written);
   }
+  boundLayers(document);
 }
 
 }  // namespace translate

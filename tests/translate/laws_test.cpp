@@ -198,12 +198,21 @@ class Files : public testing::Test {
     return {std::istreambuf_iterator<char>(file), {}};
   }
 
+  static void expectSame(const Orvo::BoundingBox& found, const Orvo::BoundingBox& meant) {
+    EXPECT_EQ(found.minCorner.value.x.value, meant.minCorner.value.x.value);
+    EXPECT_EQ(found.minCorner.value.y.value, meant.minCorner.value.y.value);
+    EXPECT_EQ(found.maxCorner.value.x.value, meant.maxCorner.value.x.value);
+    EXPECT_EQ(found.maxCorner.value.y.value, meant.maxCorner.value.y.value);
+  }
+
   static void expectSame(const Orvo::Document& found, const Orvo::Document& meant) {
     ASSERT_EQ(inktest::shapeOf(found), inktest::shapeOf(meant));
     EXPECT_EQ(found.annotations(), meant.annotations());
+    expectSame(found.bounds(), meant.bounds());
     auto layer = found.begin();
     for (const Orvo::Layer& meantLayer : meant) {
       EXPECT_EQ((*layer).annotations(), meantLayer.annotations());
+      expectSame((*layer).bounds(), meantLayer.bounds());
       auto stroke = (*layer).begin();
       for (const Orvo::Stroke& meantStroke : meantLayer) {
         EXPECT_EQ(inktest::pointsOf(*stroke), inktest::pointsOf(meantStroke));
