@@ -178,7 +178,7 @@ std::vector<art::Style> readStyles(TokenRange tokens, const Brushes& brushes) {
 
 /// The host finds only listed styles by name. Each is given once, at the place where its name is
 /// first listed.
-std::vector<art::Style> listed(std::vector<art::Style> styles, TokenRange list) {
+std::vector<art::Style> listed(std::vector<art::Style>&& styles, TokenRange list) {
   std::map<std::string, art::Style> byName;
   for (art::Style& style : styles) {
     std::string name = style.name;
