@@ -32,14 +32,15 @@ std::string shortNumber(double value) {
   return {digits.data(), end.ptr};
 }
 
-// The box around layers that were filled after they were put into the document.
-void boundLayers(Orvo::Document& document) {
+// Sets the box of a document or layer whose children were filled after they were put into it.
+template <class Region>
+void bound(Region& region) {
   bool isFirst = true;
-  for (const Orvo::Layer& layer : document) {
+  for (const auto& child : region) {
     if (isFirst) {
-      startBox(document.bounds(), layer.bounds());
+      startBox(region.bounds(), child.bounds());
     } else {
-      document.extendBounds(layer);
+      region.extendBounds(child);
     }
     isFirst = false;
   }
@@ -203,7 +204,7 @@ class Drawing::Writer {
       : document_(document), annotations_(annotations), brushes_(brushes) {}
 
   void write(const Sample& sample, InkTree::Index brush) {
-    if (sample.isPenUp) return end(brush);
+    if (sample.isPenUp) return endStroke();
     const double x = rounded(sample.x * kTenths);
     const double y = rounded(sample.y * kTenths);
     if (!(std::abs(x) <= kMostPlace && std::abs(y) <= kMostPlace)) {
@@ -217,17 +218,17 @@ class Drawing::Writer {
     const double time = rounded(sample.time);
     if (time > kLastTime) ++tooLate_;
     point.timestamp.value = static_cast<std::uint32_t>(std::clamp(time, 0.0, kLastTime));
-    if (!stroke_) stroke_.emplace();
-    stroke_->append(point);
+    stroke(brush).append(point);
   }
 
   // The plug-in draws up to the last point but one.
-  void end(InkTree::Index brush) {
-    if (!stroke_) return;
-    stroke_->append(Orvo::Point(stroke_->back()));
-    layer().append(*stroke_);
-    brushes_.push_back(brush);
-    stroke_.reset();
+  void endStroke() {
+    if (stroke_ != nullptr) stroke_->append(Orvo::Point(stroke_->back()));
+    stroke_ = nullptr;
+  }
+
+  void endLayer() {
+    if (layer_ != nullptr) bound(*layer_);
   }
 
   std::uint64_t tooFar() const { return tooFar_; }
@@ -240,8 +241,8 @@ class Drawing::Writer {
         rounded(std::clamp(static_cast<double>(degrees), -kMostTilt, kMostTilt)));
   }
 
-  // Made when there is something to put into it, and in its place: a copy would take as much memory
-  // again.
+  // Layers and strokes are made when there is something to put into them, and in their place: a
+  // copy would take as much memory again.
   Orvo::Layer& layer() {
     if (layer_ == nullptr) {
       document_.append(Orvo::Layer());
@@ -251,11 +252,20 @@ class Drawing::Writer {
     return *layer_;
   }
 
+  Orvo::Stroke& stroke(InkTree::Index brush) {
+    if (stroke_ == nullptr) {
+      layer().append(Orvo::Stroke());
+      stroke_ = &layer().back();
+      brushes_.push_back(brush);
+    }
+    return *stroke_;
+  }
+
   Orvo::Document& document_;
   Annotations& annotations_;
   std::vector<InkTree::Index>& brushes_;
   Orvo::Layer* layer_ = nullptr;
-  std::optional<Orvo::Stroke> stroke_;
+  Orvo::Stroke* stroke_ = nullptr;
   std::uint64_t tooFar_ = 0;
   std::uint64_t tooLate_ = 0;
 };
@@ -276,12 +286,13 @@ void Drawing::moveInto(Orvo::Document& document, std::vector<InkTree::Index>& br
           writer.write(sample, brush);
         strokes_[part].points.samples = {};
       }
-      writer.end(brush);
+      writer.endStroke();
     }
+    writer.endLayer();
     remarks_.add(RemarkKind::pointsTooFar, writer.tooFar());
     remarks_.add(RemarkKind::timesTooLate, writer.tooLate());
   }
-  boundLayers(document);
+  bound(document);
 }
 
 }  // namespace translate
