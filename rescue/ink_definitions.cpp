@@ -410,7 +410,7 @@ class Supply {
   // The id to refer to.
   std::string settle(const std::string& wanted) {
     if (!wanted.empty() && ids_.has(wanted)) return wanted;
-    const std::string damaged = wanted.empty() ? "" : ids_.damagedFormOf(wanted);
+    std::string damaged = wanted.empty() ? "" : ids_.damagedFormOf(wanted);
     if (!damaged.empty()) return damaged;
     const std::string& id = wanted.empty() ? usualId_ : wanted;
     if (!unnamed_.empty()) {
