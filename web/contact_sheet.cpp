@@ -2,24 +2,14 @@
 
 #include <string_view>
 
-#include "render/text.h"
 #include "text/base64.h"
 #include "web/card_words.h"
 #include "web/embedded_texts.h"
+#include "web/page.h"
 
 namespace web {
 
 namespace {
-
-constexpr std::string_view kPolicy =
-    "default-src 'none'; img-src data:; style-src 'unsafe-inline'; script-src 'unsafe-inline'";
-
-// As the text of an element or the value of an attribute in double quotes.
-std::string escaped(std::string_view words) {
-  std::string out;
-  render::appendEscaped(out, render::plainText(words));
-  return out;
-}
 
 std::string pictureOf(const Card& card) {
   if (card.picture.empty()) return "<div class=\"paper\">no picture</div>";
@@ -69,13 +59,8 @@ bool isPlainInUrl(char character) {
 }  // namespace
 
 std::string contactSheet(const std::vector<Card>& cards, const std::string& title) {
-  std::string page = "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n";
-  page.append("<meta http-equiv=\"Content-Security-Policy\" content=\"")
-      .append(kPolicy)
-      .append("\">\n");
-  page += "<meta name=\"viewport\" content=\"width=device-width\">\n<title>" + escaped(title) +
-          "</title>\n<style>\n" + kContactSheetCss + "</style>\n</head>\n<body>\n<header><h1>" +
-          escaped(title) + "</h1>\n";
+  std::string page = pageStart(title, kContactSheetCss, "data:");
+  page += "<body>\n<header><h1>" + escaped(title) + "</h1>\n";
   page += kControls;
   page += "<span id=\"count\" role=\"status\">" + counted(cards.size(), "recording") +
           "</span></header>\n<main><ul id=\"cards\">\n";
