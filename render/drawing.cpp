@@ -93,13 +93,14 @@ class DrawingBuilder {
 
   Stroke stroke(const art::Path& path, std::optional<std::size_t> index) {
     const art::Style* style = styleOf(document_, index);
-    Stroke stroke{&path, {}, style == nullptr ? art::Color{} : style->strokeColor};
+    Stroke stroke{&path, {}, style == nullptr ? art::Color{} : style->strokeColor, kLineWidth};
     if (options_.centreLines) {
       flatten(path, line_);
       for (const Place& place : line_)
         extent_.include(place, kLineWidth / 2, kLineWidth / 2);
       return stroke;
     }
+    stroke.width = widest(path, nibs_.of(index));
     stroke.outline = outliner_.outline(path, nibs_.of(index), options_.pressure);
     extent_.include(stroke.outline.extent);
     return stroke;

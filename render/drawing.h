@@ -26,6 +26,7 @@ struct Stroke {
   const art::Path* path = nullptr;
   Outline outline;  ///< empty where only the centre line is drawn
   art::Color color;
+  double width = 0;  ///< of the line where it is widest, in points
 };
 
 struct DrawnLayer {

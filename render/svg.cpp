@@ -3,7 +3,6 @@
 #include <array>
 #include <cmath>
 
-#include "render/drawing.h"
 #include "render/paths.h"
 #include "render/text.h"
 
@@ -164,7 +163,11 @@ class SvgWriter {
 }  // namespace
 
 std::string toSvg(const art::Document& document, const Options& options) {
-  return SvgWriter(drawingOf(document, options), options).take();
+  return toSvg(drawingOf(document, options), options);
+}
+
+std::string toSvg(const Drawing& drawing, const Options& options) {
+  return SvgWriter(drawing, options).take();
 }
 
 }  // namespace render

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "art/document.h"
+#include "render/drawing.h"
 #include "render/options.h"
 
 namespace render {
@@ -14,5 +15,8 @@ namespace render {
 /// of points where no line is wider than a hairline. At most two decimals; the same bytes in every
 /// locale.
 std::string toSvg(const art::Document& document, const Options& options = {});
+
+/// The same, where the document's drawing was already made with these options.
+std::string toSvg(const Drawing& drawing, const Options& options);
 
 }  // namespace render
