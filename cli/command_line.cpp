@@ -21,6 +21,8 @@ const CLI::Validator kNotEmpty(
 constexpr char kRecordings[] =
     "pen recordings (.pnx, .eli) and ink documents (.kvo, .inkml), or folders of them; - is "
     "standard input";
+constexpr char kRecordingsAlone[] =
+    "pen recordings (.pnx, .eli) and ink documents (.kvo, .inkml); - is standard input";
 
 CLI::Validator oneOf(std::vector<std::string> choices) {
   return CLI::Validator(
@@ -54,8 +56,8 @@ void addQuiet(CLI::App& command, bool& quiet) {
   command.add_flag("-q,--quiet", quiet, "print only errors and what the plug-in did wrong");
 }
 
-void addFiles(CLI::App& command, std::vector<std::string>& files) {
-  command.add_option("FILE", files, kRecordings)->required()->check(kNotEmpty)->type_name("");
+void addFiles(CLI::App& command, std::vector<std::string>& files, const char* kinds = kRecordings) {
+  command.add_option("FILE", files, kinds)->required()->check(kNotEmpty)->type_name("");
 }
 
 void addFile(CLI::App& command, std::string& file) {
@@ -128,19 +130,24 @@ void addTranslating(CLI::App& command, InputWords& words) {
       ->type_name("MM");
 }
 
+void addPressure(CLI::App& command, std::optional<double>& pressure) {
+  command
+      .add_option("--pressure", pressure,
+                  "0 to 1: the pressure with which to draw recordings that have none")
+      ->check(numberFrom(0.0, 1.0, "0.5"))
+      ->type_name("P");
+}
+
 void addPicture(CLI::App& open, OpenWords& words) {
   open.add_option("--format", words.format,
-                  "svg, pdf, png or json; by default the ending of OUT, or svg")
+                  "svg, pdf, png, html or json; by default the ending of OUT, or svg")
       ->type_name("F");
   open.add_option("--style", words.style,
                   "outline: the strokes as the brush draws them (default); "
                   "centerline: plain open lines")
       ->check(oneOf({"outline", "centerline"}))
       ->type_name("S");
-  open.add_option("--pressure", words.pressure,
-                  "0 to 1: the pressure with which to draw recordings that have none")
-      ->check(numberFrom(0.0, 1.0, "0.5"))
-      ->type_name("P");
+  addPressure(open, words.pressure);
   open.add_option("--background", words.background,
                   "white, black, #rgb or #rrggbb; transparent by default")
       ->type_name("COLOUR");
@@ -153,7 +160,7 @@ void addPicture(CLI::App& open, OpenWords& words) {
 }
 
 void addOpen(CLI::App& open, OpenWords& words) {
-  addOutputs(open, words, "where the drawing of one FILE goes (.svg, .pdf, .png, .json)");
+  addOutputs(open, words, "where the drawing of one FILE goes (.svg, .pdf, .png, .html, .json)");
   addPicture(open, words);
   open.add_option("--journal", words.journal,
                   "write every call that the plug-in makes to the host, one line of JSON each")
@@ -241,6 +248,15 @@ void addSheet(CLI::App& sheet, SheetWords& words) {
   addQuiet(sheet, words.quiet);
 }
 
+void addView(CLI::App& view, ViewWords& words) {
+  addFiles(view, words.files, kRecordingsAlone);
+  addPressure(view, words.pressure);
+  addJobs(view, words);
+  addTranslating(view, words);
+  addMending(view, words.rescue);
+  addQuiet(view, words.quiet);
+}
+
 /// Adds a command with the options that `addOptions` declares. Its words become `chosen` where it
 /// is the one that is asked for.
 template <class Words>
@@ -260,6 +276,7 @@ void addCommands(CLI::App& app, CommandWords& chosen) {
   addCommand(app, chosen, "check", "say whether recordings are sound, and what is wrong", addCheck);
   addCommand(app, chosen, "packets", "list the packets of a recording", addPackets);
   addCommand(app, chosen, "rescue", "mend damaged recordings", addRescue);
+  addCommand(app, chosen, "view", "show drawings in the browser, and how they came about", addView);
   addCommand(app, chosen, "sheet", "make a contact sheet of many drawings", addSheet);
 }
 

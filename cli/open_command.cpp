@@ -5,17 +5,21 @@
 
 #include "art/json.h"
 #include "cli/batch.h"
+#include "cli/input_file.h"
 #include "cli/log_folder.h"
 #include "cli/module_place.h"
+#include "cli/page_folder.h"
 #include "cli/plugin_run.h"
 #include "cli/prepared_input.h"
 #include "cli/recording.h"
 #include "cli/rescuing.h"
 #include "cli/sentences.h"
+#include "cli/stroke_times.h"
 #include "cli/unopened.h"
 #include "render/pdf_and_png.h"
 #include "render/spine.h"
 #include "render/svg.h"
+#include "web/replay_page.h"
 
 namespace cli {
 
@@ -23,7 +27,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-render::Picture draw(const art::Document& document, const OpenOptions& options) {
+render::Picture draw(const art::Document& document, const OpenOptions& options,
+                     const web::ReplayFacts& facts) {
   switch (options.format) {
     case OutputFormat::svg:
       return {render::toSvg(document, options.picture), {}};
@@ -31,6 +36,8 @@ render::Picture draw(const art::Document& document, const OpenOptions& options) 
       return render::toPdf(document, options.picture);
     case OutputFormat::png:
       return render::toPng(document, options.picture);
+    case OutputFormat::html:
+      return {web::replayPage(document, options.picture, facts), {}};
     case OutputFormat::json:
       return {art::toJson(document), {}};
   }
@@ -63,7 +70,8 @@ std::string summaryOf(const art::Document& document) {
 
 class Opener {
  public:
-  explicit Opener(const OpenOptions& options) : options_(options), batch_(options, "drawn") {
+  explicit Opener(const OpenOptions& options, fs::path pages = {})
+      : options_(options), pages_(std::move(pages)), batch_(options, "drawn") {
     run_.module = options.module.empty() ? findModule() : options.module;
     run_.builtInLibrary = options.builtInLibrary;
     run_.journal = options.journal.has_value();
@@ -76,8 +84,18 @@ class Opener {
       }
     }
     run_.logFolder = options_.logFolder ? *options_.logFolder : makeOwnLogFolder();
-    return batch_.run(
-        [this](const fs::path& file, const fs::path& target) { return open(file, target); });
+    return batch_.run([this](const fs::path& file, const fs::path& target) {
+      return open(file, pages_.empty() ? target : pages_ / pageName(batch_.nameOf(file)));
+    });
+  }
+
+  /// The targets of all files that were opened, after that.
+  std::vector<fs::path> targets() const {
+    std::vector<fs::path> all;
+    for (const std::string& product : batch_.products()) {
+      if (!product.empty()) all.push_back(pathOf(product));
+    }
+    return all;
   }
 
  private:
@@ -96,12 +114,31 @@ class Opener {
 
     if (input.translation()) batch_.mentionAll(file, input.translation()->remarks);
     if (!run.notes.empty()) batch_.warn(file, run.notes);
-    const std::string summary = explainDrawing(file, input, *run.document);
-    const render::Picture picture = draw(*run.document, options_);
+    const std::optional<Recording> recording = readAgain(input);
+    const std::string summary =
+        options_.quiet ? "" : explainDrawing(file, input, *recording, *run.document);
+    const render::Picture picture =
+        draw(*run.document, options_, replayFactsOf(file, input, recording));
     if (picture.refusal) return batch_.fail(target, *picture.refusal);
     if (!batch_.write(target, picture.bytes)) return false;
     batch_.sayDone(file, target, summary);
+    batch_.give(nativeName(target));
     return true;
+  }
+
+  /// The recording is read a second time to find out what was left out, and when it was drawn,
+  /// unless nobody is to know.
+  std::optional<Recording> readAgain(const PreparedInput& input) const {
+    if (options_.quiet && options_.format != OutputFormat::html) return {};
+    return std::optional<Recording>(std::in_place, input.path(), kindByName(input.path()));
+  }
+
+  web::ReplayFacts replayFactsOf(const fs::path& file, const PreparedInput& input,
+                                 const std::optional<Recording>& recording) const {
+    if (options_.format != OutputFormat::html) return {};
+    const fs::path& name = batch_.nameOf(file);
+    return {isStandardInput(name) ? "drawing" : nativeName(name.filename()),
+            strokeTimes(*recording, input.path()), recording->kind() == FileKind::inkml};
   }
 
   std::optional<std::string> refusalOfJournal(const fs::path& file, const fs::path& target) {
@@ -112,12 +149,9 @@ class Opener {
     return refusalToOverwrite(file, *options_.journal, force);
   }
 
-  /// Prints what a person should know about the drawing; gives a summary. The recording is read
-  /// here a second time, to find out what was left out, unless nothing is to be printed.
+  /// Prints what a person should know about the drawing; gives a summary.
   std::string explainDrawing(const fs::path& file, const PreparedInput& input,
-                             const art::Document& document) {
-    if (options_.quiet) return {};
-    const Recording recording(input.path(), kindByName(input.path()));
+                             const Recording& recording, const art::Document& document) {
     mentionOmissions(file, input, recording);
     mentionHairlines(file, document);
     return joined(drawingOf(recording, document), input.summary());
@@ -155,6 +189,7 @@ class Opener {
   }
 
   const OpenOptions& options_;
+  fs::path pages_;  ///< Empty: the results go where the batch has them.
   PluginRunOptions run_;
   Batch batch_;
 };
@@ -163,6 +198,14 @@ class Opener {
 
 ExitStatus openFiles(const OpenOptions& options) {
   return Opener(options).openAll() ? ExitStatus::done : ExitStatus::failed;
+}
+
+ExitStatus openAsPages(const OpenOptions& options, const fs::path& folder,
+                       std::vector<fs::path>& pages) {
+  Opener opener(options, folder);
+  const bool allDone = opener.openAll();
+  pages = opener.targets();
+  return allDone ? ExitStatus::done : ExitStatus::failed;
 }
 
 }  // namespace cli

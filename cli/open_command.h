@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <vector>
 
 #include "cli/batch_options.h"
 #include "cli/output_format.h"
@@ -26,5 +27,11 @@ struct OpenOptions : BatchOptions {
 /// writes what it drew to a file. The plug-in decides what opens; a file that does not open is
 /// explained and the others are still done.
 ExitStatus openFiles(const OpenOptions& options);
+
+/// The same, but every drawing becomes a page in this folder, under a name that only the page of
+/// the same recording has; one that is there is replaced. Adds the pages that were made to `pages`,
+/// in the order of the files.
+ExitStatus openAsPages(const OpenOptions& options, const std::filesystem::path& folder,
+                       std::vector<std::filesystem::path>& pages);
 
 }  // namespace cli

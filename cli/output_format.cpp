@@ -14,6 +14,8 @@ std::string_view nameOf(OutputFormat format) {
       return "pdf";
     case OutputFormat::png:
       return "png";
+    case OutputFormat::html:
+      return "html";
     case OutputFormat::json:
       return "json";
   }

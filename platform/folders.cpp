@@ -34,6 +34,12 @@ std::optional<std::filesystem::path> stateFolder() {
   return std::filesystem::path(*folder) / "Penwick";
 }
 
+std::optional<std::filesystem::path> cacheFolder() {
+  const std::optional<std::filesystem::path> folder = stateFolder();
+  if (!folder) return std::nullopt;
+  return *folder / "Pages";
+}
+
 std::error_code makePrivateFolder(const std::filesystem::path& folder) {
   std::error_code error;
   std::filesystem::create_directories(folder, error);
@@ -57,6 +63,17 @@ std::optional<std::string> homeFolder() {
   return found->pw_dir;
 }
 
+// "penwick" in the folder that a variable names by an absolute path, or else in one below the home
+// folder.
+std::optional<std::filesystem::path> ownFolder(const char* variable, const char* belowHome) {
+  // NOLINTNEXTLINE(concurrency-mt-unsafe): nothing here changes the environment.
+  const char* named = std::getenv(variable);
+  if (named != nullptr && *named == '/') return std::filesystem::path(named) / "penwick";
+  const std::optional<std::string> home = homeFolder();
+  if (!home) return std::nullopt;
+  return std::filesystem::path(*home) / belowHome / "penwick";
+}
+
 }  // namespace
 
 std::optional<std::wstring> localAppDataFolder() {
@@ -70,12 +87,11 @@ std::optional<std::wstring> localAppDataFolder() {
 }
 
 std::optional<std::filesystem::path> stateFolder() {
-  // NOLINTNEXTLINE(concurrency-mt-unsafe): nothing here changes the environment.
-  const char* state = std::getenv("XDG_STATE_HOME");
-  if (state != nullptr && *state == '/') return std::filesystem::path(state) / "penwick";
-  const std::optional<std::string> home = homeFolder();
-  if (!home) return std::nullopt;
-  return std::filesystem::path(*home) / ".local/state/penwick";
+  return ownFolder("XDG_STATE_HOME", ".local/state");
+}
+
+std::optional<std::filesystem::path> cacheFolder() {
+  return ownFolder("XDG_CACHE_HOME", ".cache");
 }
 
 std::error_code makePrivateFolder(const std::filesystem::path& folder) {

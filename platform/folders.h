@@ -20,6 +20,12 @@ std::optional<std::wstring> localAppDataFolder();
 /// system knows no such folder. The folder need not exist.
 std::optional<std::filesystem::path> stateFolder();
 
+/// The folder for what this program can make again, such as pages to show. Natively "penwick" in
+/// the folder that XDG_CACHE_HOME names, if that is an absolute path, or else in `.cache` under the
+/// home folder; on Windows "Penwick\Pages" in the local application-data folder. Nothing when the
+/// system knows no such folder. The folder need not exist.
+std::optional<std::filesystem::path> cacheFolder();
+
 /// Creates `folder` and any missing folders above it, natively accessible to their owner alone.
 /// Returns the error that prevented it; a folder that already exists is not an error.
 std::error_code makePrivateFolder(const std::filesystem::path& folder);

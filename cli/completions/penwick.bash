@@ -16,7 +16,7 @@ _penwick() {
   local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD-1]} command=${COMP_WORDS[1]}
   COMPREPLY=()
   if [ "$COMP_CWORD" -eq 1 ]; then
-    _penwick_words "open info check rescue packets sheet ink convert --help --version"
+    _penwick_words "open info check rescue packets sheet ink convert view --help --version"
     return
   fi
   # Bash takes "--format=s" apart into three words.
@@ -26,7 +26,7 @@ _penwick() {
     word=
   fi
   case $before in
-    --format) _penwick_words "svg pdf png json"; return ;;
+    --format) _penwick_words "svg pdf png html json"; return ;;
     --on-conflict) _penwick_words "keep replace number"; return ;;
     --style) _penwick_words "outline centerline"; return ;;
     --as) _penwick_words "pen inkml inkml-subset"; return ;;
@@ -38,8 +38,9 @@ _penwick() {
   local options="--help --as"
   case $command in
     open | convert | rescue | ink | sheet) options+=" --output --quiet" ;;&
-    info | check | sheet) options+=" --jobs --time-limit" ;;&
-    open | convert | info | check | sheet) options+=" --translate --unit" ;;&
+    view) options+=" --quiet --pressure --rescue" ;;&
+    info | check | sheet | view) options+=" --jobs --time-limit" ;;&
+    open | convert | info | check | sheet | view) options+=" --translate --unit" ;;&
     open | convert | rescue) options+=" --out-dir --on-conflict --jobs --time-limit" ;;&
     open) options+=" --force --format --style --pressure --background --dpi --size
                      --journal --no-built-in-library --module --log-dir --verbose --rescue" ;;

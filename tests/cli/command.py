@@ -88,6 +88,7 @@ class CommandTest(unittest.TestCase):
     def penwick(self, *words, program=PENWICK, **options):
         environment = {**os.environ, "HOME": str(self.home), "XDG_STATE_HOME": ""}
         environment.pop("XDG_DATA_HOME", None)
+        environment.pop("XDG_CACHE_HOME", None)
         environment.update(options.pop("env", {}))
         if "input" not in options:
             options.setdefault("stdin", subprocess.DEVNULL)

@@ -22,7 +22,7 @@ TEST(AnOutputFormat, IsNotGuessedFromAnyOtherName) {
 TEST(AnOutputFormat, HasANameThatParsesBack) {
   for (const OutputFormat format : cli::kOutputFormats)
     EXPECT_EQ(parseOutputFormat(cli::nameOf(format)), format);
-  EXPECT_EQ(cli::listOutputFormats(), "svg, pdf, png, json");
+  EXPECT_EQ(cli::listOutputFormats(), "svg, pdf, png, html, json");
 }
 
 }  // namespace

@@ -9,9 +9,19 @@ LIGHT = descriptor() + stroke((0, 10), (100, 200), (300, 50), pressed=0)
 class Pictures(CommandTest):
     def test_are_written_in_every_format(self):
         self.file("a.pnx", PRESSED)
-        for name, start in (("a.svg", b"<?xml"), ("a.pdf", b"%PDF-"), ("a.png", b"\x89PNG\r\n")):
+        for name, start in (("a.svg", b"<?xml"), ("a.pdf", b"%PDF-"), ("a.png", b"\x89PNG\r\n"),
+                            ("a.html", b"<!DOCTYPE html>\n")):
             self.assert_done("open", "-q", "a.pnx", "-o", name)
             self.assertTrue((self.folder / name).read_bytes().startswith(start), name)
+
+    def test_a_page_holds_the_very_svg(self):
+        self.file("a.pnx", PRESSED)
+        for words in ([], ["--style", "centerline"], ["--background", "#ff8000"]):
+            for name in ("a.svg", "a.html"):
+                self.assert_done("open", "-q", "a.pnx", "-o", name, *words)
+            svg = (self.folder / "a.svg").read_text()
+            self.assertIn(svg.removeprefix('<?xml version="1.0" encoding="UTF-8"?>\n'),
+                          (self.folder / "a.html").read_text())
 
     def png_size(self, *words):
         self.assert_done("open", "-q", "a.pnx", "-o", "a.png", *words)
@@ -51,6 +61,7 @@ class Pictures(CommandTest):
         for name, sentence, *words in (
                 ("a.svg", "--dpi is for png only; leave it out with svg", "--dpi", "300"),
                 ("a.pdf", "--size is for png only; leave it out with pdf", "--size", "80"),
+                ("a.html", "--size is for png only; leave it out with html", "--size", "80"),
                 ("a.json", "--dpi is for png only; leave it out with json", "--dpi", "300"),
                 ("a.json", "--style is for pictures; leave it out with json", "--style", "outline"),
                 ("a.json", "--pressure is for pictures; leave it out with json", "--pressure", "1"),

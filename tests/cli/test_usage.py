@@ -7,7 +7,7 @@ import subprocess
 from command import CommandTest, ink, layer
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
-COMMANDS = ["check", "convert", "info", "ink", "open", "packets", "rescue", "sheet"]
+COMMANDS = ["check", "convert", "info", "ink", "open", "packets", "rescue", "sheet", "view"]
 
 
 class Usage(CommandTest):
@@ -73,13 +73,13 @@ class Usage(CommandTest):
         self.file("a.pnx")
         for words in (["-o", "a.dwg"], ["--format", "xls"]):
             self.assert_usage(["open", "a.pnx", *words], "is not a format that can be written; "
-                                                         "choose one of svg, pdf, png, json")
+                                                         "choose one of svg, pdf, png, html, json")
 
     def test_an_output_that_does_not_tell_its_format(self):
         for name in ("a", "/dev/full"):
             self.assert_usage(["open", "a.pnx", "-o", name],
                               f"'{name}' has no ending that names a format; add one or give "
-                              "--format (svg, pdf, png, json)")
+                              "--format (svg, pdf, png, html, json)")
 
     def test_a_name_and_a_format_that_contradict(self):
         self.assert_usage(["open", "a.pnx", "-o", "a.svg", "--format", "png"],
@@ -170,7 +170,7 @@ class Usage(CommandTest):
 
     def test_bash_completes_values_after_a_space_or_an_equals_sign(self):
         # An equals sign is a word of its own for bash.
-        formats = ["json", "pdf", "png", "svg"]
+        formats = ["html", "json", "pdf", "png", "svg"]
         for words in (["--format", ""], ["--format", "="], ["--format", "=", ""]):
             self.assertEqual(self.bash_completes("penwick", "open", *words), formats)
         for words in (["--format", "s"], ["--format", "=", "s"]):
