@@ -35,7 +35,7 @@ class DesktopFiles(CommandTest):
     def test_are_valid(self):
         self.assert_clean("desktop-file-validate", LINUX / "penwick.desktop")
         self.assert_clean("appstreamcli", "validate", "--no-net", "--pedantic", self.metadata())
-        for file in (LINUX / "penwick.xml", LINUX / "penwick.svg"):
+        for file in (LINUX / "penwick.xml", LINUX / "penwick.svg", *(ROOT / "packaging/inkscape").glob("*.inx")):
             self.assert_clean("xmllint", "--noout", file)
 
     def test_name_the_same_kinds_of_files_everywhere(self):
