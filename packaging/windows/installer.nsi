@@ -1,6 +1,7 @@
 ; The installer of the plug-in for the 64-bit host, per machine. Made by packaging/windows/pack with
 ;   VERSION  the project's version       VERSION_WORDS  the same as four numbers
 ;   FILES    the folder with the files   OUT            the installer to write
+; A silent run (/S) adds "Show with Penwick" with /SHOW, and otherwise leaves it as it is; /D=FOLDER comes last.
 ; Exit codes of a silent run: 0 done, 2 a file could not be written or removed, 3 the host runs.
 Target amd64-unicode
 ManifestDPIAware true
@@ -11,12 +12,16 @@ SetCompressor /SOLID lzma
 !include MUI2.nsh
 !include LogicLib.nsh
 !include FileFunc.nsh
+!include Sections.nsh
 
 !define PRODUCT "Penwick vector files"
 !define HOST "Adobe Illustrator CS6"
 !define HOST_FOLDER "Adobe Illustrator CS6 (64 Bit)"
 !define PROGRAM "Support Files\Contents\Windows\Illustrator.exe"
 !define UNINSTALL_KEYS "Software\Microsoft\Windows\CurrentVersion\Uninstall"
+; Verbs in this place stand in the menu of every file of an ending, whatever program opens it.
+!define VERBS "Software\Classes\SystemFileAssociations"
+!define VERB "Penwick.Show"
 !define UNINSTALL_KEY "${UNINSTALL_KEYS}\PenwickVectorFiles"
 
 Name "${PRODUCT}"
@@ -40,7 +45,11 @@ VIAddVersionKey LegalCopyright "MIT licence"
 !define MUI_FINISHPAGE_SHOWREADME "$INSTDIR\GUIDE.txt"
 !define MUI_FINISHPAGE_SHOWREADME_TEXT "Show the guide"
 
+!define MUI_COMPONENTSPAGE_NODESC
+!define MUI_COMPONENTSPAGE_TEXT_TOP "$\"Show with Penwick$\" adds a line to the menu that a right click on a recording opens: it shows the drawing in the browser. What a double-click does stays as it is."
+
 !insertmacro MUI_PAGE_WELCOME
+!insertmacro MUI_PAGE_COMPONENTS
 !define MUI_PAGE_CUSTOMFUNCTION_LEAVE doubtFolder
 !insertmacro MUI_PAGE_DIRECTORY
 !insertmacro MUI_PAGE_INSTFILES
@@ -99,6 +108,7 @@ Function .onInit
     ${EndIf}
   ${EndIf}
   Call intoOwnFolder
+  Call chooseVerb
 FunctionEnd
 
 ; In a folder that holds other things the plug-in gets one of its own.
@@ -197,7 +207,26 @@ Function findMadeFolder
   ${Loop}
 FunctionEnd
 
-Section
+; For each of the endings that recordings have.
+!macro ForEachEnding Do
+  !insertmacro ${Do} ".pnx"
+  !insertmacro ${Do} ".eli"
+  !insertmacro ${Do} ".kvo"
+  !insertmacro ${Do} ".inkml"
+!macroend
+!macro AddVerb ending
+  WriteRegStr HKLM "${VERBS}\${ending}\shell\${VERB}" "" "Show with Penwick"
+  WriteRegStr HKLM "${VERBS}\${ending}\shell\${VERB}\command" "" '"$INSTDIR\penwick.exe" view "%1"'
+!macroend
+; What others have put there stays.
+!macro RemoveVerb ending
+  DeleteRegKey HKLM "${VERBS}\${ending}\shell\${VERB}"
+  DeleteRegKey /ifempty HKLM "${VERBS}\${ending}\shell"
+  DeleteRegKey /ifempty HKLM "${VERBS}\${ending}"
+!macroend
+
+Section "Plug-in, command and brush library"
+  SectionIn RO
   SetRegView 64
   SetShellVarContext all
   Call waitForHost
@@ -244,7 +273,25 @@ Section
   SetOverwrite off
   File "${FILES}/brush_pressure.ai"
   SetOutPath "$INSTDIR"
+  ; The next section adds it again where it is wanted.
+  !insertmacro ForEachEnding RemoveVerb
 SectionEnd
+
+Section /o "Show with Penwick" verbSection
+  !insertmacro ForEachEnding AddVerb
+SectionEnd
+
+; It is chosen where it is there already, or where a silent run asks for it.
+Function chooseVerb
+  ReadRegStr $0 HKLM "${VERBS}\.pnx\shell\${VERB}" ""
+  ${GetParameters} $1
+  ClearErrors
+  ${GetOptions} $1 "/SHOW" $2
+  ${IfNot} ${Errors}
+  ${OrIf} $0 != ""
+    !insertmacro SelectSection ${verbSection}
+  ${EndIf}
+FunctionEnd
 
 Function un.sameBytes
   ; $R1 and $R2: two files; $R0 becomes "yes" when they hold the same bytes
@@ -337,6 +384,7 @@ Section Uninstall
   ReadRegStr $MadeFolder HKLM "${UNINSTALL_KEY}" "MadeFolder"
   Call un.removeFolders
   Call un.removeLibrary
+  !insertmacro ForEachEnding RemoveVerb
 
   SetShellVarContext all
   Delete "$SMPROGRAMS\${PRODUCT}\Guide.lnk"

@@ -18,6 +18,8 @@ DEFAULT = wine.DRIVE / "Program Files/Adobe" / HOST / "Plug-ins"
 UNINSTALL_KEYS = r"HKLM\Software\Microsoft\Windows\CurrentVersion\Uninstall"
 OWN_KEY = UNINSTALL_KEYS + r"\PenwickVectorFiles"
 HOST_KEY = UNINSTALL_KEYS + r"\TheHost"
+ENDINGS = (".pnx", ".eli", ".kvo", ".inkml")
+VERBS = r"HKLM\Software\Classes\SystemFileAssociations"
 SHORTCUTS = {"Guide.lnk", "Put the brush library in place.lnk", "Uninstall.lnk"}
 
 
@@ -51,6 +53,17 @@ def has_key(key):
     return wine.wine("reg", "query", key, "/reg:64").returncode == 0
 
 
+def verb_key(ending):
+    return rf"{VERBS}\{ending}\shell\Penwick.Show"
+
+
+def value_of(key):
+    """The unnamed value of a key; None where the key has none."""
+    told = wine.wine("reg", "query", key, "/ve", "/reg:64")
+    words = told.stdout.decode(errors="replace").split("REG_SZ", 1)
+    return words[1].strip() if told.returncode == 0 and len(words) == 2 else None
+
+
 class Installer(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
@@ -67,6 +80,7 @@ class Installer(unittest.TestCase):
         # The uninstaller works on a copy of itself, which Windows removes at its next start.
         for folder in wine.DRIVE.glob("users/*/Temp/~nsu*"):
             shutil.rmtree(folder, ignore_errors=True)
+        wine.wine("reg", "delete", VERBS, "/f", "/reg:64")
 
     def in_a_prompt(self, line):
         script = wine.DRIVE / "run.cmd"
@@ -74,10 +88,12 @@ class Installer(unittest.TestCase):
         self.addCleanup(script.unlink, missing_ok=True)
         return wine.wine("cmd", "/c", r"C:\run.cmd")
 
-    def silently(self, program, folder=None):
+    def silently(self, program, folder=None, show=False):
         """Runs an installer as an administrator would from the command prompt: the folder stands
         last and without quotation marks."""
         line = f'"{wine.windows_path(program)}" /S'
+        if show:
+            line += " /SHOW"
         if folder is not None:
             line += f" /D={wine.windows_path(folder)}"
         self.in_a_prompt(line)
@@ -173,6 +189,40 @@ class Installer(unittest.TestCase):
     def test_takes_the_default_folder_when_nothing_tells_another(self):
         self.silently(SETUP)
         self.assert_installed(DEFAULT / "Penwick")
+
+    def test_shows_nothing_in_the_menus_unless_that_is_wanted(self):
+        self.silently(SETUP)
+        for ending in ENDINGS:
+            self.assertFalse(has_key(rf"{VERBS}\{ending}"), ending)
+
+    def test_adds_show_with_penwick_to_every_kind_of_recording_and_takes_it_away(self):
+        folder = wine.DRIVE / "hosts/with blanks/Penwick"
+        self.silently(SETUP, folder, show=True)
+        for ending in ENDINGS:
+            self.assertEqual(value_of(verb_key(ending)), "Show with Penwick")
+            self.assertEqual(value_of(verb_key(ending) + r"\command"),
+                             f'"{wine.windows_path(folder)}\\penwick.exe" view "%1"')
+        self.assertTrue(self.uninstall(folder))
+        for ending in ENDINGS:
+            self.assertFalse(has_key(rf"{VERBS}\{ending}"), ending)
+
+    def test_an_update_keeps_show_with_penwick(self):
+        self.silently(SETUP, show=True)
+        self.silently(SETUP)
+        for ending in ENDINGS:
+            self.assertEqual(value_of(verb_key(ending)), "Show with Penwick")
+
+    def test_what_opens_recordings_and_the_verbs_of_others_stay(self):
+        opener, other = r"HKLM\Software\Classes\.pnx", rf"{VERBS}\.kvo\shell\Other"
+        self.addCleanup(wine.wine, "reg", "delete", opener, "/f", "/reg:64")
+        for key, value in ((opener, "TheHost.Recording"), (other, "Another's")):
+            wine.wine("reg", "add", key, "/ve", "/d", value, "/f", "/reg:64", check=True)
+        self.silently(SETUP, show=True)
+        self.assertEqual((value_of(opener), value_of(other)), ("TheHost.Recording", "Another's"))
+        self.assertTrue(self.uninstall(DEFAULT / "Penwick"))
+        self.assertEqual((value_of(opener), value_of(other)), ("TheHost.Recording", "Another's"))
+        self.assertFalse(has_key(verb_key(".kvo")))
+        self.assertFalse(has_key(rf"{VERBS}\.pnx"))
 
     @contextlib.contextmanager
     def listed_host(self, place, view):
