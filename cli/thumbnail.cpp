@@ -11,6 +11,7 @@
 #include "cli/module_place.h"
 #include "cli/outputs.h"
 #include "cli/plugin_run.h"
+#include "cli/prepared_input.h"
 #include "cli/unopened.h"
 #include "render/drawing.h"
 #include "render/pdf_and_png.h"
@@ -96,10 +97,12 @@ ExitStatus makeThumbnail(const fs::path& file, const fs::path& target, int size)
   if (const auto refusal = refusalToOpenFiles()) return fail(file, *refusal);
   const InputFile input(file, {});
   if (input.problem()) return fail(file, *input.problem());
+  const PreparedInput prepared(input.path(), {});
+  if (prepared.problem()) return fail(file, *prepared.problem());
   PluginRunOptions options;
   options.module = findModule();
-  PluginRun run = runPlugin(input.path(), options);
-  if (!run.document) return fail(file, explainUnopened(run, input.path()));
+  PluginRun run = runPlugin(prepared.path(), options);
+  if (!run.document) return fail(file, explainUnopened(run, prepared.path()));
   const render::Picture picture = draw(*run.document, size);
   if (picture.refusal) return fail(file, *picture.refusal);
   if (const auto problem = writeThrough(target, picture.bytes)) return fail(target, *problem);

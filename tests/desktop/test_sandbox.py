@@ -1,4 +1,5 @@
-"""The thumbnailer where file managers run it: no home, nothing to write to but the picture, no network."""
+"""The thumbnailer where file managers run it: no home, no network, and nothing to write to but the picture and an
+empty folder for temporary files."""
 import os
 import pathlib
 import subprocess
@@ -15,7 +16,7 @@ class Sandbox(CommandTest):
     def thumbnail(self, file):
         target = self.file("out.png", b"")
         words = ["bwrap", "--ro-bind", "/usr", "/usr", "--unshare-all", "--die-with-parent", "--clearenv",
-                 "--setenv", "PATH", "/usr/bin", "--chdir", "/", "--proc", "/proc", "--dev", "/dev"]
+                 "--setenv", "PATH", "/usr/bin", "--chdir", "/", "--proc", "/proc", "--dev", "/dev", "--tmpfs", "/tmp"]
         for name in ("/lib", "/lib64", "/bin"):
             words += ["--symlink", "usr" + name, name] if os.path.islink(name) else ["--ro-bind", name, name]
         words += ["--ro-bind-try", "/etc/ld.so.cache", "/etc/ld.so.cache"]
@@ -35,7 +36,7 @@ class Sandbox(CommandTest):
                 self.assertEqual((self.result.returncode, self.result.stderr), (0, b""))
                 rows = png.pixels(content)
                 self.assertEqual(max(len(rows), len(rows[0])), 256)
-                self.assertEqual(png.ink(rows) is None, sample.name == "other-program.inkml")
+                self.assertIsNotNone(png.ink(rows))
 
     def test_a_broken_file_gives_nothing(self):
         self.assertEqual(self.thumbnail(self.file("broken.pnx", b"no recording")), b"")
