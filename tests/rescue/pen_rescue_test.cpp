@@ -186,7 +186,7 @@ std::string recordingWithTimes(int points, int timeLeapAt) {
 }
 
 TEST_F(PenRescueTest, EndsTheStrokeWhereTheClockLeapsOverAGap) {
-  const std::size_t pressure = recordingOf(2).size() + 3 + 10 * 18 + 6;
+  const std::size_t pressure = recordingOf(2).size() + 3 + 10UL * 18 + 6;
   for (const bool leaps : {false, true}) {
     std::string damaged = recordingWithTimes(20, leaps ? 10 : 20);
     damaged[pressure + 1] = 0x33;
@@ -203,7 +203,7 @@ TEST_F(PenRescueTest, PutsPressureAndTiltBackBehindAPenDownThatItPutsIn) {
   }
   const std::size_t end = damaged.size();
   // Points 8 to 15, the last two bytes of the first one only, and the head of the next.
-  damaged.replace(end - 12 * 6 + 3, 8 * 6, std::string(8 * 6, '\xFF'));
+  damaged.replace(end - 12UL * 6 + 3, 8UL * 6, std::string(8UL * 6, '\xFF'));
   const PenRescue result = rescuePenRecording(damaged);
   const pentest::Parsed parsed(Bytes(result.bytes.begin(), result.bytes.end()));
   EXPECT_EQ(parsed.shape(), (Shape{{12, 12, 8, 3}}));
