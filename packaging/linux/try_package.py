@@ -82,6 +82,20 @@ class BareDebian:
             self.run(*[values.get(word, word) for word in line.split()])
             demand((self.drawings / "small.png").read_bytes().startswith(b"\x89PNG"), sample.name)
 
+    def try_double_click(self):
+        """As the desktop entry says, with a browser that only notes what it is to show."""
+        entry = configparser.RawConfigParser()
+        entry.read(self.root / "usr/share/applications/penwick.desktop")
+        browser = self.drawings / "browser"
+        browser.write_text('#!/bin/sh\necho "$1" >/tmp/drawings/shown\n')
+        browser.chmod(0o755)
+        for sample in SAMPLES:
+            (self.drawings / "shown").unlink(missing_ok=True)
+            line = entry["Desktop Entry"]["Exec"].replace("%f", f"/tmp/drawings/{sample.name}")
+            self.run("env", "BROWSER=/tmp/drawings/browser", *line.split())
+            shown = (self.drawings / "shown").read_text().strip().removeprefix("file://")
+            demand("<html" in (self.root / shown.lstrip("/")).read_text(), sample.name, "is shown as", shown)
+
     def try_kinds(self):
         for sample in SAMPLES:
             wanted = "application/x-penwick-recording" if sample.suffix == ".pnx" else "application/inkml+xml"
@@ -104,6 +118,7 @@ class BareDebian:
         self.try_command()
         self.try_thumbnails()
         self.try_kinds()
+        self.try_double_click()
         self.run("dpkg", "--purge", "penwick")
         after = state_of(self.root)
         other = sorted(name for name in before.keys() | after.keys() if before.get(name) != after.get(name))
