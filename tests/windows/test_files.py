@@ -302,7 +302,7 @@ class TheCommand(unittest.TestCase):
         imports = self.image.imports()
         self.assertLessEqual(imports.keys(), SYSTEM_LIBRARIES)
         self.assertLessEqual(imports["kernel32.dll"], SYSTEM_FUNCTIONS)
-        self.assertLessEqual(imports["shell32.dll"], {"SHGetFolderPathW"})
+        self.assertLessEqual(imports["shell32.dll"], {"SHGetFolderPathW", "ShellExecuteW"})
 
     def test_asks_for_long_names(self):
         manifest = self.image.resources()[(24, 1, 1033)]
