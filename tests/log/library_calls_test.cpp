@@ -42,7 +42,6 @@ extern "C" int fclose(std::FILE* file) {
 
 namespace {
 
-using Orvo::Logger;
 using Orvo::LogLevel;
 using Orvo::logMessage;
 using testing::ElementsAre;

@@ -11,7 +11,6 @@ namespace {
 
 using namespace plugintest;
 using test::HostWithFaults;
-using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
