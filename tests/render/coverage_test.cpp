@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <cstdlib>
 #include <gtest/gtest.h>
 #include <numeric>
 #include <random>
@@ -22,14 +24,14 @@ class Shares {
   Shares(int width, int rows) : width_(width), rows_(rows), coverage_(width, rows) {}
 
   const std::vector<int>& of(const render::Outline& outline, int firstRow = 0) {
-    shares_.assign(static_cast<std::size_t>(width_ * rows_), 0);
+    shares_.assign(static_cast<std::size_t>(width_) * static_cast<std::size_t>(rows_), 0);
     begin(outline, firstRow);
     while (const auto row = coverage_.next()) {
       EXPECT_LT(row->row, rows_);
       EXPECT_GE(row->first, 0);
       EXPECT_LE(row->first + static_cast<int>(row->shares.size()), width_);
       std::copy(row->shares.begin(), row->shares.end(),
-                shares_.begin() + row->row * width_ + row->first);
+                shares_.begin() + std::ptrdiff_t{row->row} * width_ + row->first);
     }
     return shares_;
   }
@@ -152,8 +154,9 @@ double shareAt(const render::Contour& contour, int column, int row) {
   constexpr int kPlaces = 32;
   int inside = 0;
   for (int i = 0; i < kPlaces * kPlaces; ++i) {
-    const double h = (column + (i % kPlaces + 0.5) / kPlaces) * kStepsPerPixel;
-    const double v = -(row + (i / kPlaces + 0.5) / kPlaces) * kStepsPerPixel;
+    const std::div_t place = std::div(i, kPlaces);
+    const double h = (column + (place.rem + 0.5) / kPlaces) * kStepsPerPixel;
+    const double v = -(row + (place.quot + 0.5) / kPlaces) * kStepsPerPixel;
     inside += windingAt(contour, h, v) != 0 ? 1 : 0;
   }
   return 256.0 * inside / (kPlaces * kPlaces);
@@ -190,7 +193,8 @@ TEST(ACoverage, OfABandEqualsThoseRowsOfTheWhole) {
   const std::vector<int> whole = Shares(12, 12).of(outline);
   const std::vector<int> band = Shares(12, 4).of(outline, 5);
   for (std::size_t i = 0; i < band.size(); ++i)
-    EXPECT_NEAR(band[i], whole[i + 12 * 5], 1) << i;  // a sample on an edge may fall either way
+    EXPECT_NEAR(band[i], whole[i + std::size_t{12} * 5], 1)
+        << i;  // a sample on an edge may fall either way
 }
 
 }  // namespace

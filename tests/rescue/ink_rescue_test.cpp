@@ -13,7 +13,6 @@ using rescue::LeftOut;
 using rescue::rescueInkDocument;
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::Not;
 
 // Times of the points of each stroke of each layer, as the plug-in's reader finds them.
 using Times = std::vector<std::uint32_t>;

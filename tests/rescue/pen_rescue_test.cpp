@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <utility>
 
 #include "log/logger.h"
 #include "tests/penfile/parsing.h"
@@ -24,8 +25,12 @@ std::string textOf(const PenFileBuilder& recording) {
   return {recording.data().begin(), recording.data().end()};
 }
 
+std::string& operator+=(std::string& bytes, const PenFileBuilder& more) {
+  return bytes += textOf(more);
+}
+
 std::string operator+(std::string bytes, const PenFileBuilder& more) {
-  return bytes + textOf(more);
+  return std::move(bytes += more);
 }
 
 PenFileBuilder header() {
@@ -123,7 +128,7 @@ TEST_F(PenRescueTest, LeavesRunsAloneThatASoundRecordingHoldsTwice) {
 TEST_F(PenRescueTest, LeavesAnUnknownPacketAloneThatHoldsPartOfADrawing) {
   std::string recording = recordingOf(12);
   const std::size_t head = placeOf(3, 2) + 6;
-  ASSERT_EQ(kStroke * 3 + 12 * 7 + 6, 540U);
+  ASSERT_EQ(kStroke * 3 + 12 * std::size_t{7} + 6, 540U);
   recording[head] = 0x75;
   recording[head + 1] = static_cast<char>(0x80 | 15);
   expectUnchanged(recording);
@@ -177,10 +182,10 @@ std::string recordingWithTimes(int points, int timeLeapAt) {
   std::string bytes = recordingOf(2) + PenFileBuilder().status(0x01);
   for (int i = 0; i < points; ++i) {
     const unsigned time = 1000U + 8U * static_cast<unsigned>(i) + (i >= timeLeapAt ? 5000U : 0U);
-    bytes = bytes + PenFileBuilder()
-                        .coordinate(1000 + 40 * i, 4000)
-                        .pressure(1, 800)
-                        .time(17, 0, time >> 8, time & 0xFFU);
+    bytes += PenFileBuilder()
+                 .coordinate(1000 + 40 * i, 4000)
+                 .pressure(1, 800)
+                 .time(17, 0, time >> 8, time & 0xFFU);
   }
   return bytes + PenFileBuilder().status(0x00);
 }
@@ -198,8 +203,8 @@ TEST_F(PenRescueTest, EndsTheStrokeWhereTheClockLeapsOverAGap) {
 TEST_F(PenRescueTest, PutsPressureAndTiltBackBehindAPenDownThatItPutsIn) {
   std::string damaged = recordingOf(2) + PenFileBuilder().status(0x01);
   for (int i = 0; i < 20; ++i) {
-    damaged = damaged + PenFileBuilder().coordinate(1000 + 40 * i, 4000);
-    if (i == 2) damaged = damaged + PenFileBuilder().pressure(1, 800).tilt(20, -30);
+    damaged += PenFileBuilder().coordinate(1000 + 40 * i, 4000);
+    if (i == 2) damaged += PenFileBuilder().pressure(1, 800).tilt(20, -30);
   }
   const std::size_t end = damaged.size();
   // Points 8 to 15, the last two bytes of the first one only, and the head of the next.
@@ -267,7 +272,7 @@ TEST_F(PenRescueTest, LiftsThePenWhereTheFirstRecordingEndsInsideAStroke) {
 std::string recordingWithLineEnds() {
   std::string bytes = recordingOf(4) + PenFileBuilder().status(0x01);
   for (int i = 0; i < 20; ++i)
-    bytes = bytes + PenFileBuilder().coordinate(2900 + i, 3338 + i % 3).pressure(1, 778 + 256 * i);
+    bytes += PenFileBuilder().coordinate(2900 + i, 3338 + i % 3).pressure(1, 778 + 256 * i);
   return bytes + PenFileBuilder().status(0x00);
 }
 
@@ -308,7 +313,7 @@ TEST_F(PenRescueTest, PutsBackTheCarriageReturnsThatATransferTookOut) {
 TEST_F(PenRescueTest, RestoresTagsThatTurnedIntoQuestionMarksAndDropsThePointsThatDid) {
   std::string sound = textOf(header());
   for (const int number : {1, 4, 6})
-    sound = sound + stroke(number);
+    sound += stroke(number);
   sound = sound + PenFileBuilder().status(0x80) + stroke(11);
   std::string damaged = sound;
   for (char& byte : damaged)
@@ -453,8 +458,10 @@ TEST_F(PenRescueTest, GoesOnBehindAPacketOfLengthZero) {
 
 TEST_F(PenRescueTest, KeepsUnknownPacketsThatTheRecordingUses) {
   std::string sound = textOf(header());
-  for (int number = 0; number < 6; ++number)
-    sound = sound + stroke(number) + PenFileBuilder().unknown(0x21, 5, {0x4B, 0, 1});
+  for (int number = 0; number < 6; ++number) {
+    sound += stroke(number);
+    sound += PenFileBuilder().unknown(0x21, 5, {0x4B, 0, 1});
+  }
   const std::string damaged =
       sound.substr(0, placeOf(0, 3)) + std::string(9, '\xFF') + sound.substr(placeOf(0, 3));
   const PenRescue result = rescuePenRecording(damaged);

@@ -17,7 +17,6 @@ using libtest::PdfBuilder;
 using libtest::pdfOfBlocks;
 using libtest::read;
 using stylelib::NativeLibrary;
-using testing::HasSubstr;
 
 const art::Style& styleNamed(const NativeLibrary& library, const std::string& name) {
   for (const art::Style& style : library.styles) {
@@ -128,10 +127,10 @@ TEST(NativeLibrary, GivesWeightAndColourOfTheStroke) {
 TEST(NativeLibrary, FindsOnlyStylesThatAreListed) {
   LibraryText library;
   library.list = "([Default])";
-  const NativeLibrary read_ = read(library.text());
-  ASSERT_EQ(read_.styles.size(), 1U);
-  EXPECT_EQ(read_.styles[0].name, "[Default]");
-  EXPECT_FALSE(read_.styles[0].brush);
+  const NativeLibrary found = read(library.text());
+  ASSERT_EQ(found.styles.size(), 1U);
+  EXPECT_EQ(found.styles[0].name, "[Default]");
+  EXPECT_FALSE(found.styles[0].brush);
 }
 
 TEST(NativeLibrary, UnescapesNames) {

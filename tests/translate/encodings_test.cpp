@@ -96,9 +96,11 @@ TEST(Packed, DocumentsThatAreCutOrDamagedAreRefused) {
 }
 
 TEST(Packed, DocumentsMayNotGrowWithoutEnd) {
-  EXPECT_EQ(problemOf(packed(std::string(20'000'000, ' '))),
-            "its gzip grows more than a hundredfold");
-  EXPECT_EQ(translate::unpack(packed(std::string(8'000'000, ' '))).bytes.size(), 8'000'000U);
+  std::string blanks;
+  blanks.resize(8'000'000, ' ');
+  EXPECT_EQ(translate::unpack(packed(blanks)).bytes.size(), 8'000'000U);
+  blanks.resize(20'000'000, ' ');
+  EXPECT_EQ(problemOf(packed(blanks)), "its gzip grows more than a hundredfold");
 }
 
 }  // namespace

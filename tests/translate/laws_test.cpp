@@ -32,14 +32,16 @@ class Dice {
   explicit Dice(unsigned seed) : random_(seed) {}
 
   int below(int limit) { return static_cast<int>(random_() % static_cast<unsigned>(limit)); }
+  // From 1 on.
+  std::size_t upTo(int limit) { return std::size_t{1} + static_cast<std::size_t>(below(limit)); }
   bool flips() { return below(2) == 0; }
 
   std::vector<Group> drawing() {
-    std::vector<Group> groups(static_cast<std::size_t>(1 + below(3)));
+    std::vector<Group> groups(upTo(3));
     for (Group& group : groups) {
-      group.resize(static_cast<std::size_t>(1 + below(4)));
+      group.resize(upTo(4));
       for (Trace& trace : group) {
-        trace.resize(static_cast<std::size_t>(1 + below(9)));
+        trace.resize(upTo(9));
         int time = 0;
         for (Sample& sample : trace) {
           time += below(20);
@@ -156,7 +158,8 @@ std::vector<std::vector<std::vector<Seven>>> expected(const std::vector<Group>& 
   std::vector<std::vector<std::vector<Seven>>> layers;
   const auto tenths = [](int hundredths) {
     const int sign = hundredths < 0 ? -1 : 1;
-    return static_cast<double>(sign * ((sign * hundredths + 5) / 10));
+    const int rounded = (sign * hundredths + 5) / 10;
+    return static_cast<double>(sign * rounded);
   };
   for (const Group& group : groups) {
     layers.emplace_back();

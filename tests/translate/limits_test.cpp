@@ -90,9 +90,11 @@ TEST(Limits, OfLongChainsOfReferencesTakeLittleTime) {
   for (int i = 0; i < kLength; ++i) {
     const std::string id = std::to_string(i);
     const std::string next = std::to_string(i + 1);
-    chain += "<context xml:id='c" + id + "' contextRef='#c" + next + "'/><brush xml:id='b" + id +
-             "' brushRef='#b" + next + "'/><timestamp xml:id='t" + id + "' timestampRef='#t" +
-             next + "'/>";
+    for (const char* element : {"context", "brush", "timestamp"}) {
+      chain.append("<").append(element).append(" xml:id='").append(1, *element).append(id);
+      chain.append("' ").append(element).append("Ref='#").append(1, *element).append(next);
+      chain.append("'/>");
+    }
   }
   EXPECT_EQ(
       translated(inMillimetres(chain + "</definitions><trace contextRef='#c0'>1 1</trace>")).traces,
@@ -104,7 +106,8 @@ TEST(Limits, OfViewsOfViewsTakeLittleTime) {
   constexpr int kDepth = 90;
   for (int i = 1; i < kDepth; ++i) {
     const std::string below = "<traceView traceDataRef='#v" + std::to_string(i - 1) + "'/>";
-    views += "<traceView xml:id='v" + std::to_string(i) + "'>" + below + below + "</traceView>";
+    views.append("<traceView xml:id='v").append(std::to_string(i)).append("'>");
+    views.append(below).append(below).append("</traceView>");
   }
   const Translation result =
       translated(inMillimetres(views + "</definitions><traceView traceDataRef='#v40'/>"));

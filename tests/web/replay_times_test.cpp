@@ -28,6 +28,7 @@ art::Path pathOf(std::size_t count) {
 std::vector<std::vector<std::uint32_t>> waitsOf(const std::vector<art::Path>& paths,
                                                 const web::StrokeTimes& times) {
   std::vector<const art::Path*> all;
+  all.reserve(paths.size());
   for (const art::Path& path : paths)
     all.push_back(&path);
   return web::waitsOf(all, times);
@@ -75,9 +76,9 @@ TEST(Waits, BetweenStrokesAreTheUsualPauseWhereTheClockDoesNotTell) {
 
 TEST(Waits, OfManyShortPiecesAddUp) {
   // Each piece takes a third of a millisecond.
-  std::vector<art::Point> points;
-  for (int i = 0; i < 10; ++i)
-    points.push_back({0.1F * static_cast<float>(i) + 0.001F, 0});
+  std::vector<art::Point> points(10);
+  for (std::size_t i = 0; i < points.size(); ++i)
+    points[i] = {0.1F * static_cast<float>(i) + 0.001F, 0};
   const auto waits = waitsOf({pathThrough(points)}, {});
   EXPECT_EQ(std::accumulate(waits[0].begin(), waits[0].end(), 0U), 3U);
 }
