@@ -16,25 +16,16 @@ namespace {
 
 constexpr char kDefaultContext[] = "default-context";
 
-Orvo::Channel channel(const char* name, const char* units, std::int32_t least, std::int32_t most) {
-  Orvo::Channel made;
-  made.name.value = name;
-  made.units.value = units;
-  made.min.value = least;
-  made.max.value = most;
-  return made;
-}
-
 // In the order of a point's numbers.
 void declareChannels(Orvo::TraceFormat& format, std::int32_t lastTime) {
   constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max();
   format.clear();
   for (const char* axis : {"X", "Y", "Z"})
-    format.push_back(channel(axis, "0.1mm", -kMost, kMost));
-  format.push_back(channel("F", "dev", 0, kMost));
+    format.emplace_back(axis, "0.1mm", -kMost, kMost);
+  format.emplace_back("F", "dev", 0, kMost);
   for (const char* tilt : {"TX", "TY"})
-    format.push_back(channel(tilt, "dev", -128, 127));
-  format.push_back(channel("T", "dev", 0, lastTime));
+    format.emplace_back(tilt, "dev", -128, 127);
+  format.emplace_back("T", "dev", 0, lastTime);
 }
 
 // The first element of this id, which is the one that a reference finds; a new one where there is

@@ -6,6 +6,14 @@
 
 namespace Orvo {
 
+Channel::Channel(const char* channelName, const char* unit, std::int32_t least, std::int32_t most)
+    : Channel() {
+  name.value = channelName;
+  min.value = least;
+  max.value = most;
+  units.value = unit;
+}
+
 bool Channel::write(TiXmlNode& parent) const {
   TiXmlElement& element = appendOwnElement(*this, parent);
   element.SetAttribute("name", name.value);

@@ -21,6 +21,9 @@ class Channel : public IXmlSerializable {
 
   Channel() : IXmlSerializable("channel") {}
 
+  /// One of whole numbers from `least` to `most`, in `unit`.
+  Channel(const char* channelName, const char* unit, std::int32_t least, std::int32_t most);
+
   /// Writes "name", "min", "max" and "units"; never the type.
   bool write(TiXmlNode& parent) const override;
 

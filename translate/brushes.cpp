@@ -22,26 +22,17 @@ bool flagIn(std::string_view value) {
   return lowered == "true" || lowered == "1" || lowered == "t";
 }
 
-Orvo::Channel channel(const char* name, const char* units, std::int32_t min, std::int32_t max) {
-  Orvo::Channel channel;
-  channel.name.value = name;
-  channel.units.value = units;
-  channel.min.value = min;
-  channel.max.value = max;
-  return channel;
-}
-
 // What the points of the result hold, in their order.
 void fill(Orvo::TraceFormat& format) {
   constexpr std::int32_t kMostPlace = 999'999;
   constexpr std::int32_t kMostPressure = 1023;
   constexpr std::int32_t kMostTilt = 90;
   for (const char* axis : {"X", "Y", "Z"})
-    format.push_back(channel(axis, "0.1mm", -kMostPlace, kMostPlace));
-  format.push_back(channel("F", "dev", 0, kMostPressure));
+    format.emplace_back(axis, "0.1mm", -kMostPlace, kMostPlace);
+  format.emplace_back("F", "dev", 0, kMostPressure);
   for (const char* tilt : {"OTx", "OTy"})
-    format.push_back(channel(tilt, "deg", -kMostTilt, kMostTilt));
-  format.push_back(channel("T", "ms", 0, std::numeric_limits<std::int32_t>::max()));
+    format.emplace_back(tilt, "deg", -kMostTilt, kMostTilt);
+  format.emplace_back("T", "ms", 0, std::numeric_limits<std::int32_t>::max());
 }
 
 }  // namespace
