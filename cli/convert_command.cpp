@@ -1,14 +1,13 @@
 #include "cli/convert_command.h"
 
 #include "cli/batch.h"
-#include "cli/byte_stream.h"
 #include "cli/ink_preparation.h"
 #include "cli/prepared_input.h"
 #include "cli/read_back.h"
 #include "cli/rescuing.h"
 #include "cli/sentences.h"
+#include "cli/stroke_times.h"
 #include "cli/temporary_file.h"
-#include "facts/pen_clock.h"
 #include "inkml/document_serializer.h"
 
 namespace cli {
@@ -33,11 +32,6 @@ std::string summaryOf(const Orvo::Document& document) {
   for (const Orvo::Layer& layer : document)
     strokes += layer.size();
   return counted(document.size(), "layer") + ", " + counted(strokes, "stroke");
-}
-
-bool takePenTimes(Orvo::Document& document, const fs::path& file) {
-  ByteStream bytes(file);
-  return facts::setPenTimes(document, [&bytes] { return bytes.next(); });
 }
 
 bool convertFile(Batch& batch, const ConvertOptions& options, const fs::path& file,

@@ -5,13 +5,15 @@
 
 namespace cli {
 
+bool takePenTimes(Orvo::Document& document, const std::filesystem::path& file) {
+  ByteStream bytes(file);
+  return facts::setPenTimes(document, [&bytes] { return bytes.next(); });
+}
+
 web::StrokeTimes strokeTimes(const Recording& recording, const std::filesystem::path& file) {
   if (!recording.complete()) return {};
   Orvo::Document& document = recording.document();
-  if (recording.kind() == FileKind::pen) {
-    ByteStream bytes(file);
-    if (!facts::setPenTimes(document, [&bytes] { return bytes.next(); })) return {};
-  }
+  if (recording.kind() == FileKind::pen && !takePenTimes(document, file)) return {};
   web::StrokeTimes all;
   for (const Orvo::Layer& layer : document) {
     for (const Orvo::Stroke& stroke : layer) {
