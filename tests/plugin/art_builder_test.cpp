@@ -374,8 +374,11 @@ TEST(ArtBuilder, GivesTheHostZeroToCountLayersInto) {
   };
   PenFileBuilder recording;
   recording.descriptor().status(1).coordinate(1, 1).status(0x81).status(1).coordinate(9, 9);
-  EXPECT_EQ(plugin.open(recording).code("AI Go"), 0);
-  EXPECT_THAT(before, testing::AllOf(testing::SizeIs(testing::Gt(1U)), testing::Each(0)));
+  const embedded::Opening opening = plugin.open(recording);
+  EXPECT_EQ(opening.code("AI Go"), 0);
+  EXPECT_EQ(opening.document.layers.size(), 2U);
+  // Once for each layer, and once before the style is applied.
+  EXPECT_THAT(before, testing::ElementsAre(0, 0, 0));
 }
 
 }  // namespace
