@@ -163,7 +163,7 @@ void Batch::printInOrder() {
     if (!report.messages.empty()) progress_.clear();
     std::ranges::for_each(report.messages, print);
     tally_.add(report);
-    products_.push_back(std::move(report.product));
+    reports_.push_back(std::move(report));
   }
 }
 

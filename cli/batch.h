@@ -38,8 +38,10 @@ class Batch : private platform::Jobs {
 
   /// Gives something of the current file back, from the process that works on it.
   void give(std::string product);
-  /// What was given for each input, after `run`; empty where nothing was.
-  const std::vector<std::string>& products() const { return products_; }
+  /// What became of each input, after `run`.
+  const std::vector<FileReport>& reports() const { return reports_; }
+  /// What was said so far about the current file.
+  std::vector<std::string> remarks() const { return remarksOf(*report_); }
   const std::vector<Input>& inputs() const { return list_.inputs; }
 
   /// Reports an error. False, so that work can end with it.
@@ -95,7 +97,7 @@ class Batch : private platform::Jobs {
   FileReport* report_ = nullptr;             ///< Of the current file.
   std::map<std::size_t, FileReport> ready_;  ///< Reports that wait for those before them.
   std::size_t printed_ = 0;                  ///< The reports of so many files are printed.
-  std::vector<std::string> products_;
+  std::vector<FileReport> reports_;
   Tally tally_;
 };
 

@@ -251,6 +251,8 @@ void addSheet(CLI::App& sheet, SheetWords& words) {
 void addView(CLI::App& view, ViewWords& words) {
   addFiles(view, words.files, kRecordingsAlone);
   addPressure(view, words.pressure);
+  view.add_flag("--messages-in-pages", words.messagesInPages,
+                "show warnings and errors as pages, too, for those who see no terminal");
   addJobs(view, words);
   addTranslating(view, words);
   addMending(view, words.rescue);

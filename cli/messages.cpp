@@ -1,5 +1,6 @@
 #include "cli/messages.h"
 
+#include <algorithm>
 #include <cstdio>
 
 #include "cli/fields.h"
@@ -48,6 +49,22 @@ void print(const Message& message) {
   std::FILE* const stream = message.kind == Message::Kind::result ? stdout : stderr;
   std::fwrite(message.lines.data(), 1, message.lines.size(), stream);
   std::fflush(stream);
+}
+
+std::vector<std::string> remarksOf(const FileReport& report) {
+  constexpr std::string_view kCommand = "penwick: ";
+  std::vector<std::string> remarks;
+  for (const Message& message : report.messages) {
+    if (message.kind == Message::Kind::result) continue;
+    std::string_view left = message.lines;
+    while (!left.empty()) {
+      std::string_view line = left.substr(0, left.find('\n'));
+      left.remove_prefix(std::min(left.size(), line.size() + 1));
+      if (line.starts_with(kCommand)) line.remove_prefix(kCommand.size());
+      if (!line.empty()) remarks.emplace_back(line);
+    }
+  }
+  return remarks;
 }
 
 }  // namespace cli

@@ -37,4 +37,7 @@ std::optional<FileReport> reportFromBytes(std::string_view bytes);
 
 void print(const Message& message);
 
+/// The remarks and errors of a report, one for each line, without the command's name in front.
+std::vector<std::string> remarksOf(const FileReport& report);
+
 }  // namespace cli

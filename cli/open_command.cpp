@@ -8,6 +8,7 @@
 #include "cli/input_file.h"
 #include "cli/log_folder.h"
 #include "cli/module_place.h"
+#include "cli/output_file.h"
 #include "cli/page_folder.h"
 #include "cli/plugin_run.h"
 #include "cli/prepared_input.h"
@@ -19,6 +20,7 @@
 #include "render/pdf_and_png.h"
 #include "render/spine.h"
 #include "render/svg.h"
+#include "web/page.h"
 #include "web/replay_page.h"
 
 namespace cli {
@@ -89,11 +91,19 @@ class Opener {
     });
   }
 
-  /// The targets of all files that were opened, after that.
-  std::vector<fs::path> targets() const {
+  /// The pages that were made, after that.
+  std::vector<fs::path> pages() const {
     std::vector<fs::path> all;
-    for (const std::string& product : batch_.products()) {
-      if (!product.empty()) all.push_back(pathOf(product));
+    for (std::size_t i = 0; i < batch_.reports().size(); ++i) {
+      const FileReport& report = batch_.reports()[i];
+      if (!report.product.empty()) {
+        all.push_back(pathOf(report.product));
+      } else if (options_.messagesInPages) {
+        const fs::path& file = batch_.inputs()[i].file;
+        const fs::path page = pages_ / pageName(file);
+        const std::string text = web::messagePage(nativeName(file.filename()), remarksOf(report));
+        if (!writeOutput(page, text)) all.push_back(page);
+      }
     }
     return all;
   }
@@ -138,7 +148,8 @@ class Opener {
     if (options_.format != OutputFormat::html) return {};
     const fs::path& name = batch_.nameOf(file);
     return {isStandardInput(name) ? "drawing" : nativeName(name.filename()),
-            strokeTimes(*recording, input.path()), recording->kind() == FileKind::inkml};
+            strokeTimes(*recording, input.path()), recording->kind() == FileKind::inkml,
+            options_.messagesInPages ? batch_.remarks() : std::vector<std::string>()};
   }
 
   std::optional<std::string> refusalOfJournal(const fs::path& file, const fs::path& target) {
@@ -204,7 +215,7 @@ ExitStatus openAsPages(const OpenOptions& options, const fs::path& folder,
                        std::vector<fs::path>& pages) {
   Opener opener(options, folder);
   const bool allDone = opener.openAll();
-  pages = opener.targets();
+  pages = opener.pages();
   return allDone ? ExitStatus::done : ExitStatus::failed;
 }
 

@@ -21,6 +21,7 @@ struct OpenOptions : BatchOptions {
   bool rescue = false;           ///< Read what can be saved of damaged files.
   bool verbose = false;
   bool builtInLibrary = true;
+  bool messagesInPages = false;  ///< A page also says what is printed about its recording.
 };
 
 /// `penwick open`: opens every file with the plug-in, loading the module afresh for each, and
@@ -29,8 +30,9 @@ struct OpenOptions : BatchOptions {
 ExitStatus openFiles(const OpenOptions& options);
 
 /// The same, but every drawing becomes a page in this folder, under a name that only the page of
-/// the same recording has; one that is there is replaced. Adds the pages that were made to `pages`,
-/// in the order of the files.
+/// the same recording has; one that is there is replaced. Where messages are to be in pages, a file
+/// that fails has a page that says why. Adds the pages that were made to `pages`, in the order of
+/// the files.
 ExitStatus openAsPages(const OpenOptions& options, const std::filesystem::path& folder,
                        std::vector<std::filesystem::path>& pages);
 

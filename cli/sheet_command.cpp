@@ -61,7 +61,7 @@ class SheetMaker {
     std::vector<web::Card> cards;
     for (std::size_t i = 0; i < batch_.inputs().size(); ++i) {
       const Input& input = batch_.inputs()[i];
-      const std::string& product = batch_.products()[i];
+      const std::string& product = batch_.reports()[i].product;
       std::optional<web::Card> card = product.empty() ? std::nullopt : cardFromBytes(product);
       if (!card) {
         card.emplace();

@@ -12,6 +12,7 @@ namespace cli {
 struct ViewWords : InputWords {
   std::optional<double> pressure;
   bool rescue = false;
+  bool messagesInPages = false;
 };
 
 /// Shows the drawings, or reports what is wrong with the words.

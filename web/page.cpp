@@ -23,4 +23,18 @@ std::string pageStart(std::string_view title, std::string_view style, std::strin
   return page.append(style).append("</style>\n</head>\n");
 }
 
+std::string messageList(const std::vector<std::string>& messages) {
+  if (messages.empty()) return {};
+  std::string list = "<ul id=\"messages\">\n";
+  for (const std::string& message : messages)
+    list += "<li>" + escaped(message) + "</li>\n";
+  return list += "</ul>\n";
+}
+
+std::string messagePage(std::string_view name, const std::vector<std::string>& messages) {
+  std::string page = pageStart(name, "", "");
+  page += "<body>\n<header><h1>" + escaped(name) + "</h1></header>\n<main>\n";
+  return page += messageList(messages) + "</main>\n</body>\n</html>\n";
+}
+
 }  // namespace web

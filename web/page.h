@@ -3,6 +3,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace web {
 
@@ -13,5 +14,11 @@ std::string escaped(std::string_view words);
 /// Content-Security-Policy such as "data:", allows; empty: nothing at all. `style` is CSS that
 /// follows the common one; `title` may hold any character.
 std::string pageStart(std::string_view title, std::string_view style, std::string_view images);
+
+/// A list of messages, each as a text of its own; empty where there are none.
+std::string messageList(const std::vector<std::string>& messages);
+
+/// A page that has only messages, under the name of what they are about.
+std::string messagePage(std::string_view name, const std::vector<std::string>& messages);
 
 }  // namespace web

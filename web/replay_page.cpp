@@ -182,7 +182,7 @@ std::string replayPage(const art::Document& document, const render::Options& opt
   const render::Drawing drawing = render::drawingOf(document, options);
   const std::vector<ReplayStroke> strokes = ReplayBuilder(document, drawing, facts).strokes();
   std::string page = pageStart(facts.name, kReplayCss, "");
-  page += "<body>\n" + headerOf(document, facts.name);
+  page += "<body>\n" + headerOf(document, facts.name) + messageList(facts.messages);
   if (strokes.empty()) {
     return page +
            "<main><p id=\"empty\">This recording has no strokes to show.</p></main>\n"

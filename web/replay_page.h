@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "art/document.h"
 #include "render/options.h"
@@ -15,6 +16,7 @@ struct ReplayFacts {
   StrokeTimes times;  ///< Of every path, in the order of the paths; empty where none are known.
   /// Whether strokes may be replayed in another order than that of the paths, by their times.
   bool followsClock = false;
+  std::vector<std::string> messages{};  ///< What to know about the recording, a sentence each.
 };
 
 /// One HTML page that works offline and loads nothing. It holds the SVG that `render::toSvg` makes,

@@ -38,7 +38,7 @@ _penwick() {
   local options="--help --as"
   case $command in
     open | convert | rescue | ink | sheet) options+=" --output --quiet" ;;&
-    view) options+=" --quiet --pressure --rescue" ;;&
+    view) options+=" --quiet --pressure --rescue --messages-in-pages" ;;&
     info | check | sheet | view) options+=" --jobs --time-limit" ;;&
     open | convert | info | check | sheet | view) options+=" --translate --unit" ;;&
     open | convert | rescue) options+=" --out-dir --on-conflict --jobs --time-limit" ;;&

@@ -47,6 +47,7 @@ complete -c penwick -n '__fish_seen_subcommand_from open' -l module -r -F -d 'pl
 complete -c penwick -n '__fish_seen_subcommand_from open' -l log-dir -x -a '(__fish_complete_directories)' -d 'folder for the log'
 complete -c penwick -n '__fish_seen_subcommand_from open' -s v -l verbose -d 'show what was printed and skipped'
 complete -c penwick -n '__fish_seen_subcommand_from open ink convert view' -l rescue -d 'read what can be saved'
+complete -c penwick -n '__fish_seen_subcommand_from view' -l messages-in-pages -d 'show warnings and errors as pages, too'
 complete -c penwick -n '__fish_seen_subcommand_from rescue info' -l json -d 'a line of JSON for each file'
 complete -c penwick -n '__fish_seen_subcommand_from rescue' -l thorough -d 'mend what looks damaged, too'
 complete -c penwick -n '__fish_seen_subcommand_from packets' -l json -d 'a line of JSON for each packet'

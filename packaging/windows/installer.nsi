@@ -216,7 +216,7 @@ FunctionEnd
 !macroend
 !macro AddVerb ending
   WriteRegStr HKLM "${VERBS}\${ending}\shell\${VERB}" "" "Show with Penwick"
-  WriteRegStr HKLM "${VERBS}\${ending}\shell\${VERB}\command" "" '"$INSTDIR\penwick.exe" view "%1"'
+  WriteRegStr HKLM "${VERBS}\${ending}\shell\${VERB}\command" "" '"$INSTDIR\penwick.exe" view --messages-in-pages "%1"'
 !macroend
 ; What others have put there stays.
 !macro RemoveVerb ending

@@ -1,3 +1,4 @@
+import html
 import os
 import re
 import stat
@@ -63,6 +64,39 @@ class View(CommandTest):
         self.assertEqual([page[0] for page in pages], ["a", "c"])
         self.assert_shown(*pages)
         self.assertEqual(self.errors.count("\n"), 2)
+
+    def messages_on(self, page):
+        return [html.unescape(line) for line in re.findall("<li>(.*)</li>", (self.pages / page).read_text())]
+
+    def test_pages_say_what_is_wrong_where_nobody_sees_a_terminal(self):
+        self.file("a.pnx")
+        self.file("b<b>.pnx", b"nothing of the kind")
+        self.file("c.pnx", THREE_POINTS[:-3])
+        self.view("--messages-in-pages", "a.pnx", "b<b>.pnx", "c.pnx", "missing.pnx")
+        self.assertEqual(self.result.returncode, 1)
+        sound, refused, cut, missing = self.all_pages()
+        self.assert_shown(sound, refused, cut, missing)
+        printed = [line.removeprefix("penwick: ") for line in self.errors.splitlines()]
+        self.assertEqual(len(printed), 3)
+        self.assertTrue(printed[1].startswith("c.pnx: warning: "), printed)
+        self.assertEqual([self.messages_on(page) for page in (sound, refused, cut, missing)],
+                         [[]] + [[line] for line in printed])
+        self.assertIn("<h1>b&lt;b&gt;.pnx</h1>", (self.pages / refused).read_text())
+        self.assertIn('id="strokes"', (self.pages / cut).read_text())
+        self.assertNotIn('id="strokes"', (self.pages / refused).read_text())
+
+    def test_pages_of_sound_recordings_have_no_messages(self):
+        self.file("a.pnx")
+        self.view("--messages-in-pages", "a.pnx")
+        page, = self.all_pages()
+        self.penwick("open", "-q", "a.pnx", "-o", "a.html")
+        self.assertEqual((self.pages / page).read_bytes(), (self.folder / "a.html").read_bytes())
+
+    def test_messages_are_either_wanted_or_not(self):
+        self.file("a.pnx")
+        self.view("--messages-in-pages", "--quiet", "a.pnx")
+        self.assertEqual(self.result.returncode, 2)
+        self.assertEqual(self.errors, "penwick: give --messages-in-pages or --quiet, not both\n")
 
     def test_each_recording_has_one_page_of_its_own(self):
         self.file("2019/a.pnx")

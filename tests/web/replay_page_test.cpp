@@ -51,6 +51,13 @@ TEST(PackedStrokes, CountFromTheStrokeBefore) {
                                13));
 }
 
+TEST(AReplayPage, SaysWhatToKnowAboutTheRecording) {
+  EXPECT_THAT(
+      pageOf(drawing(), {"a", {}, false, {"cut off", "<b>"}}),
+      HasSubstr("<ul id=\"messages\">\n<li>cut off</li>\n<li>&lt;b&gt;</li>\n</ul>\n<main"));
+  EXPECT_THAT(pageOf(drawing(), {"a", {}, false}), Not(HasSubstr("id=\"messages\"")));
+}
+
 TEST(AReplayPage, HasLinesInTenthsOfAUnitAndTimes) {
   // The first line: path 0, 1.2 wide with what rounding takes, two points: (100, 100), 200 further
   // after 33 ms; the second: path 1, 100 back, 300 below, after 57 ms; 300 further after 9 ms.

@@ -201,7 +201,7 @@ class Installer(unittest.TestCase):
         for ending in ENDINGS:
             self.assertEqual(value_of(verb_key(ending)), "Show with Penwick")
             self.assertEqual(value_of(verb_key(ending) + r"\command"),
-                             f'"{wine.windows_path(folder)}\\penwick.exe" view "%1"')
+                             f'"{wine.windows_path(folder)}\\penwick.exe" view --messages-in-pages "%1"')
         self.assertTrue(self.uninstall(folder))
         for ending in ENDINGS:
             self.assertFalse(has_key(rf"{VERBS}\{ending}"), ending)
