@@ -61,7 +61,7 @@ void Journal::addReal(const char* name, float value) {
 }
 
 void Journal::addHandle(const char* name, const void* handle) {
-  add(name, Kind::handle, std::bit_cast<std::uint64_t>(handle));
+  add(name, Kind::handle, std::bit_cast<std::uintptr_t>(handle));
 }
 
 void Journal::addText(const char* name, std::string text) {
@@ -109,7 +109,7 @@ void Journal::setReal(std::size_t argument, float value) {
 
 void Journal::setHandle(std::size_t argument, const void* handle) {
   arguments_[argument].kind = Kind::handle;
-  arguments_[argument].bits = std::bit_cast<std::uint64_t>(handle);
+  arguments_[argument].bits = std::bit_cast<std::uintptr_t>(handle);
 }
 
 void Journal::setText(std::size_t argument, std::string text) {
@@ -200,13 +200,13 @@ class JournalText {
         json_.value(std::bit_cast<float>(static_cast<std::uint32_t>(argument.bits)));
         break;
       case Journal::Kind::handle:
-        writeHandle(std::bit_cast<const void*>(argument.bits));
+        writeHandle(std::bit_cast<const void*>(static_cast<std::uintptr_t>(argument.bits)));
         break;
       case Journal::Kind::text:
-        json_.value(journal_.texts_[argument.bits]);
+        json_.value(journal_.texts_[static_cast<std::size_t>(argument.bits)]);
         break;
       case Journal::Kind::array:
-        writeArray(journal_.arrays_[argument.bits]);
+        writeArray(journal_.arrays_[static_cast<std::size_t>(argument.bits)]);
         break;
       case Journal::Kind::objectBegin:
         json_.beginObject();

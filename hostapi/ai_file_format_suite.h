@@ -12,10 +12,10 @@ struct PlatformAddFileFormatData {
   std::int32_t titleOrder;
   char* extension;  ///< comma-separated, without dots; at most 31 characters, 5 for each
 };
-static_assert(sizeof(PlatformAddFileFormatData) == 32 &&
-              offsetof(PlatformAddFileFormatData, title) == 8 &&
-              offsetof(PlatformAddFileFormatData, titleOrder) == 16 &&
-              offsetof(PlatformAddFileFormatData, extension) == 24);
+static_assert(sizeof(PlatformAddFileFormatData) == 4 * kPointerSize &&
+              offsetof(PlatformAddFileFormatData, title) == kPointerSize &&
+              offsetof(PlatformAddFileFormatData, titleOrder) == 2 * kPointerSize &&
+              offsetof(PlatformAddFileFormatData, extension) == 3 * kPointerSize);
 
 struct AIFileFormatSuite {
   static constexpr SuiteId kId{"AI File Format Suite", 12};

@@ -19,21 +19,24 @@ struct SPMessageData {
   void* globals;         ///< the plug-in's own; the host keeps it from one message to the next
   const SPBasicSuite* basic;
 };
-static_assert(sizeof(SPMessageData) == 32 && offsetof(SPMessageData, self) == 8 &&
-              offsetof(SPMessageData, globals) == 16 && offsetof(SPMessageData, basic) == 24);
+static_assert(sizeof(SPMessageData) == 4 * kPointerSize &&
+              offsetof(SPMessageData, self) == kPointerSize &&
+              offsetof(SPMessageData, globals) == 2 * kPointerSize &&
+              offsetof(SPMessageData, basic) == 3 * kPointerSize);
 
 /// "SP Interface": "Startup", "Shutdown", "About".
 struct SPInterfaceMessage {
   SPMessageData d;
 };
-static_assert(sizeof(SPInterfaceMessage) == 32);
+static_assert(sizeof(SPInterfaceMessage) == 4 * kPointerSize);
 
 /// "SP Access": "Reload", "Unload".
 struct SPAccessMessage {
   SPMessageData d;
   std::int32_t when;  ///< start-up 0, run time 1, shut-down 2, terminal 3
 };
-static_assert(sizeof(SPAccessMessage) == 40 && offsetof(SPAccessMessage, when) == 32);
+static_assert(sizeof(SPAccessMessage) == 5 * kPointerSize &&
+              offsetof(SPAccessMessage, when) == 4 * kPointerSize);
 
 /// "AI Notifier": "AI Notify".
 struct AINotifierMessage {
@@ -42,9 +45,10 @@ struct AINotifierMessage {
   const char* type;  ///< kApplicationStarted, ...
   void* notifyData;
 };
-static_assert(sizeof(AINotifierMessage) == 56 && offsetof(AINotifierMessage, notifier) == 32 &&
-              offsetof(AINotifierMessage, type) == 40 &&
-              offsetof(AINotifierMessage, notifyData) == 48);
+static_assert(sizeof(AINotifierMessage) == 7 * kPointerSize &&
+              offsetof(AINotifierMessage, notifier) == 4 * kPointerSize &&
+              offsetof(AINotifierMessage, type) == 5 * kPointerSize &&
+              offsetof(AINotifierMessage, notifyData) == 6 * kPointerSize);
 
 /// "AI File Format": the record of file format suite 12, as releases 14 to 19.2 have it.
 struct AIFileFormatMessage {
@@ -57,14 +61,14 @@ struct AIFileFormatMessage {
   std::int32_t operationOptions;
   void* rangeHandle;
 };
-static_assert(sizeof(AIFileFormatMessage) == 88 &&
-              offsetof(AIFileFormatMessage, fileFormat) == 32 &&
-              offsetof(AIFileFormatMessage, option) == 40 &&
-              offsetof(AIFileFormatMessage, extendedData) == 48 &&
-              offsetof(AIFileFormatMessage, actionParm) == 56 &&
-              offsetof(AIFileFormatMessage, filePath) == 64 &&
-              offsetof(AIFileFormatMessage, operationOptions) == 72 &&
-              offsetof(AIFileFormatMessage, rangeHandle) == 80);
+static_assert(sizeof(AIFileFormatMessage) == 11 * kPointerSize &&
+              offsetof(AIFileFormatMessage, fileFormat) == 4 * kPointerSize &&
+              offsetof(AIFileFormatMessage, option) == 5 * kPointerSize &&
+              offsetof(AIFileFormatMessage, extendedData) == 6 * kPointerSize &&
+              offsetof(AIFileFormatMessage, actionParm) == 7 * kPointerSize &&
+              offsetof(AIFileFormatMessage, filePath) == 8 * kPointerSize &&
+              offsetof(AIFileFormatMessage, operationOptions) == 9 * kPointerSize &&
+              offsetof(AIFileFormatMessage, rangeHandle) == 10 * kPointerSize);
 
 /// The same record as release 13 had it, with a file record of 300 bytes in the middle. The bytes
 /// at 40 and 41 show which of the two a host uses: a letter and ':' or two backslashes begin a file
@@ -78,11 +82,11 @@ struct AIFileFormatMessageWithFileRecord {
   void* actionParm;
   FilePathBody filePath;
 };
-static_assert(offsetof(AIFileFormatMessageWithFileRecord, fileRecord) == 40 &&
-              offsetof(AIFileFormatMessageWithFileRecord, option) == 340 &&
-              offsetof(AIFileFormatMessageWithFileRecord, extendedData) == 344 &&
-              offsetof(AIFileFormatMessageWithFileRecord, actionParm) == 352 &&
-              offsetof(AIFileFormatMessageWithFileRecord, filePath) == 360);
+static_assert(offsetof(AIFileFormatMessageWithFileRecord, fileRecord) == 5 * kPointerSize &&
+              offsetof(AIFileFormatMessageWithFileRecord, option) == 5 * kPointerSize + 300 &&
+              offsetof(AIFileFormatMessageWithFileRecord, extendedData) == 5 * kPointerSize + 304 &&
+              offsetof(AIFileFormatMessageWithFileRecord, actionParm) == 6 * kPointerSize + 304 &&
+              offsetof(AIFileFormatMessageWithFileRecord, filePath) == 7 * kPointerSize + 304);
 
 // ---- callers and selectors ----
 

@@ -1,5 +1,8 @@
 // The basic types of the host's binary interface, release 16, 64-bit.
 //
+// The browser has 32-bit pointers and no host but the embedded one. There the fields lie as far
+// apart as pointers are wide, and everything else is the same.
+//
 // Structures have natural alignment, functions are plain C functions, and references are passed as
 // pointers. The widths below are those of the 64-bit Windows host, so nothing here is a `long`.
 //
@@ -19,7 +22,12 @@
 
 namespace hostapi {
 
-static_assert(sizeof(void*) == 8, "the interface is that of the 64-bit host");
+inline constexpr std::size_t kPointerSize = sizeof(void*);
+#ifdef __EMSCRIPTEN__
+static_assert(kPointerSize == 4, "the browser's host has 32-bit pointers");
+#else
+static_assert(kPointerSize == 8, "the interface is that of the 64-bit host");
+#endif
 
 // ---- numbers ----
 
@@ -78,7 +86,7 @@ struct UnicodeStringBody {
 struct FilePathBody {
   void* inside = nullptr;
 };
-static_assert(sizeof(UnicodeStringBody) == 8 && sizeof(FilePathBody) == 8);
+static_assert(sizeof(UnicodeStringBody) == kPointerSize && sizeof(FilePathBody) == kPointerSize);
 
 // ---- enumeration values ----
 
@@ -131,8 +139,10 @@ using ReservedSlot = void (*)();
 
 }  // namespace hostapi
 
-/// Slot n of a suite lies at byte 8 * n.
-#define HOSTAPI_SLOT(Suite, function, slot) \
-  static_assert(offsetof(Suite, function) == std::size_t{8} * (slot), #Suite "::" #function)
+/// Slot n of a suite lies at byte 8 * n, in the browser at 4 * n.
+#define HOSTAPI_SLOT(Suite, function, slot)                                         \
+  static_assert(offsetof(Suite, function) == hostapi::kPointerSize * (slot), #Suite \
+                ":"                                                                 \
+                ":" #function)
 #define HOSTAPI_SLOT_COUNT(Suite, count) \
-  static_assert(sizeof(Suite) == std::size_t{8} * (count), #Suite)
+  static_assert(sizeof(Suite) == hostapi::kPointerSize * (count), #Suite)

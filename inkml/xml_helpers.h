@@ -48,7 +48,7 @@ void splitWhere(std::string_view text, Separates separates, List& out) {
   auto start = std::find_if_not(text.begin(), text.end(), separates);
   while (start != text.end()) {
     const auto end = std::find_if(start, text.end(), separates);
-    out.emplace_back(start, end);
+    out.emplace_back(&*start, static_cast<std::size_t>(end - start));
     start = std::find_if_not(end, text.end(), separates);
   }
 }

@@ -27,7 +27,7 @@ class FilePath {
  private:
   hostapi::FilePathBody body_;
 };
-static_assert(sizeof(FilePath) == 8);
+static_assert(sizeof(FilePath) == hostapi::kPointerSize);
 
 /// The system path, with its drive and separators, of a path that is owned elsewhere.
 UnicodeString fullPath(const hostapi::FilePathBody& path, bool displayName);

@@ -39,6 +39,6 @@ class UnicodeString {
  private:
   hostapi::UnicodeStringBody body_;
 };
-static_assert(sizeof(UnicodeString) == 8);
+static_assert(sizeof(UnicodeString) == hostapi::kPointerSize);
 
 }  // namespace ai

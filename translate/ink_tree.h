@@ -122,15 +122,15 @@ class InkTree {
     Index firstChild = kNone;
     Index next = kNone;
     std::uint32_t textSize = 0;
-    std::uint64_t textBegin = 0;
+    std::size_t textBegin = 0;
   };
   struct Value {
     Attribute attribute;
     std::uint32_t size;
-    std::uint64_t begin;
+    std::size_t begin;
   };
 
-  std::string_view at(std::uint64_t begin, std::uint32_t size) const {
+  std::string_view at(std::size_t begin, std::uint32_t size) const {
     return std::string_view(texts_).substr(begin, size);
   }
 

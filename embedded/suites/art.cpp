@@ -168,7 +168,7 @@ AIErr indexArtSet(AIArtSet set, std::uint64_t index, AIArtHandle* art) {
         if (node == nullptr) return call.badHandle("set", set);
         const std::uint64_t place = hasWideNumbers(call) ? index : low;
         if (place >= node->members.size()) return kBadParameterErr;
-        *art = node->members[place]->handle;
+        *art = node->members[static_cast<std::size_t>(place)]->handle;
         return kNoErr;
       });
 }

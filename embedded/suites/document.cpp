@@ -94,7 +94,9 @@ AIErr setDocumentSetup(const AIDocumentSetup* setup) {
       });
 }
 
-std::int32_t getAIVersion() {
+// The plug-in calls this slot as the older layout's function, with three parameters. In the browser
+// a function must have as many as it is called with.
+AIErr getAIVersion(std::int16_t*, std::int16_t*, std::int16_t*) {
   return answer(
       kGetAIVersion, [](Call&) {}, [](Call& call) { return call.host.options.appMajorVersion; });
 }
@@ -124,7 +126,7 @@ AIDocumentSuite documentTable(DocumentLayout layout) {
   if (layout == DocumentLayout::newer) {
     table.GetDocumentSetup = getDocumentSetup;
     table.SetDocumentSetup = setDocumentSetup;
-    table.GetAIVersion = getAIVersion;
+    table.GetDocumentTargeting = getAIVersion;
   } else {
     table.OlderGetDocumentSetup = getDocumentSetup;
     table.OlderSetDocumentSetup = setDocumentSetup;
