@@ -1,5 +1,5 @@
 # 64-bit Windows with MinGW-w64. The headers and libraries that are not the compiler's own are in the
-# folder that cmake/stage-windows fills; nothing from the machine itself is on the compiler's path.
+# folder that cmake/stage fills; nothing from the machine itself is on the compiler's path.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 # Windows 7, the oldest system that the host runs on and that these programs are for.
