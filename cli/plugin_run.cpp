@@ -3,6 +3,7 @@
 #include <memory>
 #include <new>
 
+#include "cli/module_place.h"
 #include "cli/report.h"
 #include "embedded/session.h"
 #include "hostapi/codes.h"
@@ -123,8 +124,7 @@ void runSession(PluginRun& run, embedded::Session& session, const std::string& f
 PluginRun runPlugin(const std::filesystem::path& file, const PluginRunOptions& options) {
   PluginRun run;
   std::string problem;
-  std::unique_ptr<embedded::Module> module =
-      embedded::Module::load(nativeName(options.module), problem);
+  std::unique_ptr<embedded::Module> module = loadModule(options.module, problem);
   if (!module) {
     run.refusal = problem;
     return run;

@@ -4,7 +4,7 @@
 #include <iterator>
 #include <system_error>
 
-#ifndef _WIN32
+#if !defined(_WIN32) && !defined(__EMSCRIPTEN__)
 #include <cstdlib>
 #include <fcntl.h>
 #include <sys/mman.h>
@@ -15,7 +15,7 @@ namespace cli {
 
 namespace fs = std::filesystem;
 
-#ifdef _WIN32
+#if defined(_WIN32) || defined(__EMSCRIPTEN__)
 
 // In a folder of its own, so that no other file can have its name.
 TemporaryFile::TemporaryFile() : path_(folder_.file()) {}

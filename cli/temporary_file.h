@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#ifdef _WIN32
+#if defined(_WIN32) || defined(__EMSCRIPTEN__)
 #include "cli/private_folder.h"
 #else
 #include "platform/file.h"
@@ -30,7 +30,7 @@ class TemporaryFile {
   std::string bytes() const;
 
  private:
-#ifdef _WIN32
+#if defined(_WIN32) || defined(__EMSCRIPTEN__)
   PrivateFolder folder_{"file"};
 #else
   platform::File held_;

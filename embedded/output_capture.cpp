@@ -1,6 +1,7 @@
 #include "embedded/output_capture.h"
 
 #include <iostream>
+#include <string>
 #include <utility>
 
 #ifdef _WIN32
@@ -36,7 +37,7 @@ int openNowhere() {
 }
 
 // A file in the user's temporary folder that is deleted when it is closed.
-std::FILE* temporaryFile() {
+std::FILE* temporaryFile(int /*descriptor*/) {
   wchar_t folder[MAX_PATH + 1];
   wchar_t name[MAX_PATH + 1];
   if (GetTempPathW(MAX_PATH, folder) == 0) return nullptr;
@@ -62,15 +63,27 @@ int openNowhere() {
   return open("/dev/null", O_WRONLY | O_CLOEXEC);
 }
 
+#ifdef __EMSCRIPTEN__
+
+// A descriptor is duplicated here by opening its path again: the file must keep its name.
+// Everything is in memory, and the next capture empties it.
+std::FILE* temporaryFile(int descriptor) {
+  return std::fopen(("/tmp/penwick-captured-" + std::to_string(descriptor)).c_str(), "w+b");
+}
+
+#else
+
 // In memory: a module is sent many messages, and each takes two files. Where the system has none in
 // memory, in its temporary folder.
-std::FILE* temporaryFile() {
+std::FILE* temporaryFile(int /*descriptor*/) {
   const int inMemory = ::memfd_create("penwick", MFD_CLOEXEC);
   if (inMemory < 0) return std::tmpfile();
   std::FILE* const file = ::fdopen(inMemory, "w+b");
   if (file == nullptr) closeDescriptor(inMemory);
   return file;
 }
+
+#endif
 
 #endif
 
@@ -127,7 +140,7 @@ OutputCapture::Stream OutputCapture::redirect(std::FILE* stream) {
   const int descriptor = descriptorOf(stream);
   if (descriptor < 0) return redirected;
   redirected.saved = duplicate(descriptor);
-  redirected.captured = temporaryFile();
+  redirected.captured = temporaryFile(descriptor);
   if (redirected.captured != nullptr) {
     replace(descriptor, descriptorOf(redirected.captured));
   } else if (const int nowhere = openNowhere(); nowhere >= 0) {

@@ -5,7 +5,7 @@
 // shellapi.h needs the declarations above.
 #include <cstdint>
 #include <shellapi.h>
-#else
+#elif !defined(__EMSCRIPTEN__)
 #include <array>
 #include <cerrno>
 #include <fcntl.h>
@@ -31,6 +31,12 @@ Refusal show(const fs::path& file) {
       ::ShellExecuteW(nullptr, L"open", file.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
   if (reinterpret_cast<std::intptr_t>(result) > kLastError) return {};
   return "Windows has no program for it";
+}
+
+#elif defined(__EMSCRIPTEN__)
+
+Refusal show(const fs::path&) {
+  return "this build of the program starts no others";
 }
 
 #else
@@ -91,7 +97,7 @@ Refusal refusalOf(const Showing& showing) {
 std::vector<Refusal> showFiles(const std::vector<fs::path>& files) {
   std::vector<Refusal> refusals;
   refusals.reserve(files.size());
-#ifdef _WIN32
+#if defined(_WIN32) || defined(__EMSCRIPTEN__)
   for (const fs::path& file : files)
     refusals.push_back(show(file));
 #else

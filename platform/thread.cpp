@@ -4,8 +4,10 @@
 #include <windows.h>
 #else
 #include <mutex>
+#ifndef __EMSCRIPTEN__
 #include <sys/syscall.h>
 #include <unistd.h>
+#endif
 #endif
 
 namespace platform {
@@ -30,9 +32,20 @@ struct CriticalSection::Native {
 
 #else
 
+#ifdef __EMSCRIPTEN__
+
+// There is one thread.
+std::uint64_t currentThreadId() {
+  return 1;
+}
+
+#else
+
 std::uint64_t currentThreadId() {
   return static_cast<std::uint64_t>(::syscall(SYS_gettid));
 }
+
+#endif
 
 struct CriticalSection::Native : std::recursive_mutex {};
 

@@ -1,6 +1,6 @@
 #include "platform/unload.h"
 
-#ifdef _WIN32
+#if defined(_WIN32) || defined(__EMSCRIPTEN__)
 #include <cstdlib>
 #else
 #include <cxxabi.h>
@@ -12,7 +12,7 @@ extern "C"
 
 namespace platform {
 
-#ifdef _WIN32
+#if defined(_WIN32) || defined(__EMSCRIPTEN__)
 
 void atUnload(void (*function)()) {
   std::atexit(function);

@@ -1,6 +1,6 @@
 #include "platform/worker_processes.h"
 
-#ifndef _WIN32
+#if !defined(_WIN32) && !defined(__EMSCRIPTEN__)
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -37,7 +37,7 @@ void runHere(Jobs& jobs, std::size_t count) {
 
 }  // namespace
 
-#ifdef _WIN32
+#if defined(_WIN32) || defined(__EMSCRIPTEN__)
 
 std::size_t countProcessors() {
   return 1;

@@ -8,7 +8,7 @@ namespace platform {
 
 /// Whether the system can carry out jobs in processes of their own. Without them every job is
 /// carried out in this one, one after another.
-#ifdef _WIN32
+#if defined(_WIN32) || defined(__EMSCRIPTEN__)
 inline constexpr bool kHasWorkers = false;
 #else
 inline constexpr bool kHasWorkers = true;
