@@ -67,6 +67,7 @@ std::string contactSheet(const std::vector<Card>& cards, const std::string& titl
   for (const Card& card : cards)
     page += itemOf(card);
   page.append("</ul></main>\n<script>\n")
+      .append(kSheetOrderJs)
       .append(kContactSheetJs)
       .append("</script>\n</body>\n</html>\n");
   return page;
