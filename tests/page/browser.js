@@ -42,8 +42,8 @@ function made(recording, ending, ...options) {
 
 const sample = name => path.join(samples, name);
 
-// Shows a page and notes all that it asks for and complains about. Its clock stands still; `page.clock.runFor` moves it.
-async function shown(file, { hash = '', init, ...options } = {}) {
+// A page that notes all that it asks for and complains about.
+async function newPage(options) {
   const context = await browser.newContext({ viewport: { width: 1000, height: 800 }, acceptDownloads: true, ...options });
   const page = await context.newPage();
   page.asked = [];
@@ -51,6 +51,12 @@ async function shown(file, { hash = '', init, ...options } = {}) {
   page.on('request', request => page.asked.push(request.url()));
   page.on('console', message => page.complaints.push(message.text()));
   page.on('pageerror', error => page.complaints.push(String(error)));
+  return page;
+}
+
+// Shows a replay page. Its clock stands still; `page.clock.runFor` moves it.
+async function shown(file, { hash = '', init, ...options } = {}) {
+  const page = await newPage(options);
   if (options.javaScriptEnabled !== false) {
     await page.clock.install({ time: 0 });
     await page.clock.pauseAt(1000);
@@ -163,4 +169,4 @@ function inkDocument(...names) {
   return `<ink>${groups.join('')}</ink>`;
 }
 
-module.exports = { compare, inkDocument, inkOf, made, paperOf, place, sample, settled, shown, svgOf, withPixels, write };
+module.exports = { compare, inkDocument, inkOf, made, newPage, paperOf, place, sample, settled, shown, svgOf, withPixels, write };
