@@ -1,0 +1,112 @@
+// The sheet: all cards, and how far they are.
+
+const cards = [];
+const list = byId('cards');
+let looking = 0;
+let lastSaid = 0;
+
+// Tells those who listen, not more often than they can hear unless it matters.
+function say(words, isImportant) {
+  if (!isImportant && performance.now() - lastSaid < 10000) return;
+  lastSaid = performance.now();
+  byId('said').textContent = words;
+}
+
+function showCount() {
+  const words = showFound(cards, byId('search').value);
+  const rest = cards.filter(card => card.isWaiting).length;
+  byId('count').textContent = rest ? `${words}, ${rest} not yet drawn` : words;
+}
+
+function showChosen() {
+  const count = cards.filter(card => card.box.checked).length;
+  byId('save-chosen').disabled = count === 0;
+  byId('save-chosen').textContent = count ? `Save ${count} as ZIP…` : 'Save as ZIP…';
+  byId('choose-all').checked = count > 0 && count === cards.length;
+  byId('choose-all').indeterminate = count > 0 && count < cards.length;
+}
+
+// Keeps the focus, which moving an element takes from it.
+function arrange() {
+  const focused = document.activeElement;
+  sortCards(list, cards, byId('order').value);
+  if (list.contains(focused)) focused.focus({ preventScroll: true });
+}
+
+async function lookAt(some) {
+  looking += some.length;
+  showCount();
+  await Promise.all(some.map(async card => {
+    await card.look();
+    --looking;
+    showCountSoon();
+  }));
+  if (looking) return;
+  if (byId('order').value !== 'place') arrange();
+  showCount();
+  const bad = cards.filter(card => !card.bad).length;
+  say(`${counted(cards.length, 'recording')}, ${bad || 'none'} with a problem`, true);
+}
+
+let isCountDue = false;
+
+function showCountSoon() {
+  if (isCountDue) return;
+  isCountDue = true;
+  requestAnimationFrame(() => {
+    isCountDue = false;
+    showCount();
+    say(byId('count').textContent);
+  });
+}
+
+function showOthers(paths) {
+  if (!paths.length) return;
+  const others = byId('others');
+  const names = others.querySelector('ul');
+  names.append(...paths.map(path => element('li', { textContent: path })));
+  const count = names.children.length;
+  const words = count === 1 ? '1 file is not a recording' : `${count} files are not recordings`;
+  others.querySelector('summary').textContent = words;
+  others.hidden = false;
+  say(words, true);
+}
+
+function addCards(sources, origin) {
+  const added = sources.map(source => new Card(source, cards.push(undefined) - 1, origin));
+  for (const card of added) cards[card.place] = card;
+  list.append(...added.map(card => card.item));
+  byId('controls').hidden = cards.length === 0;
+  document.documentElement.classList.toggle('filled', cards.length > 0);
+  showChosen();
+  return added;
+}
+
+// Takes what was dropped or chosen, card by card as it is found.
+async function take(sources) {
+  const others = [];
+  const recordings = [];
+  try {
+    for await (const source of sources) (isRecording(source.path) ? recordings : others).push(source);
+  } catch {
+    byId('others').before(element('p', {
+      className: 'message', textContent: 'A folder that was dropped cannot be read here. Use the button “Choose a folder”.',
+    }));
+  }
+  const added = addCards(recordings);
+  showOthers(others.map(source => source.path));
+  if (added.length) {
+    say(`${counted(added.length, 'recording')} being drawn`, true);
+    await lookAt(added);
+  } else if (!others.length) {
+    say('There is no file in it', true);
+  }
+}
+
+byId('search').addEventListener('input', showCount);
+byId('order').addEventListener('change', arrange);
+byId('choose-all').addEventListener('change', event => {
+  for (const card of cards) if (!card.item.hidden) card.box.checked = event.target.checked;
+  showChosen();
+});
+list.addEventListener('change', showChosen);
