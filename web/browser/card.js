@@ -42,26 +42,33 @@ class Card {
     const controller = new AbortController();
     this.isWaiting = true;
     this.tell('waiting');
+    let picture;
     try {
-      const { svg, facts } = await visit(this.source, at => this.ask(at), {
-        signal: controller.signal, progress: share => this.show(share, controller),
-      });
+      const facts = await visit(this.source, async at => {
+        this.tell('being drawn');
+        const svg = await this.svgOf(at);
+        // Painted while the program goes on.
+        picture = svg && this.setPicture(svg, controller.signal);
+        return at.facts();
+      }, { signal: controller.signal, progress: share => this.show(share, controller) });
       this.setFacts(facts);
-      this.paper.replaceChildren('no picture');
-      if (svg) await this.setPicture(svg, controller.signal);
+      if (picture) await picture; else this.paper.replaceChildren('no picture');
     } catch (failure) {
+      await picture;
       this.fail(failure);
     }
     this.isWaiting = false;
   }
 
-  async ask(at) {
-    this.tell('being drawn');
-    // At this size the hairlines of a recording without pressure could not be seen.
-    const svg = await at.svg('--pressure', '0.5').catch(failure => {
-      if (!(failure instanceof Refusal)) throw failure;
-    });
-    return { svg, facts: await at.facts() };
+  // Undefined where the program says no: why it does is among the facts.
+  async svgOf(at) {
+    try {
+      // At this size the hairlines of a recording without pressure could not be seen.
+      return await at.svg('--pressure', '0.5');
+    } catch (failure) {
+      if (failure instanceof Refusal) return undefined;
+      throw failure;
+    }
   }
 
   setFacts(facts) {
@@ -75,11 +82,15 @@ class Card {
 
   async setPicture(svg, signal) {
     const side = { width: kPictureSide, height: kPictureSide, paper: 'white' };
-    const { picture, width, height } = await painted(svg, side, { type: 'image/webp', signal });
-    this.paper.replaceChildren(element('img', {
-      alt: `the drawing of ${this.name}`, width: Math.ceil(width / 2), height: Math.ceil(height / 2), decoding: 'async',
-      src: URL.createObjectURL(picture),
-    }));
+    try {
+      const { picture, width, height } = await painted(svg, side, { type: 'image/webp', signal });
+      this.paper.replaceChildren(element('img', {
+        alt: `the drawing of ${this.name}`, width: Math.ceil(width / 2), height: Math.ceil(height / 2), decoding: 'async',
+        src: URL.createObjectURL(picture),
+      }));
+    } catch (failure) {
+      this.paper.replaceChildren(`no picture: ${failure.message}`);
+    }
   }
 
   // How far a large recording is, with a button that gives it up.

@@ -31,12 +31,13 @@ async function filesOf(card, { forms, look, withRecording }, signal) {
     }
   };
   await visit(card.source, async at => {
+    if (withRecording) {
+      const ending = card.source.path.slice(stemOf(card.source.path).length);
+      const { problem } = await at.facts();
+      if (problem) await attempt(`.rescued${ending}`, async () => (await at.rescue()).bytes);
+      else await attempt(ending, () => bytesOf(card.source, () => {}));
+    }
     for (const form of forms) await attempt(form.ending, () => form.bytes(at, look));
-    if (!withRecording) return;
-    const ending = card.source.path.slice(stemOf(card.source.path).length);
-    const { problem } = await at.facts();
-    if (problem) await attempt(`.rescued${ending}`, async () => (await at.rescue()).bytes);
-    else await attempt(ending, () => bytesOf(card.source, () => {}));
   }, { signal });
   return { files, lost };
 }

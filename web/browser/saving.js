@@ -16,13 +16,6 @@ async function painted(svg, look, { type = 'image/png', signal } = {}) {
   return { picture, width, height };
 }
 
-// The recording as it is where it is sound, otherwise what is left of it.
-async function mended(source, at) {
-  const { problem } = await at.facts();
-  if (problem) return { bytes: (await at.rescue()).bytes, isMended: true };
-  return { bytes: await bytesOf(source, () => {}), isMended: false };
-}
-
 function download(blob, name) {
   const link = document.createElement('a');
   link.href = URL.createObjectURL(blob);
