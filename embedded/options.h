@@ -15,9 +15,11 @@
 
 namespace embedded {
 
-/// Fault injection: answers one call of a function with a code instead of carrying it out. The
-/// basic suite has the name "SP Basic Suite"; call k of its "AcquireSuite" is the k-th suite asked
-/// for.
+/// When a call fails by fault injection: instead of being carried out, or once it has been.
+enum class FaultMoment { instead, afterwards };
+
+/// Fault injection: answers one call of a function with a code, carried out or not. The basic suite
+/// has the name "SP Basic Suite"; call k of its "AcquireSuite" is the k-th suite asked for.
 struct Fault {
   std::string suite;
   std::string function;
@@ -25,6 +27,7 @@ struct Fault {
   /// What the call answers. A function whose result is a number returns it as that number; one
   /// without a result does nothing.
   hostapi::AIErr code = 0;
+  FaultMoment moment = FaultMoment::instead;
 };
 
 /// A slot, counted from 0, that holds a null pointer.
@@ -78,6 +81,10 @@ struct Options {
   /// Called while ImportStyles runs, since the host opens a document for it: messages sent to the
   /// plug-in from here arrive while it is handling another one.
   std::function<void()> whileImporting;
+
+  /// Called with true when a call of the plug-in arrives, and with false when it is answered: what
+  /// happens in between is the host's own work.
+  std::function<void(bool)> atBorder;
 
   std::int32_t appMajorVersion = 16;
   std::int32_t appMinorVersion = 0;

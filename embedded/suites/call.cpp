@@ -160,15 +160,15 @@ std::optional<std::size_t> Call::concernedPath() const {
   return concernedPath_ - before;
 }
 
-std::optional<AIErr> Call::fault() {
-  std::optional<AIErr> code;
+const Fault* Call::fault() {
+  const Fault* first = nullptr;
   for (std::size_t i = 0; i < host.options.faults.size(); ++i) {
     const Fault& fault = host.options.faults[i];
     if (fault.suite != function_.suite.name || fault.function != function_.name) continue;
     const std::size_t call = ++host.faultCalls[i];
-    if (!code && (fault.call == 0 || fault.call == call)) code = fault.code;
+    if (first == nullptr && (fault.call == 0 || fault.call == call)) first = &fault;
   }
-  return code;
+  return first;
 }
 
 void Call::finish(std::int32_t result, bool injected) {

@@ -1,4 +1,4 @@
-// One call of a suite's function: recorded, failed by fault injection, or checked and carried out.
+// One call of a suite's function: recorded, checked and carried out, or failed by fault injection.
 #pragma once
 
 #include <array>
@@ -70,7 +70,7 @@ class Call {
   hostapi::AIErr badHandle(const char* name, const void* handle);
 
   // For answer().
-  std::optional<hostapi::AIErr> fault();
+  const Fault* fault();
   bool missingPointer() const { return missingPointer_; }
   void finish(std::int32_t result, bool injected);
 
@@ -102,22 +102,38 @@ class Call {
   void concernsNextPath();
 };
 
+/// Tells whoever asked for it that the host is at work.
+class AtWork {
+ public:
+  explicit AtWork(const Options& options) : options_(options) { tell(true); }
+  ~AtWork() { tell(false); }
+  AtWork(const AtWork&) = delete;
+  AtWork& operator=(const AtWork&) = delete;
+
+ private:
+  void tell(bool begins) const {
+    if (options_.atBorder) options_.atBorder(begins);
+  }
+
+  const Options& options_;
+};
+
 /// Answers a call: `describe(call)` records its arguments, `carryOut(call)` performs it and returns
-/// the code. It is not performed if a fault is injected or a required pointer is null. Exceptions
-/// become codes: '!MEM' when memory runs out, 'CANT' for any other.
+/// the code. It is not performed if a fault takes its place or a required pointer is null.
+/// Exceptions become codes: '!MEM' when memory runs out, 'CANT' for any other.
 template <class Describe, class CarryOut>
 std::int32_t answer(const Function& function, Describe describe, CarryOut carryOut) noexcept {
   try {
-    Call call(activeHost(), function);
+    HostState& host = activeHost();
+    const AtWork atWork(host.options);
+    Call call(host, function);
     describe(call);
-    const std::optional<hostapi::AIErr> fault = call.fault();
+    const Fault* fault = call.fault();
     std::int32_t result = call.badParameter();
-    if (fault) {
-      result = *fault;
-    } else if (!call.missingPointer()) {
-      result = carryOut(call);
-    }
-    call.finish(result, fault.has_value());
+    const bool isCarriedOut = fault == nullptr || fault->moment == FaultMoment::afterwards;
+    if (isCarriedOut && !call.missingPointer()) result = carryOut(call);
+    if (fault != nullptr) result = fault->code;
+    call.finish(result, fault != nullptr);
     return result;
   } catch (const std::bad_alloc&) {
     return hostapi::kOutOfMemoryErr;

@@ -77,6 +77,27 @@ TEST(HostThatRefusesACall, AnswersItWithTheCodeAndDoesNothing) {
             std::string::npos);
 }
 
+TEST(HostThatFailsACallAfterwards, HasCarriedItOut) {
+  embedded::Host host(HostWithFaults().answering("AI Layer Suite", "InsertLayer", 1, fourCC("!MEM"),
+                                                 embedded::FaultMoment::afterwards));
+  host.newDocument();
+  AILayerHandle layer = nullptr;
+  EXPECT_EQ(test::acquire<AILayerSuite>(host)->InsertLayer(nullptr, kPlaceAboveAll, &layer),
+            fourCC("!MEM"));
+  EXPECT_EQ(host.document().layers.size(), 2U);
+  ASSERT_TRUE(host.journal().firstFailure());
+  EXPECT_TRUE(host.journal().firstFailure()->injected);
+}
+
+TEST(HostThatTellsAtItsBorder, TellsOfEveryCallWhenItComesAndWhenItIsAnswered) {
+  std::string told;
+  const embedded::Host host(
+      HostWithFaults().tellingAtBorder([&](bool begins) { told += begins ? '(' : ')'; }));
+  std::int32_t count = 0;
+  test::acquire<AILayerSuite>(host)->CountLayers(&count);
+  EXPECT_EQ(told, "()()") << "the suite is acquired, and the layers are counted";
+}
+
 TEST(HostThatRefusesACall, CanRefuseSeveralCallsOfOneFunction) {
   const embedded::Host some(HostWithFaults()
                                 .answering("AI Layer Suite", "CountLayers", 1, 11)

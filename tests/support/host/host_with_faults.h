@@ -32,10 +32,11 @@ class HostWithFaults {
     return *this;
   }
 
-  /// Answers the k-th call of the function with the code; 0: every call.
+  /// Answers the k-th call of the function with the code, carried out or not; 0: every call.
   HostWithFaults& answering(std::string suite, std::string function, std::size_t call,
-                            hostapi::AIErr code) {
-    options_.faults.push_back({std::move(suite), std::move(function), call, code});
+                            hostapi::AIErr code,
+                            embedded::FaultMoment moment = embedded::FaultMoment::instead) {
+    options_.faults.push_back({std::move(suite), std::move(function), call, code, moment});
     return *this;
   }
 
@@ -87,6 +88,11 @@ class HostWithFaults {
 
   HostWithFaults& whileImporting(std::function<void()> act) {
     options_.whileImporting = std::move(act);
+    return *this;
+  }
+
+  HostWithFaults& tellingAtBorder(std::function<void(bool)> tell) {
+    options_.atBorder = std::move(tell);
     return *this;
   }
 
