@@ -3,7 +3,9 @@
 #include <cstdio>
 #include <memory>
 #include <mutex>
+#include <string>
 #include <tinyxml.h>
+#include <utility>
 
 #include "inkml/annotations.h"
 #include "inkml/file_check.h"
@@ -12,14 +14,6 @@
 #include "platform/file.h"
 
 namespace Orvo {
-
-namespace {
-
-bool isRefused(std::FILE* file, XmlEncoding encoding) {
-  return checkFile(file, encoding).refusal != FileRefusal::none;
-}
-
-}  // namespace
 
 // The serializer of one layer, which the document serializer can cancel while it exists.
 class DocumentSerializer::CurrentLayer {
@@ -61,17 +55,24 @@ bool DocumentSerializer::write(const char* path, IXmlSerializable& definitions) 
   return buildTree(xml, definitions) && xml.SaveFile(path);
 }
 
+// The library is given the text: where memory runs out, it would leave one that it reads itself.
+// The text is gone before the document is made.
 bool DocumentSerializer::read(const wchar_t* path, IXmlSerializable& definitions) {
-  const platform::File file = platform::openFile(path, "rb");
-  if (!file || isRefused(file.get(), XmlEncoding::utf8)) return false;
+  platform::File file = platform::openFile(path, "rb");
+  if (!file) return false;
+  FileCheck found = checkFile(file.get(), XmlEncoding::utf8);
+  if (found.refusal != FileRefusal::none) return false;
+  file.reset();
   TiXmlDocument xml;
-  return xml.LoadFile(file.get(), TIXML_ENCODING_UTF8) && read(xml, definitions);
+  xml.Parse(std::string(std::move(found.text)).c_str(), nullptr, TIXML_ENCODING_UTF8);
+  return !xml.Error() && read(xml, definitions);
 }
 
 bool DocumentSerializer::read(const char* path, IXmlSerializable& definitions) {
   if (aborted) return false;
   platform::File file(std::fopen(path, "rb"));
-  if (!file || isRefused(file.get(), XmlEncoding::declared)) return false;
+  if (!file) return false;
+  if (checkFile(file.get(), XmlEncoding::declared).refusal != FileRefusal::none) return false;
   file.reset();  // The library opens it by its name.
   TiXmlDocument xml(path);
   return xml.LoadFile() && read(xml, definitions);

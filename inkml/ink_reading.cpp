@@ -1,6 +1,7 @@
 #include "inkml/ink_reading.h"
 
 #include <algorithm>
+#include <string>
 #include <tinyxml.h>
 #include <utility>
 
@@ -71,10 +72,7 @@ void describeRoot(const TiXmlDocument& xml, InkReport& report) {
   if (nameSpace != nullptr) report.nameSpace = nameSpace;
 }
 
-// `load` makes the tree of a file that may be given to the library, or sets the tree's error.
-template <class Load>
-void readChecked(FileCheck check, Load load, InkReading& reading,
-                 const VisitInkElement& visit = {}) {
+void readChecked(FileCheck check, InkReading& reading, const VisitInkElement& visit = {}) {
   InkReport& report = reading.report;
   report.size = check.size;
   report.failure = failureOf(check.refusal);
@@ -84,7 +82,8 @@ void readChecked(FileCheck check, Load load, InkReading& reading,
   describeEnd(check.text, report);
   if (report.failure != InkFailure::none) return;
   TiXmlDocument xml;
-  load(xml, std::move(check.text));
+  // The text is gone before the document is made.
+  xml.Parse(std::string(std::move(check.text)).c_str(), nullptr, TIXML_ENCODING_UTF8);
   if (!isLoaded(xml, report)) return;
   describeRoot(xml, report);
   DocumentSerializer serializer(reading.document.get());
@@ -92,14 +91,6 @@ void readChecked(FileCheck check, Load load, InkReading& reading,
   report.traces = countTraces(xml);
   report.problems = findProblems(xml, *reading.definitions, check.scan, scanLine);
   if (visit) visitElements(xml, *reading.definitions, visit);
-}
-
-void readFile(std::FILE* file, InkReading& reading, const VisitInkElement& visit = {}) {
-  const auto load = [file](TiXmlDocument& xml, std::string text) {
-    text = {};  // The library reads the file itself: one copy is enough.
-    xml.LoadFile(file, TIXML_ENCODING_UTF8);
-  };
-  readChecked(checkFile(file, XmlEncoding::utf8), load, reading, visit);
 }
 
 }  // namespace
@@ -111,7 +102,7 @@ InkReading readInk(const wchar_t* path) {
 InkReading readInk(const wchar_t* path, const VisitInkElement& visit) {
   InkReading reading = nothingRead();
   if (const platform::File file = platform::openFile(path, "rb")) {
-    readFile(file.get(), reading, visit);
+    readChecked(checkFile(file.get(), XmlEncoding::utf8), reading, visit);
   } else {
     reading.report.failure = InkFailure::cannotOpen;
   }
@@ -120,16 +111,13 @@ InkReading readInk(const wchar_t* path, const VisitInkElement& visit) {
 
 InkReading readInk(std::FILE* file) {
   InkReading reading = nothingRead();
-  readFile(file, reading);
+  readChecked(checkFile(file, XmlEncoding::utf8), reading);
   return reading;
 }
 
 InkReading readInk(std::string_view bytes) {
   InkReading reading = nothingRead();
-  const auto load = [](TiXmlDocument& xml, const std::string& text) {
-    xml.Parse(text.c_str(), nullptr, TIXML_ENCODING_UTF8);
-  };
-  readChecked(checkBytes(std::string(bytes), XmlEncoding::utf8), load, reading);
+  readChecked(checkBytes(std::string(bytes), XmlEncoding::utf8), reading);
   return reading;
 }
 
