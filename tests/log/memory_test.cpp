@@ -13,7 +13,7 @@
 
 namespace {
 
-using memorytest::FailingAllocation;
+using memorytest::FailingAllocations;
 using memorytest::liveBytes;
 using testing::ElementsAre;
 
@@ -26,7 +26,7 @@ TEST_F(LogMemory, CanRunOutWithoutTheCallerNoticing) {
   std::size_t failures = 0;
   const auto lines = log_.linesOfWork([&] {
     for (bool failed = true; failed; failures += failed ? 1 : 0) {
-      const FailingAllocation allocation(failures);
+      const FailingAllocations allocation(failures);
       EXPECT_NO_THROW(Orvo::logMessage("SomeClass", "someMethod", "a message of some length",
                                        Orvo::LogLevel::severe));
       failed = allocation.failed();

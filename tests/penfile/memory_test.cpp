@@ -12,7 +12,7 @@
 
 namespace {
 
-using memorytest::FailingAllocation;
+using memorytest::FailingAllocations;
 using memorytest::liveBytes;
 using Orvo::Document;
 using Orvo::loadDocument;
@@ -33,7 +33,7 @@ TEST(SharedRef, DeletesItsObjectWhereThereIsNoMemoryForTheGroup) {
   for (bool failed = true; failed; failures += failed ? 1 : 0) {
     const std::size_t before = liveBytes();
     auto* const object = new Watched(deletions);
-    const FailingAllocation allocation(static_cast<std::size_t>(failures));
+    const FailingAllocations allocation(static_cast<std::size_t>(failures));
     try {
       const SharedRef<Watched> reference(object);
       failed = false;

@@ -2,7 +2,6 @@
 
 #include <cstdlib>
 #include <new>
-#include <utility>
 
 namespace {
 
@@ -32,7 +31,6 @@ void* operator new(std::size_t size) {
   return memory;
 }
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-  if (allocation::failing > 0 && --allocation::failing == 0) return nullptr;
   return allocate(size);
 }
 void operator delete(void* memory) noexcept {
@@ -46,8 +44,6 @@ void operator delete(void* memory, const std::nothrow_t&) noexcept {
 }
 
 namespace allocation {
-
-int failing = 0;
 
 std::size_t sizeOf(const void* memory) {
   return *reinterpret_cast<const std::size_t*>(static_cast<const std::byte*>(memory) - kPrefix);

@@ -1,13 +1,9 @@
-// The memory allocation of this program: it can be made to fail, and it can be watched.
+// The memory allocation of this program, which can be watched.
 #pragma once
 
 #include <cstddef>
 
 namespace allocation {
-
-/// Which of the allocations that give null instead of throwing is to fail, counted from the next
-/// one on; 0: none.
-extern int failing;
 
 /// The size that was requested for the block at this address, which must be in use.
 std::size_t sizeOf(const void* memory);

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "art/json.h"
+#include "tests/plugin/answers.h"
 #include "tests/plugin/plugin_in_host.h"
 #include "tests/support/host/host_with_faults.h"
 
@@ -14,64 +15,9 @@ using namespace plugintest;
 using test::HostWithFaults;
 using testing::IsEmpty;
 
-constexpr hostapi::AIErr kCode = fourCC("TEST");
-
-enum Trait : unsigned {
-  kLastOnly = 1,  // only refusing the function's last call gives this answer, the others 0
-  kLeaks = 2,     // the refused call leaves something undestroyed in the host
-  kSameArt = 4,   // the drawing is the same as without a fault
-};
-
-// What "AI Go" answers when a call that it makes is refused.
-struct Row {
-  const char* suite;
-  const char* function;
-  hostapi::AIErr answer;
-  unsigned traits = 0;
-};
-
-const Row kRows[] = {
-    {"AI File Path Suite", "GetFullPath", kCode},
-    {"AI File Path Suite", "Copy", kCode},
-    {"AI File Path Suite", "GetFileExtension", kCode},
-    {"AI File Path Suite", "Set", kCode},
-    {"AI File Path Suite", "DeleteFilePath", 0, kLeaks | kSameArt},
-    {"AI Unicode String Suite", "Initialize", kCode},
-    {"AI Unicode String Suite", "InitializeUTF16", kCode},
-    {"AI Unicode String Suite", "Append", kCode},
-    {"AI Unicode String Suite", "GetChar", kCode},
-    {"AI Unicode String Suite", "Compare", 0, kSameArt},
-    {"AI Unicode String Suite", "Destroy", 0, kLeaks | kSameArt},
-    {"AI Path Style Suite", "ImportStyles", fourCC("PARM")},
-    {"AI Art Style Suite", "GetArtStyleByNameFromDocument", kCode},
-    {"AI Art Style Suite", "AddNamedStyle", 0},
-    {"AI Art Style Suite", "SetArtStyle", kCode, kLastOnly},
-    {"AI Document Suite", "GetAIVersion", 0, kSameArt},
-    {"AI Document Suite", "GetDocumentSetup", kCode},
-    {"AI Document Suite", "SetDocumentRulerOrigin", kCode},
-    {"AI Document Suite", "SetDocumentSetup", kCode},
-    {"AI Layer Suite", "CountLayers", 0},
-    {"AI Layer Suite", "GetFirstLayer", fourCC("PARM")},
-    {"AI Layer Suite", "SetCurrentLayer", 0, kSameArt},
-    {"AI Layer Suite", "SetLayerEditable", kCode},
-    {"AI Layer Suite", "InsertLayer", kCode},
-    {"AI Layer Suite", "GetNthLayer", 0},
-    {"AI Layer Suite", "LayerHasArt", 0, kSameArt},
-    {"AI Art Suite", "GetFirstArtOfLayer", 0, kSameArt},
-    {"AI Art Suite", "NewArt", fourCC("CANT")},
-    {"AI Path Suite", "SetPathSegmentCount", fourCC("CANT")},
-    {"AI Path Suite", "SetPathSegments", fourCC("CANT")},
-    {"AI Path Suite", "SetPathClosed", fourCC("CANT")},
-    {"AI TabletData Suite", "SetTabletData", fourCC("CANT")},
-    {"AI Art Set Suite", "NewArtSet", fourCC("PARM"), kLastOnly},
-    {"AI Art Set Suite", "LayerArtSet", 0},
-    {"AI Art Set Suite", "CountArtSet", kCode, kLastOnly},
-    {"AI Art Set Suite", "IndexArtSet", fourCC("PARM"), kLastOnly},
-};
-
 std::map<std::pair<std::string, std::string>, std::size_t> countCalls(const embedded::Host& host) {
   std::map<std::pair<std::string, std::string>, std::size_t> counts;
-  for (const Row& row : kRows) {
+  for (const Row& row : kGoRows) {
     counts[{row.suite, row.function}] = host.journal().count(row.suite, row.function);
   }
   return counts;
@@ -170,7 +116,7 @@ TEST_P(EveryCall, WhenRefusedGivesTheAnswerInTheTableAlsoIfItLeavesValuesBehind)
   refuseEach(0);
 }
 
-INSTANTIATE_TEST_SUITE_P(, EveryCall, testing::ValuesIn(kRows),
+INSTANTIATE_TEST_SUITE_P(, EveryCall, testing::ValuesIn(kGoRows),
                          [](const auto& row) { return std::string(row.param.function); });
 
 TEST(EveryCallTable, ListsEveryFunctionThatOpeningAFileCalls) {

@@ -23,9 +23,10 @@ using pentest::PenFileBuilder;
 /// the log goes to its own folder.
 class PluginInHost {
  public:
-  explicit PluginInHost(embedded::Options options = {})
+  explicit PluginInHost(embedded::Options options = {},
+                        hostapi::PluginMainFunction entry = &PluginMain)
       : inside_(folder_.path()),
-        session_(embedded::Module::ofEntry(&PluginMain, "kvoexportfile"),
+        session_(embedded::Module::ofEntry(entry, "kvoexportfile"),
                  namingNullHandles(std::move(options))) {
     Orvo::fileKind = Orvo::kPenFile;
   }

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <atomic>
 #include <cstddef>
 #include <cstdlib>
@@ -12,14 +13,16 @@ namespace {
 constexpr std::size_t kPrefix = alignof(std::max_align_t);
 std::atomic<std::size_t> live = 0;
 
-// The allocations left up to and including the one that fails; 0 if none is to fail.
-std::atomic<std::size_t> untilFailure = 0;
+// Which allocations fail, counted from 0: `failures` of them from `firstFailure` on.
+std::atomic<std::size_t> firstFailure = 0;
+std::atomic<std::size_t> failures = 0;
+std::atomic<std::size_t> made = 0;
+std::atomic<bool> areExempt = false;
 
 bool isToFail() {
-  std::size_t left = untilFailure;
-  while (left != 0 && !untilFailure.compare_exchange_weak(left, left - 1)) {
-  }
-  return left == 1;
+  if (areExempt) return false;
+  const std::size_t number = made++;
+  return number >= firstFailure && number - firstFailure < failures;
 }
 
 void* allocate(std::size_t size) {
@@ -43,7 +46,17 @@ void release(void* memory) noexcept {
 void* operator new(std::size_t size) {
   return allocate(size);
 }
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+  try {
+    return allocate(size);
+  } catch (const std::bad_alloc&) {
+    return nullptr;
+  }
+}
 void operator delete(void* memory) noexcept {
+  release(memory);
+}
+void operator delete(void* memory, const std::nothrow_t&) noexcept {
   release(memory);
 }
 void operator delete(void* memory, std::size_t) noexcept {
@@ -56,16 +69,27 @@ std::size_t liveBytes() {
   return live;
 }
 
-FailingAllocation::FailingAllocation(std::size_t successes) {
-  untilFailure = successes + 1;
+FailingAllocations::FailingAllocations(std::size_t successes, std::size_t count) {
+  ::made = 0;
+  firstFailure = successes;
+  failures = count;
 }
 
-FailingAllocation::~FailingAllocation() {
-  untilFailure = 0;
+FailingAllocations::~FailingAllocations() {
+  failures = 0;
 }
 
-bool FailingAllocation::failed() const {
-  return untilFailure == 0;
+std::size_t FailingAllocations::made() const {
+  return ::made;
+}
+
+std::size_t FailingAllocations::failed() const {
+  if (::made <= firstFailure) return 0;
+  return std::min(::made - firstFailure, failures.load());
+}
+
+void exemptAllocations(bool exempt) {
+  areExempt = exempt;
 }
 
 }  // namespace memorytest

@@ -1,21 +1,28 @@
-// Making an allocation fail.
+// Making allocations fail.
 #pragma once
 
 #include <cstddef>
 
 namespace memorytest {
 
-/// While this lives, one allocation with `new` fails: the one that follows `successes` others.
-/// There may be one at a time.
-class FailingAllocation {
+/// While this lives, `count` allocations with `new` in a row fail: those that follow `successes`
+/// others. There may be one at a time.
+class FailingAllocations {
  public:
-  explicit FailingAllocation(std::size_t successes);
-  ~FailingAllocation();
-  FailingAllocation(const FailingAllocation&) = delete;
-  FailingAllocation& operator=(const FailingAllocation&) = delete;
+  static constexpr std::size_t kAll = static_cast<std::size_t>(-1);
 
-  /// True once it has failed.
-  bool failed() const;
+  explicit FailingAllocations(std::size_t successes, std::size_t count = 1);
+  ~FailingAllocations();
+  FailingAllocations(const FailingAllocations&) = delete;
+  FailingAllocations& operator=(const FailingAllocations&) = delete;
+
+  /// How many were asked for that count.
+  std::size_t made() const;
+  /// How many of them have failed.
+  std::size_t failed() const;
 };
+
+/// Whether allocations succeed for now and do not count, as those of a test itself.
+void exemptAllocations(bool exempt);
 
 }  // namespace memorytest
