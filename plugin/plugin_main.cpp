@@ -15,6 +15,32 @@ using namespace hostapi;
 
 namespace {
 
+// The plug-in object of a host, which keeps its address and names it in every message. An address
+// that is not that of a living one is not used.
+class KeptByHost final : public kvoexportfileplugin {
+ public:
+  explicit KeptByHost(SPPluginRef own) : kvoexportfileplugin(own), older_(newest) { newest = this; }
+  ~KeptByHost() override {
+    KeptByHost** link = &newest;
+    while (*link != this)
+      link = &(*link)->older_;
+    *link = older_;
+  }
+  KeptByHost(const KeptByHost&) = delete;
+  KeptByHost& operator=(const KeptByHost&) = delete;
+
+  /// Null where none lives.
+  static Plugin* at(const void* globals) {
+    for (KeptByHost* kept = newest; kept != nullptr; kept = kept->older_)
+      if (static_cast<Plugin*>(kept) == globals) return kept;
+    return nullptr;
+  }
+
+ private:
+  inline static KeptByHost* newest = nullptr;
+  KeptByHost* older_;
+};
+
 SPErr endPlugin(SPMessageData& data, Plugin& plugin) {
   auto* record = reinterpret_cast<SPInterfaceMessage*>(&data);
   const SPErr result = plugin.guarded(caller::kInterface, selector::kShutdown,
@@ -25,7 +51,9 @@ SPErr endPlugin(SPMessageData& data, Plugin& plugin) {
 }
 
 SPErr startPlugin(SPMessageData& data) {
-  auto* plugin = new (std::nothrow) kvoexportfileplugin(data.self);
+  // The host would refuse the format a second time: the plug-in goes on as it is.
+  if (KeptByHost::at(data.globals) != nullptr) return kNoErr;
+  auto* plugin = new (std::nothrow) KeptByHost(data.self);
   if (plugin == nullptr) {
     Plugin::showErrorAlert(kOutOfMemoryErr);
     return kOutOfMemoryErr;
@@ -42,6 +70,7 @@ SPErr startPlugin(SPMessageData& data) {
 
 extern "C" PENWICK_EXPORT SPErr PluginMain(const char* caller, const char* selector,
                                            void* message) {
+  if (caller == nullptr || selector == nullptr || message == nullptr) return kNoErr;
   auto& data = *static_cast<SPMessageData*>(message);
   basicSuite = data.basic;
 
@@ -50,7 +79,7 @@ extern "C" PENWICK_EXPORT SPErr PluginMain(const char* caller, const char* selec
   if (from == caller::kInterface && what == selector::kStartup) return startPlugin(data);
 
   // Before start-up, after a failed one and after shut-down there is no object.
-  auto* plugin = static_cast<Plugin*>(data.globals);
+  Plugin* plugin = KeptByHost::at(data.globals);
   if (plugin == nullptr) return kNoErr;
   if (from == caller::kInterface && what == selector::kShutdown) return endPlugin(data, *plugin);
   return plugin->message(from, what, message);

@@ -74,6 +74,30 @@ TEST(Dispatch, AnswersZeroToEveryMessageThatItDoesNotHandleAndShowsNoAlert) {
   EXPECT_EQ(plugin.host().journal().size(), callsBefore);
 }
 
+TEST(Dispatch, AnswersZeroToAMessageWithoutACallerASelectorOrARecord) {
+  PluginInHost plugin;
+  plugin->start();
+  const std::size_t callsBefore = plugin.host().journal().size();
+  hostapi::SPInterfaceMessage record{};
+  record.d = {hostapi::kSPCheck, plugin.host().plugin(), plugin->globals(), plugin.host().basic()};
+  EXPECT_EQ(PluginMain(nullptr, "AI Go", &record), 0);
+  EXPECT_EQ(PluginMain("AI Menu", nullptr, &record), 0);
+  EXPECT_EQ(PluginMain("SP Interface", "Startup", nullptr), 0);
+  EXPECT_EQ(plugin.host().journal().size(), callsBefore);
+}
+
+TEST(Dispatch, AnswersZeroWhereTheHostStillNamesAPluginThatHasEnded) {
+  PluginInHost plugin;
+  plugin->start();
+  hostapi::SPInterfaceMessage record{};
+  record.d = {hostapi::kSPCheck, plugin.host().plugin(), plugin->globals(), plugin.host().basic()};
+  EXPECT_EQ(plugin->send("SP Interface", "Shutdown"), 0);
+  const std::size_t callsBefore = plugin.host().journal().size();
+  EXPECT_EQ(PluginMain("AI File Format", "AI Go", &record), 0);
+  EXPECT_EQ(PluginMain("SP Interface", "Shutdown", &record), 0);
+  EXPECT_EQ(plugin.host().journal().size(), callsBefore);
+}
+
 TEST(Dispatch, AnswersZeroAndTouchesNothingBeforeStartup) {
   PluginInHost plugin;
   for (const Message& message : kMessages) {

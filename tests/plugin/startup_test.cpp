@@ -71,6 +71,21 @@ TEST(Startup, KeepsTheModuleInMemoryUntilShutdown) {
   EXPECT_EQ(plugin.host().accessCount(), 0U);
 }
 
+TEST(Startup, ChangesNothingWhereThePluginRunsAlready) {
+  PluginInHost plugin;
+  plugin->start();
+  void* const running = plugin->globals();
+  const std::size_t callsBefore = plugin.host().journal().size();
+  EXPECT_EQ(plugin->send("SP Interface", "Startup"), 0);
+  EXPECT_EQ(plugin->globals(), running);
+  EXPECT_EQ(plugin.host().journal().size(), callsBefore);
+  EXPECT_EQ(plugin.host().acquiredSuites(), 104U);
+  EXPECT_EQ(plugin.host().accessCount(), 1U);
+  EXPECT_THAT(plugin->end().misuse, IsEmpty());
+  EXPECT_EQ(plugin.host().acquiredSuites(), 0U);
+  EXPECT_EQ(plugin.host().accessCount(), 0U);
+}
+
 TEST(Startup, RegistersTheFormatForOpeningOnly) {
   PluginInHost plugin;
   plugin->start();
