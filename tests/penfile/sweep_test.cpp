@@ -6,37 +6,17 @@
 
 #include "log/logger.h"
 #include "tests/penfile/parsing.h"
-#include "tests/penfile/reference_model.h"
+#include "tests/penfile/reference_reading.h"
 #include "tests/support/pen/log_capture.h"
 
 namespace {
 
 using Orvo::ParseFailure;
 using pentest::Bytes;
+using pentest::expectReferenceReading;
 using pentest::Parsed;
 using pentest::PenFileBuilder;
 using pentest::readByReferenceModel;
-using pentest::ReferenceReading;
-
-// Recordings by the thousand are read and compared with the reference model. Stops at the first
-// difference, so that thousands of recordings do not fail thousands of times.
-void expectReferenceReading(const Bytes& bytes) {
-  const ReferenceReading expected = readByReferenceModel(bytes);
-  const Parsed parsed(bytes);
-  const bool whole = expected.failure == ParseFailure::none;
-  ASSERT_EQ(parsed.result(), whole);
-  ASSERT_EQ(parsed.complete(), whole);
-  ASSERT_EQ(pentest::listing(parsed.document()), pentest::listing(expected.rows));
-  ASSERT_EQ(pentest::headerOf(parsed.document()), expected.header);
-
-  const Orvo::ParseReport& report = parsed.report();
-  ASSERT_EQ(report.failure, expected.failure);
-  ASSERT_EQ(report.failedPacket.offset, static_cast<std::int64_t>(expected.failedAt));
-  ASSERT_EQ(report.cutPacket, expected.cutAt);
-  ASSERT_EQ(report.endlessPacket.has_value(), expected.endless);
-  ASSERT_EQ(report.unknownPackets, expected.unknown);
-  ASSERT_EQ(report.droppedPoints, expected.dropped);
-}
 
 // Every kind of packet, layers, a dropped point, an unknown tag, write-back.
 PenFileBuilder fullRecording() {
