@@ -21,7 +21,7 @@ TranslatedInk translateTo(const std::filesystem::path& file, std::string_view do
   TranslatedInk ink{.groups = made.groups, .traces = made.traces, .remarks = {}};
   if (!made.problem.empty()) {
     problem = "it cannot be translated: " + made.problem + atLine(made.line);
-    return ink;
+    return {};
   }
   const std::wstring name = wideName(file);
   if (!Orvo::DocumentSerializer(made.document.get()).write(name.c_str(), *made.definitions)) {

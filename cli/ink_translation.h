@@ -24,7 +24,8 @@ struct TranslatedInk {
 std::string describe(const TranslatedInk& ink);
 
 /// Translates a document and writes it to a file in the subset that the plug-in reads; that is read
-/// back. Where that fails, `problem` says why in one sentence.
+/// back. Where that fails, `problem` says why in one sentence; there are no traces where there was
+/// nothing to write.
 TranslatedInk translateTo(const std::filesystem::path& file, std::string_view document,
                           const InkTreatment& treatment, std::string& problem);
 

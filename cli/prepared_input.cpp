@@ -72,8 +72,7 @@ bool PreparedInput::translate(std::string_view document, const InkTreatment& tre
   std::string problem;
   translation_ = translateTo(path_, document, treatment, problem);
   // What does not say whose it is, and holds nothing to translate, is left to the plug-in.
-  const bool isSettled =
-      isForced || (problem.empty() && translation_->traces > 0) || isForeignForCertain(document);
+  const bool isSettled = isForced || translation_->traces > 0 || isForeignForCertain(document);
   if (isSettled && problem.empty()) {
     summary_ = "translated from InkML of another program: " + describe(*translation_);
     return true;

@@ -18,8 +18,15 @@ namespace platform {
 
 namespace {
 
-bool readAll(int socket, void* bytes, std::size_t size) {
-  return ::recv(socket, bytes, size, MSG_WAITALL) == static_cast<ssize_t>(size);
+bool readAll(int socket, char* bytes, std::size_t size) {
+  while (size > 0) {
+    const ssize_t received = ::recv(socket, bytes, size, 0);
+    if (received < 0 && errno == EINTR) continue;
+    if (received <= 0) return false;
+    bytes += received;
+    size -= static_cast<std::size_t>(received);
+  }
+  return true;
 }
 
 bool sendAll(int socket, std::string_view bytes) {
@@ -51,7 +58,7 @@ void limitTime(double seconds) {
 
 void workFor(Jobs& jobs, int socket, double timeLimit) {
   std::size_t job = 0;
-  while (readAll(socket, &job, sizeof job)) {
+  while (readAll(socket, reinterpret_cast<char*>(&job), sizeof job)) {
     limitTime(timeLimit);
     const std::string answer = jobs.carryOut(job);
     limitTime(0);
@@ -101,7 +108,9 @@ int Worker::waitForEnd() {
   return status;
 }
 
+// A worker that cannot be heard any more may still wait for a job: the closed socket ends it.
 JobEnd Worker::endOfProcess() {
+  socket_.close();
   const int status = waitForEnd();
   if (!WIFSIGNALED(status)) {
     return {JobEnd::Kind::crashed, "exit " + std::to_string(WEXITSTATUS(status))};
