@@ -90,7 +90,7 @@ TEST_F(SmallDocument, CutAnywhereIsTheWholeOneOrDoesNotOpen) {
 
 TEST_F(SmallDocument, WithAnyByteChangedHoldsWhatTheFuzzTargetsCheck) {
   const std::vector<SmallFile> files = documents();
-  test::Share share("changed documents", total(files, 12), 2000);
+  test::Share share("changed documents", total(files, 12), 6000);
   for (const SmallFile& file : files) {
     spaces::eachChange(file.bytes, [&](const std::string& changed, const std::string& place) {
       if (!share.takesNext()) return;
