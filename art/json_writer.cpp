@@ -9,9 +9,10 @@ namespace art {
 
 namespace {
 
-void appendControl(std::string& out, unsigned char byte) {
+// A character of at most 16 bits.
+void appendHarmful(std::string& out, char32_t code) {
   constexpr char kDigits[] = "0123456789abcdef";
-  switch (byte) {
+  switch (code) {
     case '\n':
       out += "\\n";
       return;
@@ -22,31 +23,25 @@ void appendControl(std::string& out, unsigned char byte) {
       out += "\\t";
       return;
     default:
-      out += "\\u00";
-      out += kDigits[byte >> 4U];
-      out += kDigits[byte & 0x0FU];
+      out += "\\u";
+      for (const unsigned shift : {12U, 8U, 4U, 0U})
+        out += kDigits[code >> shift & 0x0FU];
   }
 }
 
 void appendText(std::string& out, std::string_view rest) {
   out += '"';
   while (!rest.empty()) {
-    const auto byte = static_cast<unsigned char>(rest.front());
-    std::size_t length = 1;
-    if (byte < 0x20 || byte == 0x7F) {
-      appendControl(out, byte);
-    } else if (byte == '"' || byte == '\\') {
-      out += '\\';
-      out += rest.front();
-    } else if (byte < 0x80) {
-      out += rest.front();
-    } else if (const text::Utf8Character character = text::firstCharacter(rest)) {
-      length = character.length;
-      out += rest.substr(0, length);
-    } else {
+    const text::Utf8Character character = text::firstCharacter(rest);
+    if (!character) {
       out += text::kReplacement;
+    } else if (text::isHarmful(character.code)) {
+      appendHarmful(out, character.code);
+    } else {
+      if (character.code == '"' || character.code == '\\') out += '\\';
+      out += rest.substr(0, character.length);
     }
-    rest.remove_prefix(length);
+    rest.remove_prefix(character ? character.length : 1);
   }
   out += '"';
 }

@@ -26,8 +26,8 @@ class JsonWriter {
   /// The shortest decimal that reads back as the same number; null for what is not finite.
   JsonWriter& value(float number);
   JsonWriter& value(double number);
-  /// Control characters, quotation marks and backslashes are escaped; each byte that is not part of
-  /// UTF-8 text becomes U+FFFD.
+  /// Control characters, marks of direction, quotation marks and backslashes are escaped; each byte
+  /// that is not part of UTF-8 text becomes U+FFFD.
   JsonWriter& value(std::string_view text);
   JsonWriter& value(const char* text) { return value(std::string_view(text)); }
   JsonWriter& value(const std::string& text) { return value(std::string_view(text)); }

@@ -3,28 +3,20 @@
 #include <algorithm>
 
 #include "embedded/text.h"
+#include "text/utf8.h"
 
 namespace cli {
 
 namespace {
 
-bool isHarmful(char32_t character) {
-  const auto isBetween = [character](char32_t first, char32_t last) {
-    return first <= character && character <= last;
-  };
-  const bool isControl = character < 0x20 || isBetween(0x7F, 0x9F);
-  const bool isDirection = character == 0x061C || isBetween(0x200E, 0x200F) ||
-                           isBetween(0x202A, 0x202E) || isBetween(0x2066, 0x2069);
-  const bool isSeparator = isBetween(0x2028, 0x2029);
-  const bool isNoCharacter = isBetween(0xD800, 0xDFFF);
-  return isControl || isDirection || isSeparator || isNoCharacter || character == 0xFEFF;
-}
-
 template <class IsKept>
-std::string withoutHarm(std::string_view text, IsKept isKept) {
-  std::u32string characters = embedded::fromNativePath(text);
+std::string withoutHarm(std::string_view words, IsKept isKept) {
+  std::u32string characters = embedded::fromNativePath(words);
   std::ranges::replace_if(
-      characters, [&](char32_t character) { return isHarmful(character) && !isKept(character); },
+      characters,
+      [&](char32_t character) {
+        return (text::isHarmful(character) || text::isSurrogate(character)) && !isKept(character);
+      },
       U'?');
   return embedded::encodeUtf8(characters);
 }

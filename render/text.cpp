@@ -37,7 +37,7 @@ std::string plainText(std::string_view name) {
     const text::Utf8Character character = text::firstCharacter(name.substr(i));
     if (!character || (character.code & 0xFFFEU) == 0xFFFEU) {
       plain += text::kReplacement;
-    } else if (text::isControl(character.code)) {
+    } else if (text::isHarmful(character.code)) {
       plain += ' ';
     } else {
       plain += name.substr(i, character.length);

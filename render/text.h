@@ -18,8 +18,9 @@ char* putHundredths(char* to, int hundredths);
 
 void appendHundredths(std::string& text, int hundredths);
 
-/// UTF-8 without control characters: each of these becomes a space. Each byte that is not part
-/// of a character, and each character that XML does not allow, becomes U+FFFD.
+/// UTF-8 without control characters and marks of direction: each of these becomes a space. Each
+/// byte that is not part of a character, and each character that XML does not allow, becomes
+/// U+FFFD.
 std::string plainText(std::string_view name);
 
 /// Appends the text escaped for a quoted attribute.

@@ -23,6 +23,16 @@ constexpr bool isControl(char32_t code) {
   return code < 0x20 || (code >= 0x7F && code < 0xA0);
 }
 
+/// What must not reach a reader unseen: controls, marks that change the direction of writing, line
+/// and paragraph separators, and the byte-order mark. With these a name could pass for another one.
+constexpr bool isHarmful(char32_t code) {
+  const auto isBetween = [code](char32_t first, char32_t last) {
+    return first <= code && code <= last;
+  };
+  return isControl(code) || code == 0x061C || isBetween(0x200E, 0x200F) ||
+         isBetween(0x2028, 0x202E) || isBetween(0x2066, 0x2069) || code == 0xFEFF;
+}
+
 struct Utf8Character {
   char32_t code = 0;
   std::size_t length = 0;  ///< in bytes, 1 to 4; 0 where there is no valid character

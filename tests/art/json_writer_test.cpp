@@ -78,6 +78,14 @@ TEST(JsonText, EscapesQuotationMarksBackslashesAndControlCharacters) {
   EXPECT_EQ(jsonText("/"), R"("/")");
 }
 
+TEST(JsonText, EscapesWhatWouldChangeHowTheRestIsShown) {
+  EXPECT_EQ(jsonText("\xC2\x9B"), R"("\u009b")");
+  EXPECT_EQ(jsonText("a\xE2\x80\xAE"
+                     "b"),
+            R"("a\u202eb")");
+  EXPECT_EQ(jsonText("\xEF\xBB\xBF"), R"("\ufeff")");
+}
+
 TEST(JsonText, LeavesUtf8AsItIs) {
   EXPECT_EQ(jsonText("\xC3\xA9"), "\"\xC3\xA9\"");                  // U+00E9
   EXPECT_EQ(jsonText("\xE2\x82\xAC"), "\"\xE2\x82\xAC\"");          // U+20AC

@@ -88,4 +88,13 @@ TEST(IsControl, IsTrueOnlyForTheTwoControlBlocks) {
     EXPECT_FALSE(text::isControl(code)) << code;
 }
 
+TEST(IsHarmful, IsTrueForControlsMarksOfDirectionAndSeparators) {
+  for (const unsigned code : {0x00U, 0x1BU, 0x7FU, 0x9BU, 0x061CU, 0x200EU, 0x200FU, 0x2028U,
+                              0x2029U, 0x202AU, 0x202EU, 0x2066U, 0x2069U, 0xFEFFU})
+    EXPECT_TRUE(text::isHarmful(code)) << code;
+  for (const unsigned code : {0x20U, 0xA0U, 0x061BU, 0x061DU, 0x200DU, 0x2010U, 0x2027U, 0x202FU,
+                              0x2065U, 0x206AU, 0xFEFEU, 0x1F58AU})
+    EXPECT_FALSE(text::isHarmful(code)) << code;
+}
+
 }  // namespace
