@@ -3,54 +3,19 @@
 // an ink document, anything else as a pen recording.
 
 #include <cstdint>
-#include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <string>
-#include <system_error>
 
 #include "embedded/session.h"
 #include "fuzz/input.h"
+#include "fuzz/own_folder.h"
 
 extern "C" hostapi::SPErr PluginMain(const char* caller, const char* selector, void* message);
 
-namespace {
-
 using fuzz::check;
 
-// A folder that this process has made and only it may enter, used as its current one; removed at
-// the end.
-class OwnFolder {
- public:
-  OwnFolder() {
-    std::string name = (std::filesystem::temp_directory_path() / "penwick-fuzz-XXXXXX").string();
-    check(::mkdtemp(name.data()) != nullptr);
-    path_ = name;
-    std::filesystem::current_path(path_);
-  }
-  ~OwnFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-  }
-  OwnFolder(const OwnFolder&) = delete;
-  OwnFolder& operator=(const OwnFolder&) = delete;
-
-  const std::filesystem::path& path() const { return path_; }
-
- private:
-  std::filesystem::path path_;
-};
-
-// One file for the whole run.
-std::string fileNamed(const char* name) {
-  static const OwnFolder folder;
-  return (folder.path() / name).string();
-}
-
-}  // namespace
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const std::string name = fileNamed(size > 0 && data[0] == '<' ? "file.kvo" : "file.pnx");
+  const std::string name = fuzz::fileNamed(size > 0 && data[0] == '<' ? "file.kvo" : "file.pnx");
   std::ofstream(name, std::ios::binary)
       .write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
   embedded::Session session(embedded::Module::ofEntry(&PluginMain));

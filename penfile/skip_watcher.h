@@ -21,15 +21,17 @@ class SkipWatcher {
 /// the same place sets the parser's `finished`, and the drawing up to that point is complete.
 class EndlessSkipGuard final : public SkipWatcher {
  public:
-  /// Watches `parser` from now on, as long as both live.
-  explicit EndlessSkipGuard(PnxParser& parser);
+  static constexpr std::uint32_t kMostSkipsToOnePlace = 65'536;
+
+  /// Watches `parser` from now on, as long as both live. A program that reads many small files may
+  /// allow fewer skips in a row.
+  explicit EndlessSkipGuard(PnxParser& parser, std::uint32_t most = kMostSkipsToOnePlace);
 
   void skippedTo(std::int64_t position) override;
 
  private:
-  static constexpr std::uint32_t kMostSkipsToOnePlace = 65'536;
-
   PnxParser& parser_;
+  std::uint32_t most_;
   std::int64_t place_ = -1;
   std::uint32_t times_ = 0;
 };
