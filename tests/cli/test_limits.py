@@ -85,12 +85,24 @@ class Limits(CommandTest):
     def test_lists_any_number_of_packets_in_the_same_memory(self):
         self.file("small.pnx", descriptor() + coordinate(1, 1) * 1_000)
         self.file("large.pnx", descriptor() + coordinate(1, 1) * 1_000_000)
-        peaks = []
-        for name in ("small.pnx", "large.pnx"):
-            process = subprocess.Popen([PENWICK, "packets", name], cwd=self.folder, stdout=subprocess.DEVNULL)
-            _, code, usage = os.wait4(process.pid, 0)
-            process.returncode = os.waitstatus_to_exitcode(code)
-            self.assertEqual(process.returncode, 0)
-            peaks.append(usage.ru_maxrss)
+        peaks = [self.peak("packets", name) for name in ("small.pnx", "large.pnx")]
         # In kilobytes: the file alone has 6,000 more.
         self.assertLess(peaks[1] - peaks[0], 3_000)
+
+    def test_reads_any_number_of_unknown_packets_in_the_same_memory(self):
+        for name, count in (("small.pnx", 1_000), ("large.pnx", 300_000)):
+            self.file(name, descriptor() + stroke((0, 10), (100, 200), (300, 10)) + (b"\x02\x3f" + bytes(61)) * count)
+        for words in (["check"], ["open", "--force", "-o", "a.svg"], ["info"], ["convert", "--force", "-o", "a.kvo"]):
+            command, *options = words
+            small, large = (self.peak(command, name, *options) for name in ("small.pnx", "large.pnx"))
+            # In kilobytes: the file alone has 18,900 more.
+            self.assertLess(large - small, 3_000, command)
+
+    def peak(self, *words):
+        """The most memory in kilobytes of a command that is done."""
+        process = subprocess.Popen([PENWICK, *words], cwd=self.folder, stdout=subprocess.DEVNULL,
+                                   env={**os.environ, "HOME": str(self.home)})
+        _, code, usage = os.wait4(process.pid, 0)
+        process.returncode = os.waitstatus_to_exitcode(code)
+        self.assertEqual(process.returncode, 0, words)
+        return usage.ru_maxrss
