@@ -155,6 +155,26 @@ class ModuleFile : public testing::Test {
     }
   }
 
+  // The same for start-up.
+  std::size_t startWithoutMemory(std::size_t failuresInARow) {
+    for (std::size_t successes = 0;; ++successes) {
+      embedded::Session session(load());
+      embedded::StepReport start;
+      {
+        const windowstest::FailingAllocations failing(L"kvoexportfile.aip", successes,
+                                                      failuresInARow);
+        start = session.start();
+        if (failing.failed() == 0) return successes;
+      }
+      const hostapi::AIErr answer =
+          successes < 2 ? hostapi::kOutOfMemoryErr : hostapi::fourCC("CANT");
+      EXPECT_EQ(start.code("Startup"), answer) << successes;
+      EXPECT_EQ(session.host().acquiredSuites() + session.host().accessCount(), 0U) << successes;
+      EXPECT_THAT(session.end().misuse, IsEmpty()) << successes;
+      EXPECT_TRUE(session.unloaded());
+    }
+  }
+
   std::string artIn(const Options& options) {
     embedded::Session session(load(), options);
     EXPECT_TRUE(session.start().allAnsweredZero());
@@ -230,15 +250,35 @@ TEST_F(ModuleFile, AnswersAnExceptionOnAThreadThatIsOlderThanItsLoading) {
 }
 
 // The second is that of the exception, the third that of what guards the memory held ready for it.
-TEST_F(ModuleFile, CannotGoOnWhereThreeAllocationsInARowFail) {
-  EXPECT_GT(openWithoutMemory(recording(), 3), 30U);
-  EXPECT_GT(openWithoutMemory(inkDocument(), 3), 30U);
+TEST_F(ModuleFile, CannotGoOnWhereAllocationsFailAloneOrInARow) {
+  for (const std::size_t inARow : {1U, 2U, 3U, 8U}) {
+    EXPECT_GT(openWithoutMemory(recording(), inARow), 30U);
+    EXPECT_GT(openWithoutMemory(inkDocument(), inARow), 30U);
+  }
 }
 
 TEST_F(ModuleFile, CannotGoOnWhereMemoryEnds) {
   constexpr std::size_t kAll = std::numeric_limits<std::size_t>::max();
   EXPECT_GT(openWithoutMemory(recording(), kAll), 30U);
   EXPECT_GT(openWithoutMemory(inkDocument(), kAll), 30U);
+}
+
+// The first two are the plug-in object and the suites holder.
+TEST_F(ModuleFile, SaysAtStartUpThatMemoryRanOutOrThatItCannotGoOn) {
+  constexpr std::size_t kAll = std::numeric_limits<std::size_t>::max();
+  for (const std::size_t inARow :
+       {std::size_t{1}, std::size_t{2}, std::size_t{3}, std::size_t{8}, kAll}) {
+    EXPECT_GE(startWithoutMemory(inARow), 4U) << inARow;
+  }
+}
+
+TEST_F(ModuleFile, ShutsDownWithoutMemory) {
+  embedded::Session session(load());
+  EXPECT_TRUE(session.start().allAnsweredZero());
+  const windowstest::FailingAllocations failing(L"kvoexportfile.aip", 0,
+                                                std::numeric_limits<std::size_t>::max());
+  EXPECT_EQ(session.send("SP Interface", "Shutdown"), 0);
+  EXPECT_EQ(session.host().acquiredSuites() + session.host().accessCount(), 0U);
 }
 
 TEST_F(ModuleFile, DrawsTheSameInEveryLayoutThatTheHostMayHave) {
