@@ -1,5 +1,7 @@
-// Any bytes as an ink document that is read, written to a file and read again: the points are the
-// same but for what is known to be lost, and from the second file on the bytes stay.
+// Any text in UTF-8 as an ink document that is read, written to a file and read again: the points
+// are the same but for what is known to be lost, and from the second file on the bytes stay. In
+// other texts a byte may take the ones behind it along, and the command puts U+FFFD in their place
+// before it writes them.
 
 #include <algorithm>
 #include <array>
@@ -13,6 +15,7 @@
 #include "fuzz/input.h"
 #include "inkml/document_serializer.h"
 #include "inkml/ink_reading.h"
+#include "text/utf8.h"
 
 namespace {
 
@@ -76,8 +79,9 @@ void checkSame(const Orvo::Document& found, const Orvo::Document& meant) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const Orvo::InkReading first =
-      Orvo::readInk(std::string_view(reinterpret_cast<const char*>(data), size));
+  const std::string_view document(reinterpret_cast<const char*>(data), size);
+  if (!text::isUtf8(document)) return 0;
+  const Orvo::InkReading first = Orvo::readInk(document);
   if (!first.document->complete.value) return 0;
   const Orvo::InkReading second = Orvo::readInk(written(first));
   if (!second.document->complete.value) {
