@@ -31,8 +31,7 @@ enum class PacketTag : unsigned char {
   status = 241,
 };
 
-/// The length that each code stands for, in a table because every packet needs one.
-inline constexpr auto kLengthOfCode = [] {
+constexpr std::array<std::uint16_t, 256> lengthsOfCodes() {
   std::array<std::uint16_t, 256> lengths{};
   unsigned powerOfSix = 1;
   for (unsigned code = 0; code < lengths.size(); ++code) {
@@ -40,7 +39,10 @@ inline constexpr auto kLengthOfCode = [] {
     if (code % 64 == 63) powerOfSix *= 6;
   }
   return lengths;
-}();
+}
+
+/// The length that each code stands for, in a table because every packet needs one.
+inline constexpr std::array<std::uint16_t, 256> kLengthOfCode = lengthsOfCodes();
 
 /// The length in bytes that a length code stands for: its low six bits (0 to 63) times 6 (not 2,
 /// not 4) to the power of its top two bits, that is times 1, 6, 36 or 216. Both 0x06 and 0x41
@@ -49,8 +51,7 @@ constexpr unsigned decodeLength(unsigned char code) {
   return kLengthOfCode[code];
 }
 
-/// The length in bytes that every packet of a known tag has; 0 for an unknown tag.
-inline constexpr auto kLengthOfTag = [] {
+constexpr std::array<unsigned char, 256> lengthsOfTags() {
   std::array<unsigned char, 256> lengths{};
   const auto set = [&lengths](PacketTag tag, unsigned char length) {
     lengths[static_cast<unsigned char>(tag)] = length;
@@ -64,7 +65,10 @@ inline constexpr auto kLengthOfTag = [] {
   set(PacketTag::timestampData, 6);
   set(PacketTag::status, 3);
   return lengths;
-}();
+}
+
+/// The length in bytes that every packet of a known tag has; 0 for an unknown tag.
+inline constexpr std::array<unsigned char, 256> kLengthOfTag = lengthsOfTags();
 
 constexpr unsigned char knownLength(PacketTag tag) {
   return kLengthOfTag[static_cast<unsigned char>(tag)];
