@@ -39,6 +39,15 @@ def damaged(content, dice):
     return content[:place] + bytes([value & 255]) + content[place + 1:]
 
 
+def is_well_formed(content):
+    """The command's XML library also takes some documents that are not; the reference model takes none of them."""
+    try:
+        xml.parsers.expat.ParserCreate(namespace_separator=" ").Parse(content, True)
+    except xml.parsers.expat.ExpatError:
+        return False
+    return True
+
+
 class Damaged(unittest.TestCase):
     def setUp(self):
         folder = tempfile.TemporaryDirectory()
@@ -60,10 +69,9 @@ class Damaged(unittest.TestCase):
             file.write_bytes(damaged(content, dice))
             with self.subTest(seed=SEED, number=number, bytes=file.read_bytes()):
                 found = self.read(file)
-                try:
-                    expected = read_file(str(file))
-                except xml.parsers.expat.ExpatError:
-                    continue  # The model takes well-formed XML alone.
+                if content is DOCUMENT and not is_well_formed(file.read_bytes()):
+                    continue
+                expected = read_file(str(file))
                 self.assertEqual(found is not None, expected.complete)
                 if found is not None:
                     due = form_of(str(file), expected)
