@@ -52,7 +52,7 @@ class Window {
 template <class Visit>
 void walk(std::FILE* file, Visit visit) {
   constexpr std::size_t kHead = 2;
-  constexpr std::size_t kTwoPackets = 2 * 9;
+  constexpr std::size_t kTwoPackets = 18;  // The longest known packet has 9 bytes.
   Window window(file);
   for (std::size_t place = 0;;) {
     const Bytes head = window.at(place, kHead);
