@@ -65,7 +65,8 @@ struct Plan {
                   kSelectors[input[2] % std::size(kSelectors)]},
         name(std::string("file") + kEndings[input[3] % std::size(kEndings)]) {
     const Bytes behind = input.subspan(kSize);
-    const std::size_t length = std::min<std::size_t>({2U * input[4], behind.size(), 480});
+    const std::size_t length =
+        std::min<std::size_t>({std::size_t{2} * input[4], behind.size(), 480});
     record.put(kCommonPart, behind.data(), length);
     file = behind.subspan(length);
   }

@@ -54,6 +54,7 @@ cli::ExitStatus* statusOf(std::variant<cli::CommandWords, cli::ExitStatus>& resu
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   std::vector<std::string> words = wordsOf({reinterpret_cast<const char*>(data), size});
   std::vector<char*> pointers;
+  pointers.reserve(words.size() + 1);
   for (std::string& word : words)
     pointers.push_back(word.data());
   pointers.push_back(nullptr);
