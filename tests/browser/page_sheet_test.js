@@ -96,7 +96,9 @@ test('a hostile name is shown as text and can be saved', async () => {
     await page.click('#cards .title');
     await page.waitForSelector('#facts tr');
     assert.equal(await page.locator('#name').textContent(), name);
-    assert.ok(await page.frameLocator('iframe').getByText(name).first().isVisible(), name);
+    // The program puts a blank in the place of what would turn the direction of the text.
+    const harmless = name.replace('\u202e', ' ').trim();
+    assert.ok(await page.frameLocator('iframe').getByText(harmless).first().isVisible(), name);
     assert.deepEqual(quietSoFar(page), [], name);
     await page.context().close();
   }
