@@ -8,7 +8,7 @@ BUILD = pathlib.Path(os.environ["PENWICK_BUILD"])
 DIST = ROOT / "dist"
 MODULE = BUILD / "bin/kvoexportfile.aip"
 COMMAND = BUILD / "bin/penwick.exe"
-NATIVE = ROOT / "build/release/bin/penwick"
+NATIVE = ROOT / "build/test/bin/penwick"
 # One sample shows what the plug-in refuses.
 SAMPLES = sorted(file for ending in ("pnx", "kvo", "inkml")
                  for file in (ROOT / "samples").glob("*." + ending)
