@@ -18,7 +18,7 @@ function factLines({ info, problem }) {
 class Card {
   // `origin` says where a recording comes from that was made on this page.
   constructor(source, place, origin) {
-    Object.assign(this, { source, place, origin, name: source.path, date: '', strokes: 0, bad: 1 });
+    Object.assign(this, { source, place, origin, name: plainText(source.path), date: '', strokes: 0, bad: 1 });
     this.isWaiting = true;
     this.box = element('input', { type: 'checkbox' });
     this.box.setAttribute('aria-label', `Choose ${this.name}`);

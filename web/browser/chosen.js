@@ -32,7 +32,7 @@ async function filesOf(card, { forms, look, withRecording }, signal) {
   };
   await visit(card.source, async at => {
     if (withRecording) {
-      const ending = card.source.path.slice(stemOf(card.source.path).length);
+      const ending = endingOf(card.source.path);
       const { problem } = await at.facts();
       if (problem) await attempt(`.rescued${ending}`, async () => (await at.rescue()).bytes);
       else await attempt(ending, () => bytesOf(card.source, () => {}));

@@ -130,7 +130,7 @@ async function rescue() {
   if (card.rescued) return openDrawing(card.rescued);
   await act(card, async () => {
     const { bytes, told, sentence } = await visit(card.source, at => at.rescue(), { urgent: true });
-    const ending = card.source.path.slice(stemOf(card.source.path).length);
+    const ending = endingOf(card.source.path);
     const path = `${stemOf(card.source.path)}.rescued${ending}`;
     const file = new File([bytes], nameOf(path));
     [card.rescued] = addCards([{ path, open: () => file }], {
@@ -161,7 +161,7 @@ function save(form, look) {
   const { card } = shown;
   return act(card, async () => {
     const bytes = await visit(card.source, at => form.bytes(at, look), { urgent: true });
-    const name = stemOf(nameOf(card.name)) + form.ending;
+    const name = safePath(stemOf(nameOf(card.source.path))) + form.ending;
     download(new Blob([bytes], { type: form.type }), name);
     return `Saved as ${name}`;
   });
@@ -174,7 +174,7 @@ function savePng() {
 
 function saveRecording() {
   const { card } = shown;
-  const ending = card.source.path.slice(stemOf(card.source.path).length);
+  const ending = endingOf(card.source.path);
   if (card.origin) return save({ bytes: () => bytesOf(card.source, () => {}), ending, type: '' });
   return save({ bytes: async at => (await at.rescue()).bytes, ending: `.rescued${ending}`, type: '' });
 }

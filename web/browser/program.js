@@ -5,7 +5,8 @@ const kRetiringSize = 20 * 2 ** 20;
 // The command says "penwick: NAME: " in front of an error, and "NAME: " in front of a result.
 function withoutName(line, name) {
   const words = line.replace(/^penwick: /, '');
-  return words.startsWith(`${name}: `) ? words.slice(name.length + 2) : words;
+  const begin = `${printedText(name)}: `;
+  return words.startsWith(begin) ? words.slice(begin.length) : words;
 }
 
 function sentenceOf(text, name) {
@@ -13,9 +14,10 @@ function sentenceOf(text, name) {
   return lines.find(line => !line.startsWith('warning: ')) || lines[0] || '';
 }
 
+// In JSON the texts of a file are as they were.
 function jsonOf(text) {
   try {
-    return JSON.parse(text);
+    return JSON.parse(text, (key, value) => typeof value === 'string' ? plainText(value) : value);
   } catch {
     return undefined;
   }

@@ -19,7 +19,7 @@ async function painted(svg, look, { type = 'image/png', signal } = {}) {
 function download(blob, name) {
   const link = document.createElement('a');
   link.href = URL.createObjectURL(blob);
-  link.download = safePath(name).replaceAll('/', '_');
+  link.download = name;
   link.click();
   setTimeout(() => URL.revokeObjectURL(link.href), 60000);
 }

@@ -64,7 +64,7 @@ function showOthers(paths) {
   if (!paths.length) return;
   const others = byId('others');
   const names = others.querySelector('ul');
-  names.append(...paths.map(path => element('li', { textContent: path })));
+  names.append(...paths.map(path => element('li', { textContent: plainText(path) })));
   const count = names.children.length;
   const words = count === 1 ? '1 file is not a recording' : `${count} files are not recordings`;
   others.querySelector('summary').textContent = words;
