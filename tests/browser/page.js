@@ -1,5 +1,6 @@
 // The page penwick.html in a browser, and the native command beside it.
 'use strict';
+const assert = require('node:assert/strict');
 const { spawnSync } = require('node:child_process');
 const fs = require('node:fs');
 const path = require('node:path');
@@ -22,13 +23,21 @@ const kTroubles = `
 }
 `;
 
-// The page with a worker that has troubles, and few seconds for a file.
+// The page with other words in the place of some; each of them must be there once.
+function changedPage(...changes) {
+  let text = fs.readFileSync(pageFile, 'utf8');
+  for (const [before, after] of changes) {
+    const pieces = text.split(before);
+    assert.equal(pieces.length, 2, before);
+    text = pieces.join(after);
+  }
+  return write('changed.html', text);
+}
+
+// The page with a worker that has troubles, and so many seconds for a file.
 function troubledPage(seconds) {
-  const mark = '<script type="text/js-worker" id="painter">';
-  const [before, behind] = fs.readFileSync(pageFile, 'utf8').split(mark);
-  const end = before.lastIndexOf('</script>');
-  return write('troubled.html', (before.slice(0, end) + kTroubles + before.slice(end) + mark + behind)
-    .replace('data-seconds-for-a-file="60"', `data-seconds-for-a-file="${seconds}"`));
+  const mark = '</script>\n<script type="text/js-worker" id="painter">';
+  return changedPage([mark, kTroubles + mark], ['data-seconds-for-a-file="60"', `data-seconds-for-a-file="${seconds}"`]);
 }
 
 async function opened({ file = pageFile, url = pathToFileURL(file).href, ...options } = {}) {
@@ -40,6 +49,13 @@ async function opened({ file = pageFile, url = pathToFileURL(file).href, ...opti
 async function add(page, ...files) {
   await page.setInputFiles('#files', files);
   await drawn(page);
+}
+
+// Drops files and folders onto a place of the page.
+async function drop(page, { x, y }, ...files) {
+  const session = await page.context().newCDPSession(page);
+  const data = { items: [], files, dragOperationsMask: 1 };
+  for (const type of ['dragEnter', 'dragOver', 'drop']) await session.send('Input.dispatchDragEvent', { type, x, y, data });
 }
 
 // Every card has its picture or its sentence.
@@ -77,4 +93,4 @@ function quietSoFar(page) {
 // A recording with its end cut off.
 const cutRecording = name => write(name, fs.readFileSync(sample('lighthouse.pnx')).subarray(0, 200000));
 
-module.exports = { add, cardOf, cutRecording, drawn, native, open, opened, quietSoFar, saved, troubledPage };
+module.exports = { add, cardOf, changedPage, cutRecording, drawn, drop, native, open, opened, quietSoFar, saved, troubledPage };

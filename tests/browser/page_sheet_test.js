@@ -5,8 +5,8 @@ const fs = require('node:fs');
 const http = require('node:http');
 const path = require('node:path');
 const { test } = require('node:test');
-const { sample, write } = require('../page/browser.js');
-const { add, cardOf, cutRecording, drawn, opened, quietSoFar } = require('./page.js');
+const { inkDocument, sample, write } = require('../page/browser.js');
+const { add, cardOf, cutRecording, drawn, drop, opened, quietSoFar, saved } = require('./page.js');
 
 const axe = fs.readFileSync(require.resolve('axe-core/axe.min.js'), 'utf8');
 
@@ -17,14 +17,6 @@ async function assertAccessible(page, state) {
 }
 
 const names = page => page.locator('#cards li:not([hidden]) .title').allTextContents();
-
-async function drop(page, ...files) {
-  const session = await page.context().newCDPSession(page);
-  const data = { items: [], files, dragOperationsMask: 1 };
-  for (const type of ['dragEnter', 'dragOver', 'drop']) {
-    await session.send('Input.dispatchDragEvent', { type, x: 300, y: 300, data });
-  }
-}
 
 test('recordings become cards with a picture and the facts that their makers wrote down', async () => {
   const page = await opened();
@@ -72,9 +64,9 @@ test('files and folders are dropped, from disk and from a server', async () => {
   await new Promise(resolve => server.listen(0, resolve));
   const served = await opened({ url: `http://localhost:${server.address().port}/` });
   for (const one of [page, served]) {
-    await drop(one, sample('teapot.inkml'), path.join(folder, 'drawer'));
+    await drop(one, { x: 300, y: 300 }, sample('teapot.inkml'), path.join(folder, 'drawer'));
     await drawn(one);
-    await one.waitForFunction(() => cards.length === 2 || document.querySelector('.message:not([hidden])'));
+    await one.waitForFunction(() => cards.length === 2 || byId('note').textContent);
     assert.deepEqual(await one.locator('.message:visible').allTextContents(), []);
     await drawn(one);
     assert.deepEqual(await names(one), ['teapot.inkml', 'drawer/deep/SIGNED.PNX']);
@@ -102,6 +94,72 @@ test('a hostile name is shown as text and can be saved', async () => {
     assert.deepEqual(quietSoFar(page), [], name);
     await page.context().close();
   }
+});
+
+// All texts and attributes of the page that hold one of the characters, but for scripts and the replay.
+const partsWith = (page, characters) => page.evaluate(wanted => {
+  const found = [];
+  const nodes = document.createTreeWalker(document, NodeFilter.SHOW_ELEMENT | NodeFilter.SHOW_TEXT);
+  while (nodes.nextNode()) {
+    const node = nodes.currentNode;
+    if (node.nodeType === Node.ELEMENT_NODE) {
+      for (const { name, value } of node.attributes) if (name !== 'srcdoc') found.push(value);
+    } else if (!node.parentElement.closest('script, style')) {
+      found.push(node.data);
+    }
+  }
+  return found.filter(text => [...wanted].some(character => text.includes(character)));
+}, characters);
+
+test('a folder with nothing in it is not passed over in silence', async () => {
+  const page = await opened();
+  const folder = path.join(path.dirname(write('x', '')), 'empty');
+  fs.mkdirSync(folder);
+  await drop(page, { x: 300, y: 300 }, folder);
+  await page.waitForFunction(() => byId('note').textContent === 'There is no file in it.');
+  assert.ok(await page.locator('#note').isVisible());
+  await add(page, sample('signature.pnx'));
+  assert.ok(await page.locator('#note').isHidden());
+  await page.context().close();
+});
+
+test('what could make a name pass for another one is not shown and not written', async () => {
+  const harmful = String.fromCodePoint(0x7f, 0x9b, 0x61c, 0x200e, 0x200f, 0x2028, 0x2029, 0x202a, 0x202e, 0x2066, 0x2069, 0xfeff);
+  const controls = '\x01\x1b\x1f\n';
+  const near = String.fromCodePoint(0xa0, 0x61b, 0x61d, 0x200d, 0x2010, 0x2027, 0x202f, 0x2065, 0x206a, 0xfefe, 0x1f58a);
+  const blanks = count => ' '.repeat(count);
+  const name = `a${harmful}${controls}b${near}`, shown = `a${blanks(harmful.length + controls.length)}b${near}`;
+  const page = await opened();
+  const layers = Buffer.from(inkDocument(`c${harmful}d${near}`));
+  const files = [[`${name}.kvo`, layers], [`${name}.pnx`, 'hello'], [`${name}.txt`, 'hello']]
+    .map(([own, content]) => ({ name: own, mimeType: '', buffer: Buffer.from(content) }));
+  await page.setInputFiles('#files', files);
+  await drawn(page);
+  assert.deepEqual(await names(page), [`${shown}.kvo`, `${shown}.pnx`]);
+  assert.equal(await page.locator('#others li').textContent(), `${shown}.txt`);
+  const unclean = async () => partsWith(page, harmful + controls.replace('\n', ''));
+  assert.deepEqual(await unclean(), []);
+  await page.locator('#cards .title').nth(1).click();
+  await page.waitForSelector('#wait .bad');
+  assert.equal(await page.locator('#wait p').textContent(), 'this is a text file, not a recording');
+  await page.click('#back');
+  await page.locator('#cards .title').first().click();
+  await page.waitForSelector('#facts tr');
+  assert.ok((await page.locator('#facts th').allTextContents()).includes(`c${blanks(harmful.length)}d${near}`));
+  assert.deepEqual(await unclean(), []);
+  assert.ok(!(await page.title()).includes('\u202e'));
+  await page.context().close();
+});
+
+test('what is saved is named without what could make a name pass for another one', async () => {
+  const page = await opened();
+  await page.setInputFiles('#files', { name: 'x\u202e\x9by.pnx', mimeType: '', buffer: fs.readFileSync(sample('signature.pnx')) });
+  await drawn(page);
+  await page.click('#cards .title');
+  await page.waitForSelector('#facts tr');
+  assert.equal((await saved(page, '#save-svg')).name, 'x__y.svg');
+  assert.equal(await page.locator('#saved').textContent(), 'Saved as x__y.svg');
+  await page.context().close();
 });
 
 test('the sheet, a drawing and the dialog can be used by everybody, in light and dark, narrow and wide', async () => {

@@ -37,10 +37,14 @@ class Card {
     this.words = [this.name, ...lines].join(' ').toLowerCase();
   }
 
-  // Looks at the recording in its turn; never fails.
+  // Looks at the recording in its turn, unless it is cancelled; never fails.
   async look() {
-    const controller = new AbortController();
+    this.controller = new AbortController();
+    const { signal } = this.controller;
     this.isWaiting = true;
+    this.isCancelled = false;
+    this.bar = undefined;
+    this.paper.replaceChildren();
     this.tell('waiting');
     let picture;
     try {
@@ -48,16 +52,24 @@ class Card {
         this.tell('being drawn');
         const svg = await this.svgOf(at);
         // Painted while the program goes on.
-        picture = svg && this.setPicture(svg, controller.signal);
+        if (svg) {
+          picture = this.setPicture(svg, signal);
+          // What became of it is seen below.
+          picture.catch(() => {});
+        }
         return at.facts();
-      }, { signal: controller.signal, progress: share => this.show(share, controller) });
+      }, { signal, progress: share => this.show(share) });
       this.setFacts(facts);
       if (picture) await picture; else this.paper.replaceChildren('no picture');
     } catch (failure) {
-      await picture;
+      await Promise.allSettled([picture]);
       this.fail(failure);
     }
     this.isWaiting = false;
+  }
+
+  cancel() {
+    this.controller.abort();
   }
 
   // Undefined where the program says no: why it does is among the facts.
@@ -89,35 +101,37 @@ class Card {
         src: URL.createObjectURL(picture),
       }));
     } catch (failure) {
+      if (failure instanceof Cancelled) throw failure;
       this.paper.replaceChildren(`no picture: ${failure.message}`);
     }
   }
 
   // How far a large recording is, with a button that gives it up.
-  show(share, controller) {
+  show(share) {
     if (!this.bar) {
       this.bar = element('progress', { max: 1 });
       this.bar.setAttribute('aria-label', `Progress of ${this.name}`);
       const cancel = element('button', { type: 'button', textContent: 'Cancel' });
       cancel.setAttribute('aria-label', `Cancel ${this.name}`);
-      cancel.addEventListener('click', () => controller.abort());
+      cancel.addEventListener('click', () => this.cancel());
       this.paper.replaceChildren(this.bar, cancel);
     }
     if (share === undefined) this.bar.removeAttribute('value'); else this.bar.value = share;
   }
 
   fail(failure) {
-    this.bad = 0;
+    this.isCancelled = failure instanceof Cancelled;
     this.tell(failure instanceof Failure ? failure.message : 'something went wrong in the page');
-    this.lines.lastChild.className = 'bad';
+    if (!this.isCancelled) {
+      this.bad = 0;
+      this.lines.lastChild.className = 'bad';
+    }
     const again = element('button', { type: 'button', textContent: 'Try again' });
     again.setAttribute('aria-label', `Try ${this.name} again`);
     again.addEventListener('click', () => {
-      this.paper.replaceChildren();
       this.title.focus();
       lookAt([this]);
     });
-    this.bar = undefined;
     this.paper.replaceChildren(again);
     if (!(failure instanceof Failure)) console.error(failure);
   }

@@ -2,14 +2,22 @@
 
 const zipForm = byId('zip').querySelector('form');
 const [zipBar, zipSaid, zipLost] = ['progress', 'p[role=status]', 'ul'].map(part => zipForm.querySelector(part));
+const zipAdded = byId('zip-added');
 let zipping;
 
 function openZip() {
   const count = cards.filter(card => card.box.checked).length;
   byId('zip-title').textContent = `Save ${counted(count, 'recording')} as one ZIP`;
   zipSaid.textContent = '';
+  zipAdded.textContent = '';
   zipLost.replaceChildren();
   byId('zip').showModal();
+}
+
+// What is dropped while the window is open comes onto the sheet behind it.
+function tellAdded(count) {
+  if (!byId('zip').open) return;
+  zipAdded.textContent = count ? `Added to the page, but not to this ZIP: ${counted(count, 'recording')}` : 'There was no recording in it.';
 }
 
 // What is asked for, as pairs of a form and its look.
@@ -85,7 +93,7 @@ async function saveZip() {
     zipSaid.textContent = count ? `Saved as drawings.zip: ${counted(count, 'file')}` : 'Nothing could be saved.';
     if (zipLost.children.length) zipSaid.textContent += '. Not saved:';
   } catch (failure) {
-    zipSaid.textContent = failure.message;
+    zipSaid.textContent = failure instanceof Cancelled ? 'Cancelled: nothing was saved.' : failure.message;
   }
   zipping = undefined;
   zipBar.hidden = true;

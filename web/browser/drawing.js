@@ -28,7 +28,7 @@ function openDrawing(card) {
 // Ends what is shown, but does not yet show anything else.
 function leaveDrawing() {
   shown.controller.abort();
-  byId('replay').querySelectorAll('iframe').forEach(frame => frame.remove());
+  byId('replay').querySelectorAll('iframe, :scope > button').forEach(one => one.remove());
 }
 
 function closeDrawing() {
@@ -89,9 +89,17 @@ function showPage(page, card) {
   }
 }
 
+// Files that are dragged onto the replay are for the page around it.
+const kGiveWay = `<script>
+addEventListener('dragover', event => {
+  if (event.dataTransfer.types.includes('Files')) parent.postMessage('files', '*');
+});
+<\/script>`;
+
 function addFrame(page, card) {
   wait('');
-  const frame = element('iframe', { title: `The drawing of ${card.name}`, srcdoc: new TextDecoder().decode(page) });
+  const srcdoc = new TextDecoder().decode(page) + kGiveWay;
+  const frame = element('iframe', { title: `The drawing of ${card.name}`, srcdoc });
   frame.setAttribute('sandbox', 'allow-scripts allow-downloads');
   frame.setAttribute('allow', 'fullscreen');
   byId('replay').append(frame);

@@ -35,11 +35,14 @@ function letDrop() {
     event.dataTransfer.dropEffect = 'copy';
     show(true);
   });
+  // From the replay, which then gives way.
+  addEventListener('message', ({ data }) => {
+    if (data === 'files') show(true);
+  });
   addEventListener('dragleave', event => show(Boolean(event.relatedTarget)));
   addEventListener('drop', event => {
     event.preventDefault();
     show(false);
-    if (byId('zip').open) return;
     if (shown) history.back();
     take(sourcesOfDrop(event.dataTransfer));
   });

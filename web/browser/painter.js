@@ -4,6 +4,7 @@
 // { id, picture, width, height } or { id, problem }.
 
 const largestSide = 16384;
+const kUnpaintable = 'this browser cannot paint a picture of this size';
 
 const attributesOf = tag => Object.fromEntries([...tag.matchAll(/([\w:-]+)="([^"]*)"/g)].map(([, name, value]) => [name, value]));
 
@@ -46,6 +47,16 @@ function paint(context, svg, scale) {
   }
 }
 
+// A canvas that is too large for a browser stays empty without a word.
+function isPaintable(context) {
+  const { width, height } = context.canvas;
+  if (width * height < 2 ** 22) return true;
+  context.fillRect(width - 1, height - 1, 1, 1);
+  const [, , , opacity] = context.getImageData(width - 1, height - 1, 1, 1).data;
+  context.clearRect(width - 1, height - 1, 1, 1);
+  return opacity === 255;
+}
+
 async function pictureOf(message) {
   const svg = new TextDecoder().decode(message.svg);
   const { scale, width, height } = sizeOf(svg, message);
@@ -54,6 +65,7 @@ async function pictureOf(message) {
   }
   const canvas = new OffscreenCanvas(width, height);
   const context = canvas.getContext('2d');
+  if (!isPaintable(context)) return { problem: kUnpaintable };
   if (message.paper) {
     context.fillStyle = message.paper;
     context.fillRect(0, 0, width, height);
@@ -63,6 +75,6 @@ async function pictureOf(message) {
 }
 
 addEventListener('message', async ({ data }) => {
-  const answer = await pictureOf(data).catch(() => ({ problem: 'this browser cannot paint a picture of this size' }));
+  const answer = await pictureOf(data).catch(() => ({ problem: kUnpaintable }));
   postMessage({ ...answer, id: data.id });
 });

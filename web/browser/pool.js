@@ -67,6 +67,7 @@ class Pool {
   run(work, { urgent = false, signal } = {}) {
     return new Promise((resolve, reject) => {
       const job = { work, urgent, signal, resolve, reject };
+      if (signal && signal.aborted) return reject(new Cancelled());
       if (signal) signal.addEventListener('abort', () => this.forget(job));
       if (urgent) this.queue.unshift(job); else this.queue.push(job);
       this.next();

@@ -16,6 +16,21 @@ function showCount() {
   const words = showFound(cards, byId('search').value);
   const rest = cards.filter(card => card.isWaiting).length;
   byId('count').textContent = rest ? `${words}, ${rest} not yet drawn` : words;
+  showStop(rest, cards.filter(card => card.isCancelled).length);
+}
+
+// One button stops the drawing of `rest` recordings, and then draws those that were `cancelled`.
+function showStop(rest, cancelled) {
+  const stop = byId('stop');
+  stop.textContent = rest ? 'Stop' : `Draw the cancelled ${cancelled === 1 ? 'one' : cancelled}`;
+  if (!rest && !cancelled && document.activeElement === stop) byId('count').focus();
+  stop.hidden = !rest && !cancelled;
+}
+
+function stopOrGoOn() {
+  const waiting = cards.filter(card => card.isWaiting);
+  for (const card of waiting) card.cancel();
+  if (!waiting.length) lookAt(cards.filter(card => card.isCancelled));
 }
 
 function showChosen() {
@@ -45,7 +60,8 @@ async function lookAt(some) {
   if (byId('order').value !== 'place') arrange();
   showCount();
   const bad = cards.filter(card => !card.bad).length;
-  say(`${counted(cards.length, 'recording')}, ${bad || 'none'} with a problem`, true);
+  const cancelled = cards.filter(card => card.isCancelled).length;
+  say(`${counted(cards.length, 'recording')}, ${bad || 'none'} with a problem${cancelled ? `, ${cancelled} cancelled` : ''}`, true);
 }
 
 let isCountDue = false;
@@ -86,24 +102,25 @@ function addCards(sources, origin) {
 async function take(sources) {
   const others = [];
   const recordings = [];
+  byId('note').textContent = '';
   try {
     for await (const source of sources) (isRecording(source.path) ? recordings : others).push(source);
   } catch {
-    byId('others').before(element('p', {
-      className: 'message', textContent: 'A folder that was dropped cannot be read here. Use the button “Choose a folder”.',
-    }));
+    byId('note').textContent = 'A folder that was dropped cannot be read here. Use the button “Choose a folder”.';
   }
   const added = addCards(recordings);
   showOthers(others.map(source => source.path));
+  tellAdded(added.length);
   if (added.length) {
     say(`${counted(added.length, 'recording')} being drawn`, true);
     await lookAt(added);
-  } else if (!others.length) {
-    say('There is no file in it', true);
+  } else if (!others.length && !byId('note').textContent) {
+    byId('note').textContent = 'There is no file in it.';
   }
 }
 
 byId('search').addEventListener('input', showCount);
+byId('stop').addEventListener('click', stopOrGoOn);
 byId('order').addEventListener('change', arrange);
 byId('choose-all').addEventListener('change', event => {
   for (const card of cards) if (!card.item.hidden) card.box.checked = event.target.checked;
