@@ -215,5 +215,6 @@ test('five hundred recordings become pictures, not live drawings', async () => {
   assert.equal(await page.locator('#cards img').count(), 500);
   assert.equal(await page.locator('#cards svg').count(), 0);
   assert.equal(await page.locator('#count').textContent(), '500 recordings');
+  assert.deepEqual(await names(page), Array.from({ length: 500 }, (_, i) => `many/${i}.pnx`));
   await page.context().close();
 });

@@ -21,6 +21,7 @@ function openDrawing(card) {
   byId('damage').hidden = true;
   byId('saved').textContent = '';
   byId('facts').replaceChildren();
+  byId('told').hidden = true;
   showOrigin(card.origin);
   replay(shown);
 }
@@ -108,8 +109,10 @@ function addFrame(page, card) {
 // ---- facts and damage
 
 function showFacts(facts, card) {
-  byId('facts').replaceChildren(...factRows(facts).map(([name, text]) => element('tr', {},
-    element('th', { scope: 'row', textContent: name }), element('td', { textContent: text }))));
+  const rows = factRows(facts).map(([name, text]) => element('tr', {},
+    element('th', { scope: 'row', textContent: name }), element('td', { textContent: text })));
+  byId('facts').replaceChildren(...rows);
+  byId('told').hidden = !rows.length;
   byId('damage').hidden = !facts.problem;
   byId('damage').firstElementChild.textContent = facts.problem;
   showSaves(card, facts.problem);

@@ -9,6 +9,14 @@ const nameOf = path => path.slice(path.lastIndexOf('/') + 1);
 // As the command does, hidden files of folders are left out.
 const isRecording = path => /\.(pnx|eli|kvo|inkml)$/i.test(path) && !/\/\./.test(path);
 
+// Those of one folder stand together, in the order of their names: a browser finds them in any order.
+function inOrder(sources) {
+  const folderOf = ({ path }) => path.slice(0, path.indexOf('/') + 1);
+  const folders = [...new Set(sources.map(folderOf))];
+  return [...sources].sort((a, b) => folders.indexOf(folderOf(a)) - folders.indexOf(folderOf(b)) ||
+    (folderOf(a) ? byText('path')(a, b) : 0));
+}
+
 function sourcesOfList(files) {
   return [...files].map(file => ({ path: file.webkitRelativePath || file.name, open: () => file }));
 }

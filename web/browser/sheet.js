@@ -108,7 +108,7 @@ async function take(sources) {
   } catch {
     byId('note').textContent = 'A folder that was dropped cannot be read here. Use the button “Choose a folder”.';
   }
-  const added = addCards(recordings);
+  const added = addCards(inOrder(recordings));
   showOthers(others.map(source => source.path));
   tellAdded(added.length);
   if (added.length) {
