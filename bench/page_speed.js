@@ -7,26 +7,11 @@ const os = require('node:os');
 const path = require('node:path');
 const { pathToFileURL } = require('node:url');
 const { chromium } = require('playwright-core');
+const { inkDocument } = require('./recordings.js');
 
 const [penwick] = process.argv.slice(2);
 const strokeCount = 3000, pointCount = 100;
 const limits = { size: 1.5, show: 2000, frames: 30 };
-
-// Wavy strokes in rows, drawn in 640 seconds: 10 at the highest speed.
-function recording() {
-  const strokes = [];
-  for (let s = 0; s < strokeCount; ++s) {
-    const points = [];
-    for (let p = 0; p < pointCount; ++p) {
-      const x = 50 + s % 10 * 200 + p * 2;
-      const y = Math.round(50 + Math.floor(s / 10) * 9 + 12 * Math.sin(p / 6 + s));
-      const pressure = Math.round(500 + 400 * Math.sin(p / 15));
-      points.push(`${x} ${y} 0 ${pressure} 0 0 ${Math.round(s * 213 + p * 1.5 + 1)}`);
-    }
-    strokes.push(`<trace contextRef="#c">${points.join(',')}</trace>`);
-  }
-  return `<ink><tracegroup id="layer0">${strokes.join('\n')}</tracegroup></ink>`;
-}
 
 async function measure(page) {
   await page.goto(`${pathToFileURL('large.html').href}#at=1`);
@@ -50,7 +35,7 @@ async function measure(page) {
 async function main() {
   const folder = fs.mkdtempSync(path.join(os.tmpdir(), 'penwick-page-'));
   process.chdir(folder);
-  fs.writeFileSync('large.kvo', recording());
+  fs.writeFileSync('large.kvo', inkDocument(strokeCount, pointCount));
   for (const name of ['large.svg', 'large.html']) execFileSync(penwick, ['open', '-q', 'large.kvo', '-o', name]);
   const size = fs.statSync('large.html').size / fs.statSync('large.svg').size;
   console.log(`${strokeCount * pointCount} points: page ${fs.statSync('large.html').size} bytes, ${size.toFixed(2)} x the SVG`);
