@@ -83,11 +83,22 @@ test('a worker ends with a large file, so that its memory is given back, and not
   const workers = () => page.workers().filter(worker => worker.url() === url);
   const before = workers();
   assert.equal(before.length, 1);
+  await page.evaluate(() => {
+    const end = Worker.prototype.terminate;
+    globalThis.ended = [];
+    Worker.prototype.terminate = function () {
+      ended.push(this);
+      end.call(this);
+    };
+    globalThis.first = programs.idle[0].worker;
+  });
   await add(page, sample('teapot.inkml'));
   assert.deepEqual(workers(), before);
-  const ended = new Promise(resolve => before[0].once('close', resolve));
+  assert.equal(await page.evaluate(() => ended.length), 0);
+  const closed = new Promise(resolve => before[0].once('close', resolve));
   await add(page, write('large.kvo', inkDocument('one', 'two') + ' '.repeat(21 * 2 ** 20)));
-  await ended;
+  assert.ok(await page.evaluate(() => ended.length === 1 && ended[0] === first));
+  await closed;
   assert.match(await cardOf(page, 'large.kvo').textContent(), /2 layers, 2 strokes.*sound$/);
   await add(page, sample('hatching.pnx'));
   assert.match(await cardOf(page, 'hatching.pnx').textContent(), /sound$/);
