@@ -411,4 +411,201 @@ TEST(InkRescue, GoesOnWhereAByteOfUtf16IsMissing) {
   }
 }
 
+// A point of the steady line that lies far away.
+std::string farPoint(int number) {
+  return "9000 9000 0 500 -20 30 " + std::to_string(8000 + 8 * number);
+}
+
+TEST(InkRescue, TakesAStrayPointOfASoundDocumentForDamageWhereThatIsWanted) {
+  const std::string inside = with(twoLayers(), point(45), farPoint(45));
+  EXPECT_TRUE(rescueInkDocument(inside).sound);
+  const InkRescue result = rescueInkDocument(inside, rescue::Mend::doubtful);
+  EXPECT_FALSE(result.sound);
+  Times expected = times(40, 44);
+  for (const std::uint32_t time : times(46, 59))
+    expected.push_back(time);
+  EXPECT_EQ(timesOf(result.bytes)[0], (std::vector<Times>{times(0, 19), expected}));
+  EXPECT_EQ(result.pointsDropped, 1U);
+}
+
+TEST(InkRescue, TakesAStrayPointAtEitherEndOfAStrokeForDamageToo) {
+  const std::string first = with(twoLayers(), point(40), farPoint(40));
+  EXPECT_EQ(timesOf(rescueInkDocument(first, rescue::Mend::doubtful).bytes)[0][1], times(41, 59));
+  const std::string last = with(twoLayers(), point(59), farPoint(59));
+  EXPECT_EQ(timesOf(rescueInkDocument(last, rescue::Mend::doubtful).bytes)[0][1], times(40, 58));
+}
+
+TEST(InkRescue, LeavesASoundDocumentAloneThatLooksSoundEvenWhereDoubtfulOnesAreMended) {
+  const InkRescue result = rescueInkDocument(twoLayers(), rescue::Mend::doubtful);
+  EXPECT_TRUE(result.sound);
+  EXPECT_EQ(result.bytes, twoLayers());
+}
+
+// The document without its end, so that it is damaged.
+std::string cut(const std::string& document) {
+  return with(document, "</ink>\n", "");
+}
+
+TEST(InkRescue, KeepsCommentsButNoneThatTheReaderTakesForAnElement) {
+  const std::string comments =
+      "    <!-- drawn in May -->\n    <!--definitions-->\n    <!--ink-->\n    <!--a & b-->\n";
+  const InkRescue result =
+      rescueInkDocument(cut(with(twoLayers(), "    <tracegroup", comments + "    <tracegroup")));
+  EXPECT_THAT(result.bytes, HasSubstr("    <!-- drawn in May -->\n"));
+  EXPECT_EQ(result.bytes.find("<!--d"), std::string::npos);
+  EXPECT_EQ(result.bytes.find("<!--ink"), std::string::npos);
+  EXPECT_EQ(result.bytes.find("<!--a"), std::string::npos);
+  EXPECT_EQ(timesOf(result.bytes), timesOf(twoLayers()));
+}
+
+TEST(InkRescue, LeavesOutACommentWithoutAnEnd) {
+  const InkRescue result = rescueInkDocument(cut(twoLayers()) + "<!-- never <!-- ended");
+  EXPECT_EQ(result.bytes, twoLayers());
+  ASSERT_EQ(result.leftOut.size(), 1U);
+  EXPECT_EQ(result.leftOut.front().reason, LeftOut::junkBehind);
+}
+
+TEST(InkRescue, GivesATraceTheContextThatItsDamagedReferenceMeant) {
+  const std::string damaged =
+      with(twoLayers(), "\"#default-context\"", "\"#default-conuext\"", "<trace ");
+  const InkRescue result = rescueInkDocument(cut(damaged));
+  EXPECT_EQ(result.bytes, twoLayers());
+  EXPECT_EQ(result.definitionsPutIn, 0U);
+}
+
+TEST(InkRescue, TakesARareReferenceForADamagedOneWhereNoContextIsLeft) {
+  const std::string strokes = trace(0, 19) + trace(40, 59) + trace(80, 99);
+  const std::string rare = with(trace(120, 139), "default-context", "default-c0ntext");
+  const InkRescue result =
+      rescueInkDocument("<ink>\n" + layer(0, strokes + rare) + layer(1, trace(160, 179)));
+  EXPECT_THAT(result.bytes, HasSubstr(trace(120, 139)));
+  EXPECT_EQ(result.definitionsPutIn, 3U);
+}
+
+// Where the comma is lost, the first point ends as the one before it leads to expect. Nothing
+// behind the second one proves that its first number is whole.
+TEST(InkRescue, KeepsTheFirstOfTwoPointsBetweenWhichTheCommaIsLost) {
+  const std::string both = point(45) + "," + point(46);
+  const std::string joined = point(45) + " " + point(46);
+  const InkRescue result = rescueInkDocument(cut(with(twoLayers(), both, joined)));
+  Times expected = times(40, 45);
+  for (const std::uint32_t time : times(47, 59))
+    expected.push_back(time);
+  EXPECT_EQ(timesOf(result.bytes)[0], (std::vector<Times>{times(0, 19), expected}));
+  EXPECT_EQ(result.strokesBroken, 0U);
+}
+
+TEST(InkRescue, DropsAPointWithANumberThatNoReaderTakes) {
+  // A sign too many, a pressure below zero, a time above 32 bits, a fraction among whole numbers,
+  // and a number with letters in it.
+  for (const char* bad : {"+-1135 2135 0 500 -20 30 8360", "1135 2135 0 -500 -20 30 8360",
+                          "1135 2135 0 500 -20 30 4294967296", "1135.5 2135 0 500 -20 30 8360",
+                          "1135 2135 0 5e -20 30 8360", "1135 2135 0 500 -20 2147483648 8360"}) {
+    const InkRescue result = rescueInkDocument(cut(with(twoLayers(), point(45), bad)));
+    EXPECT_EQ(timesOf(result.bytes)[0][1].size(), 19U) << bad;
+    EXPECT_EQ(result.pointsKept, 59U) << bad;
+  }
+}
+
+TEST(InkRescue, KeepsALayerWithoutStrokesAndGivesOneWithoutANameANewOne) {
+  const std::string layers = "    <tracegroup id=\"layer0\"/>\n    <tracegroup id=\"a\"/>\n" +
+                             with(layer(7, trace(0, 19)), "layer7", "x") + layer(8, trace(40, 59));
+  const InkRescue result = rescueInkDocument(cut(document(layers)));
+  EXPECT_EQ(result.bytes,
+            document("    <tracegroup id=\"layer0\"/>\n    <tracegroup id=\"layer1\">\n"
+                     "    </tracegroup>\n" +
+                     layer(2, trace(0, 19)) + layer(8, trace(40, 59))));
+}
+
+TEST(InkRescue, QuotesATypeInWhichAQuotationMarkStands) {
+  const std::string annotation = "<annotation type='a\"b'>A & B</annotation>\n";
+  const InkRescue result =
+      rescueInkDocument(cut(with(twoLayers(), "    <tracegroup", annotation + "<tracegroup")));
+  EXPECT_THAT(result.bytes, HasSubstr("<annotation type=\"a&quot;b\">A &amp; B</annotation>"));
+}
+
+TEST(InkRescue, KeepsADeclarationOfUtf8AloneAndNoneOfAnotherEncoding) {
+  for (const auto& [declared, kept] :
+       {std::array{"encoding=\"UTF-8\"", "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<ink>"},
+        std::array{"encoding=\"koi8-r\"", "<?xml version=\"1.0\" ?>\n<ink>"}}) {
+    const std::string damaged = with(twoLayers(), "\"1.0\" ", std::string("\"1.0\" ") + declared);
+    EXPECT_TRUE(rescueInkDocument(cut(damaged)).bytes.starts_with(kept)) << declared;
+  }
+}
+
+TEST(InkRescue, KeepsReferencesToCharactersAndMendsWhatOnlyLooksLikeOne) {
+  const std::string annotation =
+      "    <annotation type=\"t\">&lt;&#65;&#x4f;&#xG;&#;&#x110000;&#0;&nbsp;&#6</annotation>\n";
+  const InkRescue result =
+      rescueInkDocument(cut(with(twoLayers(), "    <tracegroup", annotation + "    <tracegroup")));
+  EXPECT_THAT(result.bytes, HasSubstr(">&lt;&#65;&#x4f;&amp;#xG;&amp;#;&amp;#x110000;&amp;#0;"
+                                      "&amp;nbsp;&amp;#6</annotation>"));
+}
+
+TEST(InkRescue, LeavesOutBytesThatAreNotUtf8AndByteOrderMarks) {
+  // U+00E9, U+20AC and U+1F600; a lone second byte, two cut characters, one that is too large, a
+  // byte order mark and a delete.
+  const std::string kept = "\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80";
+  const std::string text = kept + "\x80\xC3" + "a\xE2\x82" + "b\xF5\xEF\xBB\xBF" + "c\x7F";
+  const std::string annotation = "    <annotation type=\"t\">" + text + "</annotation>\n";
+  const InkRescue result =
+      rescueInkDocument(cut(with(twoLayers(), "    <tracegroup", annotation + "    <tracegroup")));
+  EXPECT_THAT(result.bytes, HasSubstr(">" + kept + "abc</annotation>"));
+}
+
+TEST(InkRescue, ConvertsPairsOfSurrogatesAndMarksLoneOnes) {
+  std::string text = declaring("UTF-16", "@@@");
+  std::string damaged = inUtf16(text, false);
+  const std::size_t place = 2 * text.find("@@@");
+  // U+1F600 as a pair, then a high surrogate alone.
+  damaged.replace(place, 6, "\xD8\x3D\xDE\x00\xD8\x3D", 6);
+  const InkRescue result = rescueInkDocument(damaged);
+  EXPECT_EQ(result.bytes, declaring("UTF-8", "\xF0\x9F\x98\x80\xEF\xBF\xBD"));
+}
+
+TEST(InkRescue, GivesABrushAndAFormatThatLostTheirIdsTheOnesThatAreWanted) {
+  const std::string damaged = with(with(twoLayers(), "<brush id=\"ink\">", "<brush>"),
+                                   "<traceFormat id=\"pen\">", "<traceFormat>");
+  const Orvo::InkReading reading = Orvo::readInk(rescueInkDocument(cut(damaged)).bytes);
+  ASSERT_EQ(reading.definitions->brushes.size(), 1U);
+  EXPECT_EQ(reading.definitions->brushes.front().id, "ink");
+  EXPECT_EQ(reading.definitions->brushes.front().color.value, "DarkBlue");
+  ASSERT_EQ(reading.definitions->traceFormats.size(), 1U);
+}
+
+TEST(InkRescue, KeepsTheFirstOfTwoContextsWithOneId) {
+  const std::string second =
+      "        <context id=\"default-context\" brushRef=\"#none\" traceFormatRef=\"#pen\" />\n";
+  const InkRescue result = rescueInkDocument(cut(with(twoLayers(), kContext, kContext + second)));
+  EXPECT_EQ(result.bytes, twoLayers());
+}
+
+TEST(InkRescue, RefersToTheOnlyBrushWhereAContextNamesNone) {
+  const InkRescue result =
+      rescueInkDocument(cut(with(twoLayers(), " brushRef=\"#ink\"", "", "<context")));
+  EXPECT_EQ(result.bytes, twoLayers());
+}
+
+TEST(InkRescue, TakesADocumentThatDeclaresOtherChannelsForOneOfAnotherProgram) {
+  const std::string other =
+      "<ink><definitions><traceFormat id=\"f\"><channel name=\"X\" units=\"cm\"/>"
+      "<channel name=\"Y\" units=\"cm\"/></traceFormat></definitions>"
+      "<tracegroup id=\"layer0\"><trace>1 2,3 4</trace>";
+  EXPECT_TRUE(rescueInkDocument(other).isOtherForm);
+  EXPECT_FALSE(rescueInkDocument(other).saved);
+}
+
+TEST(InkRescue, LeavesOutTheHeaderOfAFurtherDocumentWithItsAnnotation) {
+  const std::string annotated = with(twoLayers(), "    <tracegroup",
+                                     "    <annotation type=\"t\">T</annotation>\n    <tracegroup");
+  const InkRescue result = rescueInkDocument(twoLayers() + annotated);
+  EXPECT_EQ(result.furtherDocuments, 1U);
+  EXPECT_EQ(result.bytes.find("annotation type"), std::string::npos);
+  std::size_t headers = 0;
+  for (const rescue::Stretch& stretch : result.leftOut)
+    headers += stretch.reason == LeftOut::headerPacket ? 1U : 0U;
+  // The declaration, the start of the root element, and the annotation.
+  EXPECT_EQ(headers, 3U);
+}
+
 }  // namespace

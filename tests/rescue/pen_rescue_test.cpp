@@ -503,4 +503,161 @@ TEST_F(PenRescueTest, ReadsLongRecordingsInParts) {
   EXPECT_THAT(result.leftOut, ElementsAre(Stretch{gap, gap + 300'000, LeftOut::unreadable}));
 }
 
+TEST_F(PenRescueTest, TakesALeapInASoundRecordingForDamageWhereThatIsWanted) {
+  std::string recording = recordingOf(12);
+  recording[placeOf(5, 6) + 2] = 0x50;
+  const PenRescue result = rescuePenRecording(recording, rescue::Mend::doubtful);
+  EXPECT_FALSE(result.sound);
+  EXPECT_EQ(result.bytes, recordingOf(12).erase(placeOf(5, 6), 6));
+  EXPECT_EQ(result.pointsDropped, 1U);
+}
+
+TEST_F(PenRescueTest, LeavesASoundRecordingAloneThatLooksSoundEvenWhereDoubtfulOnesAreMended) {
+  const PenRescue result = rescuePenRecording(recordingOf(12), rescue::Mend::doubtful);
+  EXPECT_TRUE(result.sound);
+  EXPECT_EQ(result.bytes, recordingOf(12));
+  EXPECT_EQ(result.pointsKept, 144U);
+}
+
+// Two bytes are left of the descriptor: they would make one with four bytes of the next packet.
+TEST_F(PenRescueTest, MakesNoDescriptorOutOfBytesOfAnotherPacket) {
+  const std::string rest = recordingOf(3).substr(6);
+  const PenRescue result = rescuePenRecording("\x01\x06" + rest);
+  EXPECT_EQ(result.bytes, textOf(PenFileBuilder().descriptor(0, 2, 0, 0)) + rest);
+  EXPECT_TRUE(result.descriptorMended);
+  EXPECT_THAT(result.leftOut, ElementsAre(Stretch{0, 2, LeftOut::unreadable}));
+}
+
+// A stroke without the pen-down in front of it and the pen-up behind it.
+std::string pointsOf(int number) {
+  const std::string whole = textOf(stroke(number));
+  return whole.substr(3, whole.size() - 6);
+}
+
+// A recording with a status in front of the points of each of eight strokes.
+std::string recordingWithStatuses(const std::vector<unsigned>& statuses) {
+  std::string bytes = textOf(header());
+  for (int number = 0; number < 8; ++number) {
+    bytes += PenFileBuilder().status(statuses[static_cast<std::size_t>(number) % statuses.size()]);
+    bytes += pointsOf(number);
+  }
+  return bytes;
+}
+
+TEST_F(PenRescueTest, KeepsTheOrderOfStatusesThatARecordingUsesOften) {
+  using Statuses = std::vector<unsigned>;
+  // Pen-downs alone; pen-ups alone; layers between pen-downs; a layer of its own kind for each.
+  for (const Statuses& statuses : {Statuses{0x01}, Statuses{0x00}, Statuses{0x01, 0x80},
+                                   Statuses{0x80, 0x82, 0x84, 0x86, 0x88, 0x8A, 0x8C, 0x8E}}) {
+    const std::string sound = recordingWithStatuses(statuses);
+    const PenRescue result = rescuePenRecording(sound + "a");
+    EXPECT_EQ(result.bytes, sound) << statuses.front() << " and " << statuses.size() - 1;
+    EXPECT_EQ(result.statusesMended, 0U);
+  }
+}
+
+TEST_F(PenRescueTest, LeavesThePenUpBehindAGapWhereTheRecordingDrawsWithThePenUp) {
+  std::string damaged = textOf(header());
+  for (int i = 0; i < 96; ++i) {
+    if (i % 12 == 0) damaged += PenFileBuilder().status(0x00);
+    damaged += PenFileBuilder().coordinate(1000 + 37 * i, 2000 + i % 3).pressure(1, 600);
+  }
+  // As above: four points and the parts of two others, here of the third part of the line.
+  damaged.erase(kHeader + 3 * 3 + 28 * 12 + 3, 4 * 12 + 5);
+  const PenRescue result = rescuePenRecording(damaged);
+  EXPECT_EQ(shapeOf(result.bytes), (Shape{{28, 63}}));
+  EXPECT_EQ(result.strokesBroken, 1U);
+  EXPECT_EQ(result.statusesMended, 0U);
+}
+
+TEST_F(PenRescueTest, DropsALonePointBetweenGapsFarOutsideOfTheDrawing) {
+  const std::string zeros(20, '\0');
+  const std::string damaged = recordingOf(4) + zeros +
+                              PenFileBuilder().status(0x01).coordinate(30000, 30000).status(0x00) +
+                              zeros + stroke(5);
+  const PenRescue result = rescuePenRecording(damaged);
+  EXPECT_EQ(result.bytes, recordingOf(4) + PenFileBuilder().status(0x01).status(0x00) + stroke(5));
+  EXPECT_EQ(result.pointsDropped, 1U);
+}
+
+std::string withQuestionMarks(std::string bytes) {
+  for (char& byte : bytes)
+    if (static_cast<unsigned char>(byte) >= 0x80) byte = '?';
+  return bytes;
+}
+
+// Times and tilts, and no byte from 80 up but in the tags and where it is asked for.
+std::string recordingOfLowBytes(int highFrom, int highTo) {
+  std::string bytes = textOf(header());
+  for (int number = 0; number < 2; ++number) {
+    bytes += PenFileBuilder().status(0x01).tilt(20, 30);
+    for (int i = 0; i < 12; ++i) {
+      const bool isHigh = number == 0 && i >= highFrom && i < highTo;
+      const auto time = static_cast<unsigned>(8 * i);
+      bytes += PenFileBuilder()
+                   .coordinate(1024 + 8 * i + (isHigh ? 128 : 0), 3900 + number)
+                   .pressure(1, 800)
+                   .time(17, 0, 4, time);
+    }
+    bytes += PenFileBuilder().status(0x00);
+  }
+  return bytes;
+}
+
+TEST_F(PenRescueTest, RestoresTheTagsOfTimesAndDropsATiltThatHeldAQuestionMark) {
+  const std::string sound = recordingOfLowBytes(0, 0);
+  const PenFileBuilder tilt = PenFileBuilder().tilt(20, -30);
+  const PenRescue result = rescuePenRecording(withQuestionMarks(sound + tilt) + "?");
+  EXPECT_EQ(result.bytes, sound);
+  EXPECT_EQ(result.transfer, TextTransfer::highBytesReplaced);
+  EXPECT_EQ(result.pointsKept, 24U);
+  EXPECT_EQ(result.pointsDropped, 0U);
+  EXPECT_THAT(result.leftOut,
+              ElementsAre(Stretch{sound.size(), sound.size() + 6, LeftOut::madeUp},
+                          Stretch{sound.size() + 6, sound.size() + 7, LeftOut::junkBehind}));
+}
+
+TEST_F(PenRescueTest, EndsAStrokeInWhichManyPointsInARowHeldAQuestionMark) {
+  const PenRescue two = rescuePenRecording(withQuestionMarks(recordingOfLowBytes(4, 6)) + "?");
+  EXPECT_EQ(shapeOf(two.bytes), (Shape{{10, 12}}));
+  EXPECT_EQ(two.strokesBroken, 0U);
+  const PenRescue five = rescuePenRecording(withQuestionMarks(recordingOfLowBytes(4, 9)) + "?");
+  EXPECT_EQ(shapeOf(five.bytes), (Shape{{4, 3, 12}}));
+  EXPECT_EQ(five.strokesBroken, 1U);
+}
+
+// A point of a negative x: its high byte has turned into "?", so that it seems far to the right.
+TEST_F(PenRescueTest, DropsAPointWhoseHighByteHeldAQuestionMarkUnlessItFitsItsNeighbours) {
+  for (const bool fits : {false, true}) {
+    const int shift = fits ? 0x3F00 - 0x0400 : 0;
+    std::string sound = textOf(header()) + PenFileBuilder().status(0x01);
+    for (int i = 0; i < 12; ++i) {
+      const int x = 1024 + shift + 8 * i;
+      sound += PenFileBuilder().coordinate(i == 6 && !fits ? -0x7F00 + x % 256 : x, 3900);
+    }
+    sound += PenFileBuilder().status(0x00);
+    const PenRescue result = rescuePenRecording(withQuestionMarks(sound) + "?");
+    EXPECT_EQ(result.pointsKept, fits ? 12U : 11U);
+    EXPECT_EQ(result.pointsDropped, fits ? 0U : 1U);
+  }
+}
+
+TEST_F(PenRescueTest, KeepsWhatStandsThereTwiceWhereThatIsUsual) {
+  std::string recording = recordingOf(12);
+  // The second half of a stroke again behind it, in five strokes.
+  for (const std::size_t stroke : {9U, 7U, 5U, 3U, 1U})
+    recording.insert(placeOf(stroke, 12), recording.substr(placeOf(stroke, 6), 6 * 12));
+  EXPECT_EQ(rescuePenRecording(recording + "a").bytes, recording);
+}
+
+TEST(LeftOutBytes, HaveAReasonInWords) {
+  using rescue::explain;
+  EXPECT_EQ(explain(LeftOut::unreadable), "cannot be read");
+  EXPECT_EQ(explain(LeftOut::junkInFront), "stands in front of the recording");
+  EXPECT_EQ(explain(LeftOut::junkBehind), "stands behind the last whole packet");
+  EXPECT_EQ(explain(LeftOut::doubled), "stands there twice");
+  EXPECT_EQ(explain(LeftOut::headerPacket), "is the header of a further recording");
+  EXPECT_EQ(explain(LeftOut::madeUp), "holds values that damage made up");
+}
+
 }  // namespace
