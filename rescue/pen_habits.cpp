@@ -12,6 +12,8 @@ constexpr double kTimeBits = 24;
 // A position on the sheet: few recordings use a tenth of the range.
 constexpr double kPlaceBits = 13;
 
+constexpr std::size_t kTags = 256;
+
 // The cost of a number that mostly lies about `step` from the one before and now and then far away.
 double costOfStep(int difference, double step) {
   const double ratio = difference / step;
@@ -115,29 +117,31 @@ void PenHabits::learnPacket(PenBytes bytes, std::size_t offset, Steps& steps) {
   }
 }
 
+// Nearly all of the 65,536 heads never occur: what they have in common is worked out once for each
+// tag.
 void PenHabits::weighHeads() {
-  double all = 1;
+  constexpr std::size_t kCodes = 256;
+  std::uint64_t seen = 1;
   double strange = 0.5;  // Unknown packets of a head that is there only once.
-  for (std::size_t head = 0; head < counts_.size(); ++head) {
-    all += counts_[head];
-    const bool known = lengthOf(static_cast<PacketTag>(head >> 8)) != 0;
-    if (!known && counts_[head] == 1) ++strange;
+  for (std::size_t tag = 0; tag < kTags; ++tag) {
+    const bool known = lengthOf(static_cast<PacketTag>(tag)) != 0;
+    for (std::size_t head = tag * kCodes; head < (tag + 1) * kCodes; ++head) {
+      seen += counts_[head];
+      if (!known && counts_[head] == 1) ++strange;
+    }
   }
+  const auto all = static_cast<double>(seen);
   // One of some 16,000 unlikely heads; where little is known, not likelier for that.
   const double strangeCost = std::max(22.0, std::log2(all / strange) + 14);
-  for (std::size_t head = 0; head < counts_.size(); ++head) {
-    const auto tag = static_cast<PacketTag>(head >> 8);
+  for (std::size_t number = 0; number < kTags; ++number) {
+    const auto tag = static_cast<PacketTag>(number);
     const bool known = lengthOf(tag) != 0;
-    const double habitCost = counts_[head] == 0 ? strangeCost : std::log2(all / counts_[head]);
-    double cost = strangeCost;
-    if (isHeader(tag)) {
-      cost = 10;
-    } else if (known) {
-      cost = std::min(habitCost, 10.0);
-    } else if (counts_[head] > 1) {
-      cost = std::min(habitCost, strangeCost);
+    const double most = known ? 10 : strangeCost;
+    for (std::size_t head = number * kCodes; head < (number + 1) * kCodes; ++head) {
+      const bool isUsual = !isHeader(tag) && counts_[head] > (known ? 0U : 1U);
+      const double cost = isUsual ? std::min(std::log2(all / counts_[head]), most) : most;
+      headGains_[head] = static_cast<float>(kWordBits - cost);
     }
-    headGains_[head] = static_cast<float>(kWordBits - cost);
   }
 }
 
