@@ -13,20 +13,14 @@ struct Box {
   double top = 0;
 };
 
-std::string lineOf(char kind, const Box& box) {
-  std::array<char, 200> text{};
-  const int length = std::snprintf(text.data(), text.size(), "%c %.17g %.17g %.17g %.17g\n", kind,
-                                   box.left, box.bottom, box.right, box.top);
-  return {text.data(), static_cast<std::size_t>(length)};
+Line lineOf(char kind, const Box& box) {
+  return {kind, {box.left, box.bottom, box.right, box.top}};
 }
 
-std::string lineOf(const Row& row) {
-  std::array<char, 200> text{};
-  const int length =
-      std::snprintf(text.data(), text.size(), "P %.17g %.17g %lu %ld %ld %lu\n", row.x, row.y,
-                    static_cast<unsigned long>(row.pressure), static_cast<long>(row.tiltX),
-                    static_cast<long>(row.tiltY), static_cast<unsigned long>(row.time));
-  return {text.data(), static_cast<std::size_t>(length)};
+Line lineOf(const Row& row) {
+  return {'P',
+          {row.x, row.y, static_cast<double>(row.pressure), static_cast<double>(row.tiltX),
+           static_cast<double>(row.tiltY), static_cast<double>(row.time)}};
 }
 
 Box boxOf(const Orvo::BoundingBox& box) {
@@ -65,31 +59,47 @@ Row rowOf(const Orvo::Point& point) {
 
 }  // namespace
 
-std::string listing(const Rows& rows) {
+std::vector<Line> linesOf(const Rows& rows) {
   std::vector<Row> everything;
-  std::string text;
+  std::vector<Line> lines(1);
   for (const auto& layer : rows) {
     const std::vector<Row> points = allOf(layer);
     everything.insert(everything.end(), points.begin(), points.end());
-    text += lineOf('L', boxOf(points));
+    lines.push_back(lineOf('L', boxOf(points)));
     for (const auto& stroke : layer) {
-      text += lineOf('S', boxOf(stroke));
+      lines.push_back(lineOf('S', boxOf(stroke)));
       for (const Row& row : stroke)
-        text += lineOf(row);
+        lines.push_back(lineOf(row));
     }
   }
-  return lineOf('D', boxAround(everything)) + text;
+  lines.front() = lineOf('D', boxAround(everything));
+  return lines;
 }
 
-std::string listing(const Orvo::Document& document) {
-  std::string text = lineOf('D', boxOf(document.bounds()));
+std::vector<Line> linesOf(const Orvo::Document& document) {
+  std::vector<Line> lines{lineOf('D', boxOf(document.bounds()))};
   for (const Orvo::Layer& layer : document) {
-    text += lineOf('L', boxOf(layer.bounds()));
+    lines.push_back(lineOf('L', boxOf(layer.bounds())));
     for (const Orvo::Stroke& stroke : layer) {
-      text += lineOf('S', boxOf(stroke.bounds()));
+      lines.push_back(lineOf('S', boxOf(stroke.bounds())));
       for (const Orvo::Point& point : stroke)
-        text += lineOf(rowOf(point));
+        lines.push_back(lineOf(rowOf(point)));
     }
+  }
+  return lines;
+}
+
+std::string textOf(const std::vector<Line>& lines) {
+  std::string text;
+  for (const Line& line : lines) {
+    text += line.kind;
+    const std::size_t count = line.kind == 'P' ? 6 : 4;
+    for (std::size_t i = 0; i < count; ++i) {
+      std::array<char, 32> number{};
+      const int length = std::snprintf(number.data(), number.size(), " %.17g", line.numbers[i]);
+      text.append(number.data(), static_cast<std::size_t>(length));
+    }
+    text += '\n';
   }
   return text;
 }

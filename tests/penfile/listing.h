@@ -23,11 +23,23 @@ struct Row {
 /// A drawing as plain nested lists: layers of strokes of points.
 using Rows = std::vector<std::vector<std::vector<Row>>>;
 
-/// One line for each layer ("L"), stroke ("S") and point, with their boxes, every number exact.
-std::string listing(const Rows& rows);
+/// A line of a listing: of the drawing ("D"), a layer ("L") or a stroke ("S") with the corners of
+/// its box, or of a point ("P") with its six numbers.
+struct Line {
+  char kind;
+  std::array<double, 6> numbers;
+  bool operator==(const Line&) const = default;
+};
+
+/// The drawing line by line.
+std::vector<Line> linesOf(const Rows& rows);
 
 /// The same for a document.
-std::string listing(const Orvo::Document& document);
+std::vector<Line> linesOf(const Orvo::Document& document);
+
+/// The lines as a text, to show how two drawings differ: every number exact. Comparing the lines
+/// themselves takes far less time.
+std::string textOf(const std::vector<Line>& lines);
 
 /// The fields of the three header packets, in the order of the file.
 std::vector<int> headerOf(const Orvo::PnxDocument& document);
