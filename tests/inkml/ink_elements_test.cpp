@@ -93,4 +93,23 @@ TEST(InkElements, OfAnotherRootAreNotRead) {
   EXPECT_EQ(outlineOf("<html><ink/></html>"), "0html 1ink ");
 }
 
+TEST(InkElements, WithoutAMeaningAreNotReadAndHaveNoProblem) {
+  EXPECT_EQ(outlineOf("<odd/><ink><odd><in/></odd><tracegroup id='layer0'><odd/>"
+                      "<annotation type='t'>x<in/></annotation><annotation type='t'/>"
+                      "</tracegroup></ink>"),
+            "0odd 0ink+ 1odd 2in 1tracegroup+ 2odd 2annotation+ 3in 2annotation ");
+  EXPECT_EQ(outlineOf("<ink><definitions><odd/><brush id='b'><odd/><annotationXML>"
+                      "<color>Red</color><color>Blue</color></annotationXML></brush>"
+                      "<brush><annotationXML/></brush></definitions></ink>"),
+            "0ink+ 1definitions+ 2odd 2brush+ 3odd 3annotationXML+ 4color+ 4color "
+            "2brush 3annotationXML ");
+  for (const char* text :
+       {"<odd/>", "<ink><odd/></ink>", "<ink><definitions><odd/></definitions></ink>",
+        "<ink><tracegroup id='layer0'><odd/></tracegroup></ink>",
+        "<ink><tracegroup id='layer0'><trace contextRef='#c'>1 2<odd/></trace>"
+        "</tracegroup></ink>"}) {
+    EXPECT_EQ(lastProblem(text), std::nullopt) << text;
+  }
+}
+
 }  // namespace

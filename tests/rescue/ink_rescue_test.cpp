@@ -608,4 +608,98 @@ TEST(InkRescue, LeavesOutTheHeaderOfAFurtherDocumentWithItsAnnotation) {
   EXPECT_EQ(headers, 3U);
 }
 
+TEST(InkRescue, LeavesOutARunInsideATagThatStandsThereTwice) {
+  const std::string run = "contextRef=\"#default-";
+  const InkRescue result = rescueInkDocument(with(twoLayers(), run, run + run));
+  EXPECT_EQ(result.bytes, twoLayers());
+  ASSERT_EQ(result.leftOut.size(), 1U);
+  EXPECT_EQ(result.leftOut.front().reason, LeftOut::doubled);
+  EXPECT_EQ(result.leftOut.front().end - result.leftOut.front().begin, run.size());
+}
+
+TEST(InkRescue, CallsNoRunDoubledWhereLeavingItOutMendsNothing) {
+  const std::string junk = "1x2y3z4w1x2y3z4w\x02";
+  const InkRescue result = rescueInkDocument(with(twoLayers(), point(45), junk));
+  EXPECT_EQ(timesOf(result.bytes)[0][1].size(), 19U);
+  ASSERT_EQ(result.leftOut.size(), 1U);
+  EXPECT_EQ(result.leftOut.front().reason, LeftOut::unreadable);
+}
+
+std::string annotated(const std::string& annotation) {
+  return cut(with(twoLayers(), "    <tracegroup", annotation + "\n    <tracegroup"));
+}
+
+TEST(InkRescue, KeepsAnAnnotationWithACommaAndOneWhoseEndIsLost) {
+  for (const char* kept :
+       {"<annotation type=\"t\">A, B</annotation>", "<annotation type=\"t\">A</annotation>"}) {
+    EXPECT_THAT(rescueInkDocument(annotated(kept)).bytes, HasSubstr(kept));
+  }
+  const InkRescue result = rescueInkDocument(annotated("<annotation type=\"t\">A"));
+  EXPECT_THAT(result.bytes, HasSubstr("<annotation type=\"t\">A"));
+  EXPECT_EQ(timesOf(result.bytes), timesOf(twoLayers()));
+}
+
+TEST(InkRescue, LeavesOutAnAnnotationWithoutATypeOrWithoutAText) {
+  for (const char* lost : {"<annotation>A</annotation>", "<annotation type=\"t\"></annotation>",
+                           "<annotation type=\"t\">  </annotation>", "<annotation type=\"t\"/>"}) {
+    EXPECT_EQ(rescueInkDocument(annotated(lost)).bytes, twoLayers()) << lost;
+  }
+}
+
+TEST(InkRescue, GivesATraceWithoutAReferenceTheContextThatIsThere) {
+  const std::string one = with(document(layer(0, trace(0, 19))), "default-context", "mine");
+  const InkRescue result = rescueInkDocument(with(one, "<trace ",
+                                                  "<tr\x01"
+                                                  "ce "));
+  EXPECT_THAT(result.bytes, HasSubstr("<trace contextRef=\"#mine\">" + points(0, 19)));
+  EXPECT_EQ(result.definitionsPutIn, 0U);
+}
+
+TEST(InkRescue, TakesAContextWithAnEndTagOfItsOwn) {
+  const std::string open = with(kContext, " />", ">");
+  for (const char* end : {"</context>\n", "  \n</context>\n", ""}) {
+    const InkRescue result = rescueInkDocument(cut(with(twoLayers(), kContext, open + end)));
+    EXPECT_EQ(result.bytes, twoLayers()) << end;
+  }
+  EXPECT_EQ(rescueInkDocument(cut(with(twoLayers(), kContext, kContext + "</context>"))).bytes,
+            twoLayers());
+}
+
+TEST(InkRescue, MendsDefinitionsInWhichTheDocumentEnds) {
+  const std::string layers = "<ink>\n" + layer(0, trace(0, 19));
+  for (const std::string& end :
+       {std::string("<definitions><traceFormat id=\"pen\"><channel name=\"X\" units=\"0.1mm\" />"),
+        std::string("<definitions><brush id=\"ink\"><annotationXML><color>Red"),
+        std::string("<definitions><context id=\"default-context\" brushRef=\"#ink\">")}) {
+    const InkRescue result = rescueInkDocument(layers + end);
+    EXPECT_EQ(timesOf(result.bytes), Layers{{times(0, 19)}}) << end;
+    const Orvo::InkReading reading = Orvo::readInk(result.bytes);
+    EXPECT_EQ(reading.definitions->brushes.size(), 1U);
+    EXPECT_EQ(reading.definitions->traceFormats.size(), 1U);
+    EXPECT_EQ(reading.definitions->contexts.size(), 1U);
+  }
+}
+
+TEST(InkRescue, DividesAStrokeAtALeapOfTheClockAndDropsAPointThatFitsNeitherSide) {
+  const std::string late = with(point(59), "8472", "99999");
+  EXPECT_EQ(timesOf(rescueInkDocument(cut(with(twoLayers(), point(59), late))).bytes)[0],
+            (std::vector<Times>{times(0, 19), times(40, 58), {99999}}));
+  const std::string wrong = with(with(points(50, 51), "8400", "99999"), "8408", "5");
+  EXPECT_EQ(timesOf(rescueInkDocument(cut(with(twoLayers(), points(50, 51), wrong))).bytes)[0],
+            (std::vector<Times>{times(0, 19), times(40, 49), {5}, times(52, 59)}));
+}
+
+TEST(InkRescue, MendsTagsWhoseAttributesAreDamaged) {
+  // An attribute twice, one without a value, without a quotation mark, without a blank in front.
+  const std::string tag = "<trace contextRef=\"#default-context\">";
+  for (const char* damaged :
+       {"<trace contextRef=\"#default-context\" contextRef=\"#default-context\">",
+        "<trace contextRef>", "<trace contextRef=#default-context>",
+        "<trace contextRef=\"#default-context\"type=\"a\">",
+        "<trace contextRef=\"#default-context>", "<trace 1=\"2\">"}) {
+    const InkRescue result = rescueInkDocument(cut(with(twoLayers(), tag, damaged)));
+    EXPECT_EQ(timesOf(result.bytes), timesOf(twoLayers())) << damaged;
+  }
+}
+
 }  // namespace

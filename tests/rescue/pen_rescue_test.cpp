@@ -650,6 +650,25 @@ TEST_F(PenRescueTest, KeepsWhatStandsThereTwiceWhereThatIsUsual) {
   EXPECT_EQ(rescuePenRecording(recording + "a").bytes, recording);
 }
 
+// A stroke in which five points hold the two bytes of a word.
+std::string recordingWithWords(int word) {
+  std::string bytes = textOf(header()) + PenFileBuilder().status(0x01);
+  for (int i = 0; i < 12; ++i)
+    bytes += PenFileBuilder().coordinate(i < 5 ? word : 3100 + 40 * i, 2100 + 8 * i);
+  return bytes + PenFileBuilder().status(0x00);
+}
+
+TEST_F(PenRescueTest, TellsAFewAddedCarriageReturnsFromThoseOfTheRecording) {
+  const std::string sound = recordingWithWords(0x0C0A);
+  const PenRescue undone = rescuePenRecording(replaced(sound, "\n", "\r\n"));
+  EXPECT_EQ(undone.bytes, sound);
+  EXPECT_EQ(undone.transfer, TextTransfer::carriageReturnsAdded);
+  const std::string own = recordingWithWords(0x0D0A);
+  const PenRescue kept = rescuePenRecording(own + "a");
+  EXPECT_EQ(kept.bytes, own);
+  EXPECT_EQ(kept.transfer, TextTransfer::none);
+}
+
 TEST(LeftOutBytes, HaveAReasonInWords) {
   using rescue::explain;
   EXPECT_EQ(explain(LeftOut::unreadable), "cannot be read");
