@@ -3,6 +3,7 @@
 #include "cli/module_place.h"
 #include "cli/report.h"
 #include "log/logger.h"
+#include "penfile/document_loader.h"
 
 extern "C" hostapi::SPErr PluginMain(const char* caller, const char* selector, void* message);
 
@@ -18,6 +19,9 @@ std::unique_ptr<embedded::Module> loadModule(const fs::path& place, std::string&
   if (place.empty()) {
     // The log, which the command's own readers turn off, is the same as the plug-in's here.
     Orvo::Logger::silence(false);
+    // A module that is loaded anew takes a file for a pen recording where the ending says nothing,
+    // as "PNX" in capitals does. This one may have read an ink document before.
+    Orvo::fileKind = Orvo::kPenFile;
     return embedded::Module::ofEntry(&PluginMain, "kvoexportfile");
   }
   problem = nativeName(place) +

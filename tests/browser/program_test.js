@@ -69,6 +69,15 @@ describe('a recording', () => {
   });
   it('is listed packet by packet as natively', () => bothSucceed([pen], ['packets', '--json', 'lighthouse.pnx']));
   it('has the same journal of calls', () => bothSucceed([pen], ['open', 'lighthouse.pnx', '-o', 'x.svg', '--journal', 'j.jsonl'], ['j.jsonl']));
+  it('is read as natively whatever was read before it', async () => {
+    const inCapitals = { ...pen, name: 'lighthouse.PNX' };
+    for (const before of [sample('harbour.kvo'), sample('teapot.inkml'), pen, cut]) {
+      await bothSay([before], ['open', before.name, '-o', 'x.svg'], ['x.svg']);
+      await bothSucceed([inCapitals], ['open', inCapitals.name, '-o', 'x.svg'], ['x.svg']);
+      await bothSay([before, inCapitals], ['open', before.name, inCapitals.name, '--out-dir', 'drawings'],
+        ['drawings/lighthouse.svg', 'drawings/lighthouse.PNX.svg']);
+    }
+  });
   it('of another program is translated as natively', async () => {
     const other = samples.find(({ name }) => name.includes('other-program'));
     const answer = await bothSucceed([other], ['open', other.name, '-o', 'x.svg'], ['x.svg']);
