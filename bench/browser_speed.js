@@ -50,8 +50,8 @@ async function opened() {
       noted.end = performance.now();
     }).observe(byId('cards'), { childList: true, subtree: true, attributes: true });
   });
-  // Nobody drops a file in the first moments.
-  await page.waitForTimeout(2000);
+  // Nobody drops a file in the first moments, in which the page gets ready.
+  await page.evaluate(() => warmingUp);
   return page;
 }
 

@@ -78,6 +78,7 @@ test('one recording that was cancelled can be drawn after all, by its own button
 
 test('a worker ends with a large file, so that its memory is given back, and not with small ones', async () => {
   const page = await opened();
+  await page.evaluate(() => warmingUp);
   await add(page, sample('signature.pnx'));
   const url = await page.evaluate(() => programs.url);
   const workers = () => page.workers().filter(worker => worker.url() === url);

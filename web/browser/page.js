@@ -11,11 +11,18 @@ function isTooOld() {
   }
 }
 
-function takeSample() {
+function sampleFile() {
   const sample = byId('sample');
   const bytes = Uint8Array.from(atob(sample.textContent.trim()), character => character.charCodeAt(0));
-  const file = new File([bytes], sample.dataset.name);
-  take([{ path: file.name, open: () => file }]);
+  return new File([bytes], sample.dataset.name);
+}
+
+const kInk = '<ink><tracegroup id="layer0"><trace contextRef="#c">1 1 0 512 0 0 1,9 9 0 512 0 0 9</trace></tracegroup></ink>';
+
+// Draws the sample and a stroke of ink where nobody sees it. A browser compiles what is called, so that the first recording
+// of somebody's own is drawn sooner.
+async function warmUp() {
+  for (const source of sourcesOfList([sampleFile(), new File([kInk], 'stroke.kvo')])) await new Card(source).look();
 }
 
 function letChoose(button, input) {
@@ -50,6 +57,8 @@ function letDrop() {
 
 const most = Math.max(1, Math.min(navigator.hardwareConcurrency || 2, 4));
 const seconds = Number(document.documentElement.dataset.secondsForAFile);
+// What is done at the beginning, where nobody sees it.
+let warmingUp;
 const programs = new Pool(byId('program').textContent, most, seconds);
 const painters = new Pool(byId('painter').textContent, Math.min(most, 2), seconds);
 
@@ -57,13 +66,12 @@ if (isTooOld()) {
   byId('too-old').hidden = false;
   byId('sheet').hidden = true;
 } else {
-  programs.warmUp();
-  painters.warmUp();
   letChoose(byId('choose-files'), byId('files'));
   letChoose(byId('choose-folder'), byId('folder'));
   byId('choose-folder').hidden = !('webkitdirectory' in byId('folder'));
-  byId('try').addEventListener('click', takeSample);
+  byId('try').addEventListener('click', () => take(sourcesOfList([sampleFile()])));
   letDrop();
+  warmingUp = warmUp();
 }
 // The looks of the sheet, which shows its controls where there are scripts.
 document.documentElement.classList.add('script');

@@ -56,11 +56,6 @@ class Pool {
     this.queue = [];
   }
 
-  // Has a worker ready before the first job.
-  warmUp() {
-    this.idle.push(new AnsweringWorker(this.url));
-  }
-
   // Runs `work(ask, retire)` with a worker of its own: `ask` sends a message and gives the answer; after `retire` the
   // worker is not used again. The time counts from the first message. Something urgent comes before the rest, and has one
   // more worker to itself.
