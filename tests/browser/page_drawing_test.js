@@ -30,10 +30,15 @@ test('recordings that are dropped on a replay are taken', async () => {
   await page.frames()[1].waitForSelector('#play');
   const session = await page.context().newCDPSession(page);
   const event = { x: 300, y: 400, data: { items: [], files: [sample('teapot.inkml')], dragOperationsMask: 1 } };
-  for (const type of ['dragEnter', 'dragOver']) await session.send('Input.dispatchDragEvent', { type, ...event });
-  await page.waitForSelector('html.dropping');
-  // A browser says anew that something enters when what is below the pointer has become another frame.
-  for (const type of ['dragEnter', 'dragOver', 'drop']) await session.send('Input.dispatchDragEvent', { type, ...event });
+  const send = type => session.send('Input.dispatchDragEvent', { type, ...event });
+  await page.evaluate(() => addEventListener('dragover', () => { globalThis.isOverPage = true; }));
+  // A hand that drags is never quite still, and a browser says anew that something enters when what is below it has
+  // become another frame.
+  do {
+    await send('dragEnter');
+    await send('dragOver');
+  } while (!await page.evaluate(() => globalThis.isOverPage));
+  await send('drop');
   await page.waitForFunction(() => cards.length === 2);
   await drawn(page);
   assert.ok(await page.locator('#cards').isVisible());
