@@ -76,8 +76,7 @@ class EveryCallOf : public testing::TestWithParam<SampleFile> {
 
   template <class Try>
   void eachCase(Try tryCase) {
-    test::Share share = GetParam().isLarge() ? test::Share(GetParam().name, caseCount(), 20, 1000)
-                                             : test::Share(GetParam().name, caseCount(), 100);
+    test::Share share(GetParam().name, caseCount(), GetParam().isLarge() ? 20 : 100);
     for (FailingCall failing : calls_) {
       for (const AIErr code : kCodes) {
         for (const FaultMoment moment : kMoments) {

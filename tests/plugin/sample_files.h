@@ -17,7 +17,7 @@ struct SampleFile {
   bool opens = true;
 
   bool isInk() const { return name.ends_with(".kvo") || name.ends_with(".inkml"); }
-  /// Too large for every case to be tried.
+  /// So large that each case takes long.
   bool isLarge() const { return bytes.size() > 4096; }
   /// What a test of this file is called.
   std::string title() const {
