@@ -51,6 +51,11 @@ TEST(FreshChannel, HasItsDefaults) {
   EXPECT_EQ(channel.units.value, "0.01mm");
 }
 
+TEST(WrittenChannel, HasTheNameTheUnitAndTheRangeThatItWasMadeWith) {
+  EXPECT_EQ(written(Channel("X", "0.1mm", -5, 7)),
+            "<channel name=\"X\" min=\"-5\" max=\"7\" units=\"0.1mm\" />\n");
+}
+
 TEST(WrittenChannel, HasNoType) {
   EXPECT_EQ(written(Channel()), "<channel name=\"none\" min=\"0\" max=\"0\" units=\"0.01mm\" />\n");
   Channel channel;
