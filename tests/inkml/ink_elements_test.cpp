@@ -106,8 +106,7 @@ TEST(InkElements, WithoutAMeaningAreNotReadAndHaveNoProblem) {
   for (const char* text :
        {"<odd/>", "<ink><odd/></ink>", "<ink><definitions><odd/></definitions></ink>",
         "<ink><tracegroup id='layer0'><odd/></tracegroup></ink>",
-        "<ink><tracegroup id='layer0'><trace contextRef='#c'>1 2<odd/></trace>"
-        "</tracegroup></ink>"}) {
+        "<ink><tracegroup id='layer0'><trace>1 2<odd/></trace></tracegroup></ink>"}) {
     EXPECT_EQ(lastProblem(text), std::nullopt) << text;
   }
 }

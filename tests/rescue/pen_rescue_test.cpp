@@ -563,7 +563,9 @@ TEST_F(PenRescueTest, LeavesThePenUpBehindAGapWhereTheRecordingDrawsWithThePenUp
     damaged += PenFileBuilder().coordinate(1000 + 37 * i, 2000 + i % 3).pressure(1, 600);
   }
   // As above: four points and the parts of two others, here of the third part of the line.
-  damaged.erase(kHeader + 3 * 3 + 28 * 12 + 3, 4 * 12 + 5);
+  constexpr std::size_t kPoint = 12;    // a coordinate and a pressure
+  constexpr std::size_t kStatuses = 9;  // three of three bytes
+  damaged.erase(kHeader + kStatuses + 28 * kPoint + 3, 4 * kPoint + 5);
   const PenRescue result = rescuePenRecording(damaged);
   EXPECT_EQ(shapeOf(result.bytes), (Shape{{28, 63}}));
   EXPECT_EQ(result.strokesBroken, 1U);
@@ -645,8 +647,9 @@ TEST_F(PenRescueTest, DropsAPointWhoseHighByteHeldAQuestionMarkUnlessItFitsItsNe
 TEST_F(PenRescueTest, KeepsWhatStandsThereTwiceWhereThatIsUsual) {
   std::string recording = recordingOf(12);
   // The second half of a stroke again behind it, in five strokes.
+  constexpr std::size_t kPoint = 12;  // a coordinate and a pressure
   for (const std::size_t stroke : {9U, 7U, 5U, 3U, 1U})
-    recording.insert(placeOf(stroke, 12), recording.substr(placeOf(stroke, 6), 6 * 12));
+    recording.insert(placeOf(stroke, 12), recording.substr(placeOf(stroke, 6), 6 * kPoint));
   EXPECT_EQ(rescuePenRecording(recording + "a").bytes, recording);
 }
 
