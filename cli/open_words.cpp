@@ -38,10 +38,10 @@ std::string wrongForFormat(const OpenWords& words, OutputFormat format) {
            std::string(nameOf(format));
   }
   if (format == OutputFormat::json) {
-    constexpr char kForPictures[] = " is for pictures; leave it out with json";
-    if (words.style) return std::string("--style") + kForPictures;
-    if (words.pressure) return std::string("--pressure") + kForPictures;
-    if (words.background) return std::string("--background") + kForPictures;
+    const std::string forPictures = " is for pictures; leave it out with json";
+    if (words.style) return "--style" + forPictures;
+    if (words.pressure) return "--pressure" + forPictures;
+    if (words.background) return "--background" + forPictures;
   }
   return words.dpi && words.size ? "give --dpi or --size, not both" : "";
 }

@@ -86,7 +86,8 @@ bool isForeign(std::string_view bytes) {
 
 void rescueInk(const fs::path& file, std::string_view bytes, rescue::Mend mend, Rescued& result) {
   if (isForeign(bytes)) {
-    result.problem = std::string("this is InkML of another program; ") + kAdviceToTranslate;
+    result.problem = "this is InkML of another program; ";
+    result.problem += kAdviceToTranslate;
     return;
   }
   rescue::InkRescue ink = rescue::rescueInkDocument(bytes, mend);

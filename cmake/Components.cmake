@@ -53,6 +53,19 @@ if(PENWICK_SANITIZE)
   endif()
 endif()
 
+# common_headers(TARGET): the standard library's headers that most sources include, compiled once for the components of
+# this folder and of those in it: they take a third of the time that a source takes. A folder with options of its own
+# needs a target of its own. What a source needs it includes all the same: the lint compiles each without them. Clang
+# wants every option to be the same, so it goes without.
+function(common_headers target)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    add_library(${target} OBJECT EXCLUDE_FROM_ALL ${CMAKE_SOURCE_DIR}/cmake/common_headers.cpp)
+    target_precompile_headers(${target} PRIVATE <algorithm> <array> <charconv> <cmath> <filesystem> <functional> <map>
+                                                <memory> <optional> <span> <string> <string_view> <vector>)
+    set(COMMON_HEADERS ${target} PARENT_SCOPE)
+  endif()
+endfunction()
+
 # component(NAME [SOURCES ...] [MAY_USE TARGETS ...]): a static library, or a header-only one without
 # SOURCES. A folder's first component is named after it. Everything is included by its path from the
 # root. MAY_USE is the complete list of what the sources may include: a test checks every include line
@@ -62,6 +75,9 @@ function(component name)
   if(COMPONENT_SOURCES)
     add_library(${name} STATIC ${COMPONENT_SOURCES})
     set(scope PUBLIC)
+    if(COMMON_HEADERS)
+      target_precompile_headers(${name} REUSE_FROM ${COMMON_HEADERS})
+    endif()
   else()
     add_library(${name} INTERFACE)
     set(scope INTERFACE)

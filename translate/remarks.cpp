@@ -9,7 +9,7 @@ std::string counted(std::uint64_t count, std::string_view one, std::string_view 
   return std::to_string(count) + " " + std::string(count == 1 ? one : many);
 }
 
-std::string quoted(std::string_view text) {
+std::string inQuotes(std::string_view text) {
   return "\"" + std::string(text) + "\"";
 }
 
@@ -31,7 +31,7 @@ std::string describeAssumption(const Remark& remark) {
       return traces + " without a unit, taken as 1/96 inch for each unit";
     case RemarkKind::unknownUnit:
       return counted(remark.count, "channel", "channels") + " in the unit " +
-             quoted(remark.detail) + ", which is not known";
+             inQuotes(remark.detail) + ", which is not known";
     default:
       return traces + " without a time of day, begun at 0";
   }
@@ -49,7 +49,7 @@ std::string describePoints(const Remark& remark) {
     case RemarkKind::valuesTooMany:
       return points + " with more values than channels, the rest left out";
     case RemarkKind::channelLeftOut:
-      return points + " of the channel " + quoted(remark.detail) + " left out";
+      return points + " of the channel " + inQuotes(remark.detail) + " left out";
     default:
       return points + " more than 24 days after the first, given the latest time";
   }
@@ -79,21 +79,21 @@ std::string describeSurroundings(const Remark& remark) {
   switch (remark.kind) {
     case RemarkKind::transformNotApplied:
       return count("trace", "traces") + " drawn without the canvas transform of the type " +
-             quoted(remark.detail);
+             inQuotes(remark.detail);
     case RemarkKind::missingReference:
       return count("reference", "references") + " to something that is not there, the first to " +
-             quoted(remark.detail);
+             inQuotes(remark.detail);
     case RemarkKind::attributesUnreadable:
       return count("attribute", "attributes") + " not readable, the first " + remark.detail;
     case RemarkKind::brushesNotDrawn:
       return count("brush", "brushes") + " kept, but strokes are drawn by their pressure alone";
     case RemarkKind::brushProperties:
-      return count("brush property", "brush properties") + " " + quoted(remark.detail) +
+      return count("brush property", "brush properties") + " " + inQuotes(remark.detail) +
              " left out";
     case RemarkKind::annotationsLeftOut:
       return count("annotation", "annotations") + " left out";
     case RemarkKind::unknownElements:
-      return count("element", "elements") + " not of InkML, the first " + quoted(remark.detail) +
+      return count("element", "elements") + " not of InkML, the first " + inQuotes(remark.detail) +
              ", left out";
     case RemarkKind::outsideText:
       return count("reference", "references") + " to text outside the document left out";

@@ -1,0 +1,1 @@
+// Nothing: for the headers that all components share precompiled.
