@@ -74,6 +74,14 @@ async function settled(page) {
   } while (await page.locator('#stage[aria-busy=true]').count());
 }
 
+// Gives the window another size. The page is told of it only with a frame, which may come late on a busy machine.
+async function resize(page, width, height) {
+  await page.setViewportSize({ width, height });
+  while (!await page.evaluate(expected => innerWidth === expected &&
+                              size.width === stage.clientWidth && size.height === stage.clientHeight, width));
+  await settled(page);
+}
+
 // How far the replay is, from 0 to 1.
 const place = page => page.evaluate(() => {
   const bar = document.getElementById('bar');
@@ -169,4 +177,4 @@ function inkDocument(...names) {
   return `<ink>${groups.join('')}</ink>`;
 }
 
-module.exports = { compare, inkDocument, inkOf, made, newPage, paperOf, place, sample, settled, shown, svgOf, withPixels, write };
+module.exports = { compare, inkDocument, inkOf, made, newPage, paperOf, place, resize, sample, settled, shown, svgOf, withPixels, write };

@@ -2,7 +2,7 @@
 const assert = require('node:assert/strict');
 const fs = require('node:fs');
 const { test } = require('node:test');
-const { compare, inkDocument, inkOf, made, paperOf, place, sample, settled, shown, svgOf, write } = require('./browser.js');
+const { compare, inkDocument, inkOf, made, paperOf, place, resize, sample, settled, shown, svgOf, write } = require('./browser.js');
 
 const axe = fs.readFileSync(require.resolve('axe-core/axe.min.js'), 'utf8');
 
@@ -139,8 +139,7 @@ async function pinch(page) {
 test('what is zoomed shows the picture of the SVG', () => withPage('signature.pnx', {}, async page => {
   await page.keyboard.press('+');
   await page.keyboard.press('-');
-  await page.setViewportSize({ width: 700, height: 600 });
-  await settled(page);
+  await resize(page, 700, 600);
   const { ink, differing } = await compare(await paperOf(page), await svgOf(page));
   assert.ok(ink > 100 && differing <= 0.01 * ink, `${differing} of ${ink}`);
 }));
