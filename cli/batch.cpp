@@ -1,7 +1,6 @@
 #include "cli/batch.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <new>
 
 #include "cli/file_content.h"
@@ -11,6 +10,7 @@
 #include "cli/sentences.h"
 #include "cli/terminal_text.h"
 #include "platform/terminal.h"
+#include "text/format.h"
 
 namespace cli {
 
@@ -139,12 +139,10 @@ FileReport Batch::reportOf(std::size_t index, const JobEnd& end) const {
 
 std::string Batch::explainEnd(const JobEnd& end) const {
   switch (end.kind) {
-    case JobEnd::Kind::outOfTime: {
-      char limit[32];
-      std::snprintf(limit, sizeof limit, "%g", options_.timeLimit.value_or(kUsualTimeLimit));
-      return std::string("it took more than ") + limit +
-             " s of processor time and was ended; --time-limit gives it more";
-    }
+    case JobEnd::Kind::outOfTime:
+      return text::format(
+          "it took more than %g s of processor time and was ended; --time-limit gives it more",
+          options_.timeLimit.value_or(kUsualTimeLimit));
     case JobEnd::Kind::killed:
       return "the system ended the work on it (" + end.text +
              "), perhaps for lack of memory; try it alone";

@@ -15,8 +15,10 @@ namespace cli {
 namespace {
 
 // Refuses an empty name, such as that of a variable that is not set.
-const CLI::Validator kNotEmpty(
-    [](const std::string& name) { return name.empty() ? "the name is empty" : ""; }, "");
+CLI::Validator notEmpty() {
+  return CLI::Validator(
+      [](const std::string& name) { return name.empty() ? "the name is empty" : ""; }, "");
+}
 
 constexpr char kRecordings[] =
     "pen recordings (.pnx, .eli) and ink documents (.kvo, .inkml), or folders of them; - is "
@@ -57,7 +59,7 @@ void addQuiet(CLI::App& command, bool& quiet) {
 }
 
 void addFiles(CLI::App& command, std::vector<std::string>& files, const char* kinds = kRecordings) {
-  command.add_option("FILE", files, kinds)->required()->check(kNotEmpty)->type_name("");
+  command.add_option("FILE", files, kinds)->required()->check(notEmpty())->type_name("");
 }
 
 void addFile(CLI::App& command, std::string& file) {
@@ -66,7 +68,7 @@ void addFile(CLI::App& command, std::string& file) {
           "FILE", file,
           "a pen recording (.pnx, .eli) or ink document (.kvo, .inkml); - is standard input")
       ->required()
-      ->check(kNotEmpty)
+      ->check(notEmpty())
       ->type_name("");
 }
 
@@ -86,12 +88,12 @@ void addJobs(CLI::App& command, InputWords& words) {
 void addOutputs(CLI::App& command, OutputWords& words, const char* result) {
   addFiles(command, words.files);
   command.add_option("-o,--output", words.output, std::string(result) + "; - is standard output")
-      ->check(kNotEmpty)
+      ->check(notEmpty())
       ->type_name("OUT");
   command
       .add_option("--out-dir", words.folder,
                   "folder for the results, each named after its FILE; created if missing")
-      ->check(kNotEmpty)
+      ->check(notEmpty())
       ->type_name("DIR");
   command
       .add_option("--on-conflict", words.onConflict,
@@ -164,7 +166,7 @@ void addOpen(CLI::App& open, OpenWords& words) {
   addPicture(open, words);
   open.add_option("--journal", words.journal,
                   "write every call that the plug-in makes to the host, one line of JSON each")
-      ->check(kNotEmpty)
+      ->check(notEmpty())
       ->type_name("CALLS.jsonl");
   open.add_flag("--no-built-in-library", words.noLibrary,
                 "use the brush style library in your folder only, not the built-in one");
@@ -173,7 +175,7 @@ void addOpen(CLI::App& open, OpenWords& words) {
   open.add_option("--log-dir", words.logFolder,
                   "folder for the plug-in's log, created if missing; by default your own state "
                   "folder")
-      ->check(kNotEmpty)
+      ->check(notEmpty())
       ->type_name("DIR");
   addTranslating(open, words);
   addMending(open, words.rescue);
@@ -184,7 +186,7 @@ void addOpen(CLI::App& open, OpenWords& words) {
 void addInk(CLI::App& ink, InkWords& words) {
   addFile(ink, words.file);
   ink.add_option("-o,--output", words.output, "where the JSON goes; - is standard output")
-      ->check(kNotEmpty)
+      ->check(notEmpty())
       ->type_name("OUT.json");
   ink.add_flag("--force", words.force, "overwrite a recording that already exists");
   addKind(ink, words.kind);
@@ -238,7 +240,7 @@ void addSheet(CLI::App& sheet, SheetWords& words) {
       .add_option("-o,--output", words.output,
                   "where the sheet goes (.html, .pdf); - is standard output, which gets HTML")
       ->required()
-      ->check(kNotEmpty)
+      ->check(notEmpty())
       ->type_name("OUT");
   sheet.add_option("--title", words.title, "what the sheet is headed with; by default Recordings")
       ->type_name("TITLE");

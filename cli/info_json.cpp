@@ -1,10 +1,9 @@
-#include <array>
 #include <cmath>
-#include <cstdio>
 
 #include "art/json_writer.h"
 #include "cli/info.h"
 #include "cli/pen_header_json.h"
+#include "text/format.h"
 
 namespace cli {
 
@@ -87,10 +86,8 @@ void writeClock(art::JsonWriter& json, const std::optional<facts::ClockFacts>& c
 
 std::string isoDate(const std::optional<facts::Date>& date) {
   if (!date) return {};
-  std::array<char, 96> text{};
-  std::snprintf(text.data(), text.size(), "%04d-%02d-%02dT%02d:%02d:%02d", date->year, date->month,
-                date->day, date->hour, date->minute, date->second);
-  return text.data();
+  return text::format("%04d-%02d-%02dT%02d:%02d:%02d", date->year, date->month, date->day,
+                      date->hour, date->minute, date->second);
 }
 
 void writePackets(art::JsonWriter& json, const Info& info) {

@@ -1,21 +1,14 @@
-#include <array>
-#include <cstdio>
-
 #include "cli/info.h"
 #include "cli/report.h"
 #include "cli/sentences.h"
 #include "cli/terminal_text.h"
+#include "text/format.h"
 
 namespace cli {
 
 namespace {
 
-template <class... Values>
-std::string format(const char* pattern, Values... values) {
-  std::array<char, 256> text{};
-  std::snprintf(text.data(), text.size(), pattern, values...);
-  return text.data();
-}
+using text::format;
 
 // The rows of the table, a name and a value each.
 class Table {

@@ -1,6 +1,5 @@
 #include "cli/open_command.h"
 
-#include <cstdio>
 #include <stdexcept>
 
 #include "art/json.h"
@@ -20,6 +19,7 @@
 #include "render/pdf_and_png.h"
 #include "render/spine.h"
 #include "render/svg.h"
+#include "text/format.h"
 #include "web/page.h"
 #include "web/replay_page.h"
 
@@ -62,12 +62,9 @@ std::string summaryOf(const art::Document& document) {
   std::size_t points = 0;
   for (const art::Layer& layer : document.layers)
     points += countPoints(layer.art);
-  char size[64];
-  std::snprintf(size, sizeof size, "%.0f x %.0f mm", document.width * 25.4 / 72,
-                document.height * 25.4 / 72);
   return counted(document.layers.size(), "layer") + ", " +
          counted(art::countPaths(document), "stroke") + ", " + counted(points, "point") + ", " +
-         size;
+         text::format("%.0f x %.0f mm", document.width * 25.4 / 72, document.height * 25.4 / 72);
 }
 
 class Opener {

@@ -1,13 +1,12 @@
 #include "cli/packet_lines.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 
 #include "art/json_writer.h"
 #include "cli/packet_words.h"
 #include "facts/pen_clock.h"
 #include "facts/pen_facts.h"
+#include "text/format.h"
 
 namespace cli {
 
@@ -17,15 +16,9 @@ using facts::Oddity;
 using facts::Packet;
 using Orvo::PacketTag;
 using Orvo::ParseFailure;
+using text::format;
 
 constexpr std::size_t kMostShown = 32;
-
-template <class... Values>
-std::string format(const char* pattern, Values... values) {
-  std::array<char, 256> text{};
-  std::snprintf(text.data(), text.size(), pattern, values...);
-  return text.data();
-}
 
 std::string hexOf(const Packet& packet, const char* separator) {
   std::string text;

@@ -1,13 +1,12 @@
 #include "cli/pen_explanation.h"
 
-#include <array>
-#include <cstdio>
 #include <system_error>
 
 #include "cli/file_content.h"
 #include "cli/packet_words.h"
 #include "cli/sentences.h"
 #include "penfile/packet_format.h"
+#include "text/format.h"
 
 namespace cli {
 
@@ -16,13 +15,7 @@ namespace {
 namespace fs = std::filesystem;
 using Orvo::ParseFailure;
 using Orvo::ParseReport;
-
-template <class... Values>
-std::string format(const char* pattern, Values... values) {
-  std::array<char, 256> text{};
-  std::snprintf(text.data(), text.size(), pattern, values...);
-  return text.data();
-}
+using text::format;
 
 std::string atByte(std::int64_t offset) {
   return format(" (byte %lld)", static_cast<long long>(offset));

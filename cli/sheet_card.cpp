@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 #include <tuple>
 
 #include "art/document.h"
@@ -12,6 +11,7 @@
 #include "facts/pen_facts.h"
 #include "render/pdf_and_png.h"
 #include "render/spine.h"
+#include "text/format.h"
 #include "text/numbers.h"
 
 namespace cli {
@@ -60,10 +60,8 @@ std::string dateOf(const Recording& recording) {
   if (recording.pen() == nullptr) return {};
   const auto date = facts::dateOf(recording.pen()->dateTime.dateTimeBytes);
   if (!date) return {};
-  char words[64];
-  std::snprintf(words, sizeof words, "%04d-%02d-%02d %02d:%02d", date->year, date->month, date->day,
-                date->hour, date->minute);
-  return words;
+  return text::format("%04d-%02d-%02d %02d:%02d", date->year, date->month, date->day, date->hour,
+                      date->minute);
 }
 
 // The fields of a card that are numbers, in the order in which they are sent.

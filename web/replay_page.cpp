@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 #include <string_view>
 
 #include "render/drawing.h"
@@ -10,6 +9,7 @@
 #include "render/svg.h"
 #include "render/text.h"
 #include "text/base64.h"
+#include "text/format.h"
 #include "web/card_words.h"
 #include "web/embedded_texts.h"
 #include "web/page.h"
@@ -159,11 +159,10 @@ class ReplayBuilder {
 };
 
 std::string factsOf(const art::Document& document) {
-  char size[64];
-  std::snprintf(size, sizeof size, "%.0f × %.0f mm", document.width * kMmPerPoint,
-                document.height * kMmPerPoint);
   return counted(document.layers.size(), "layer") + ", " +
-         counted(art::countPaths(document), "stroke") + ", " + size;
+         counted(art::countPaths(document), "stroke") + ", " +
+         text::format("%.0f × %.0f mm", document.width * kMmPerPoint,
+                      document.height * kMmPerPoint);
 }
 
 std::string headerOf(const art::Document& document, const std::string& name) {

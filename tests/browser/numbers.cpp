@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <initializer_list>
 #include <limits>
 #include <random>
@@ -15,7 +16,7 @@ namespace {
 constexpr int kRandomNumbers = 100'000;
 
 void print(std::string_view text) {
-  std::fwrite(text.data(), 1, text.size(), stdout);
+  if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) std::abort();
 }
 
 template <class Number>

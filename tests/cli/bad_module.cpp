@@ -18,7 +18,7 @@ platform::File openOrNot(const wchar_t* path, const char* mode) {
   const auto isNamed = [name](std::wstring_view part) { return name.find(part) != name.npos; };
   if (isNamed(L"crash.")) std::abort();
   if (isNamed(L"exit.")) std::_Exit(0);
-  if (isNamed(L"kill.")) std::raise(SIGKILL);
+  if (isNamed(L"kill.") && std::raise(SIGKILL) != 0) std::abort();
   while (isNamed(L"hang.")) {
     static volatile int spent = 0;
     spent = 1 - spent;
