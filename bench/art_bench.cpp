@@ -17,6 +17,7 @@
 #include "hostapi/ai_path_suite.h"
 #include "hostapi/ai_tablet_data_suite.h"
 #include "penfile/document_loader.h"
+#include "platform/file.h"
 #include "platform/paths.h"
 #include "plugin/page_map.h"
 
@@ -128,17 +129,17 @@ int main(int argc, char** argv) {
     benchmark::RegisterBenchmark(name, function)->UseManualTime();
   }
   // What the plug-in prints would get mixed up with the figures.
-  std::FILE* const figures = fdopen(dup(STDOUT_FILENO), "w");
-  if (figures == nullptr || std::freopen("/dev/null", "w", stdout) == nullptr ||
+  const platform::File figures(fdopen(dup(STDOUT_FILENO), "w"));
+  if (!figures || std::freopen("/dev/null", "w", stdout) == nullptr ||
       std::freopen("/dev/null", "w", stderr) == nullptr) {
     return EXIT_FAILURE;
   }
   bench::Collector collector;
   bench::runInRounds(argc, argv, 9, collector);
   const double ratio = collector.ratio("building", "floor");
-  std::fprintf(figures, "building art %.2f ms, floor %.2f ms\n",
-               collector.seconds["building"] * 1e3, collector.seconds["floor"] * 1e3);
-  const bool good = bench::within(figures, "building art / floor", ratio, kLimit);
-  std::fclose(figures);
-  return good ? EXIT_SUCCESS : EXIT_FAILURE;
+  const bool written =
+      std::fprintf(figures.get(), "building art %.2f ms, floor %.2f ms\n",
+                   collector.seconds["building"] * 1e3, collector.seconds["floor"] * 1e3) > 0;
+  const bool good = bench::within(figures.get(), "building art / floor", ratio, kLimit);
+  return written && good ? EXIT_SUCCESS : EXIT_FAILURE;
 }

@@ -20,6 +20,7 @@
 #include "bench/ratios.h"
 #include "inkml/definitions.h"
 #include "inkml/document_serializer.h"
+#include "platform/file.h"
 #include "platform/paths.h"
 
 namespace {
@@ -109,11 +110,9 @@ double timeOf(Work work) {
 double timeOfLoading(Size size) {
   const std::string path = pathFor(size);
   return timeOf([&] {
-    std::FILE* file = std::fopen(path.c_str(), "rb");
+    const platform::File file(std::fopen(path.c_str(), "rb"));
     TiXmlDocument xml;
-    const bool good = xml.LoadFile(file, TIXML_ENCODING_UTF8);
-    std::fclose(file);
-    return good;
+    return xml.LoadFile(file.get(), TIXML_ENCODING_UTF8);
   });
 }
 
@@ -154,11 +153,10 @@ void formatDocument(const Document& document, std::vector<char>& buffer) {
 }
 
 bool print(const TiXmlDocument& xml, const std::string& path) {
-  std::FILE* file = std::fopen(path.c_str(), "w");
-  if (file == nullptr) return false;
-  xml.Print(file, 0);
-  std::fclose(file);
-  return true;
+  const platform::File file(std::fopen(path.c_str(), "w"));
+  if (!file) return false;
+  xml.Print(file.get(), 0);
+  return std::fflush(file.get()) == 0;
 }
 
 double timeOfFormattingAndPrinting(Size size) {
@@ -269,8 +267,8 @@ int main(int argc, char** argv) {
   bench::Collector collector;
   bench::runInRounds(argc, argv, 9, collector);
   for (const Size size : sizes) {
-    std::remove(pathFor(size).c_str());
-    std::remove((pathFor(size) + ".out").c_str());
+    std::filesystem::remove(pathFor(size));
+    std::filesystem::remove(pathFor(size) + ".out");
   }
   return report(collector) ? EXIT_SUCCESS : EXIT_FAILURE;
 }

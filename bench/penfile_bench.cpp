@@ -56,7 +56,7 @@ constexpr int kShortStroke = 17;
 
 void put(std::FILE* file, std::initializer_list<int> bytes) {
   for (const int byte : bytes)
-    std::fputc(byte & 0xFF, file);
+    if (std::fputc(byte & 0xFF, file) == EOF) std::abort();
 }
 
 int raw(double value) {
@@ -80,7 +80,7 @@ platform::File makeRecording(int points, int pointsPerStroke) {
     put(file, {100, 6, 1, 0, i >> 6 & 0x0F, i});
     put(file, {194, 6, 17, i >> 16 & 0x7F, i >> 8 & 0x7F, i & 0x7F});
   }
-  std::fflush(file);
+  if (std::fflush(file) != 0) std::abort();
   return owner;
 }
 

@@ -56,12 +56,13 @@ inline void runInRounds(int argc, char** argv, int rounds, benchmark::BenchmarkR
   benchmark::RunSpecifiedBenchmarks(&reporter);
 }
 
-/// Prints a figure beside its limit; true when the figure is within it.
+/// Prints a figure beside its limit; true when the figure is within it and is
+/// printed.
 inline bool within(std::FILE* out, const std::string& what, double measured, double limit) {
   const bool good = measured <= limit;
-  std::fprintf(out, "%-58s %7.2f  (limit %.2f)%s\n", what.c_str(), measured, limit,
-               good ? "" : "  TOO MUCH");
-  return good;
+  const bool printed = std::fprintf(out, "%-58s %7.2f  (limit %.2f)%s\n", what.c_str(), measured,
+                                    limit, good ? "" : "  TOO MUCH") > 0;
+  return printed && good;
 }
 
 inline bool within(const std::string& what, double measured, double limit) {

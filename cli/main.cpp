@@ -5,9 +5,8 @@
 #include <new>
 
 #include "cli/command_line.h"
-#include "cli/limits.h"
 #include "cli/listing_output.h"
-#include "cli/terminal_text.h"
+#include "cli/report.h"
 #include "platform/command_line.h"
 #include "platform/limits.h"
 #include "platform/memory.h"
@@ -42,11 +41,11 @@ int main(int count, char** words) {
     const ExitStatus status = runCommand(line);
     if (standardOutputIsWritten() || cli::readerHasGone()) return static_cast<int>(status);
     if (status != ExitStatus::done) return static_cast<int>(status);
-    std::fputs("penwick: standard output could not be written; is its device full?\n", stderr);
+    cli::reportError("standard output could not be written; is its device full?");
   } catch (const std::bad_alloc&) {
-    std::fprintf(stderr, "penwick: %s\n", cli::kNotEnoughMemory);
+    cli::reportNotEnoughMemory();
   } catch (const std::exception& error) {
-    std::fprintf(stderr, "penwick: %s\n", cli::printable(error.what()).c_str());
+    cli::reportError(error.what());
   }
   return static_cast<int>(ExitStatus::failed);
 }

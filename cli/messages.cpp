@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "cli/fields.h"
+#include "cli/report.h"
 
 namespace cli {
 
@@ -46,9 +47,10 @@ std::optional<FileReport> reportFromBytes(std::string_view bytes) {
 }
 
 void print(const Message& message) {
-  std::FILE* const stream = message.kind == Message::Kind::result ? stdout : stderr;
-  std::fwrite(message.lines.data(), 1, message.lines.size(), stream);
-  std::fflush(stream);
+  if (message.kind != Message::Kind::result) return say(message.lines);
+  // The stream remembers a failure, and the command ends with it.
+  static_cast<void>(std::fwrite(message.lines.data(), 1, message.lines.size(), stdout));
+  static_cast<void>(std::fflush(stdout));
 }
 
 std::vector<std::string> remarksOf(const FileReport& report) {

@@ -56,7 +56,7 @@ extern "C" void removeAndEnd(int signal) {
     ::unlink(place.file.data());
     ::rmdir(place.folder.data());
   }
-  ::raise(signal);  // The default action, which runs once this handler returns.
+  static_cast<void>(::raise(signal));  // The default action, which runs once this handler returns.
 }
 
 class BlockedSignals {

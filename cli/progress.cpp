@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdio>
 
+#include "cli/report.h"
 #include "cli/sentences.h"
 #include "cli/terminal_text.h"
 #include "platform/terminal.h"
@@ -65,15 +66,13 @@ void Progress::show() {
   clear();
   lineWidth_ = line.size() + std::min(name.size(), room);
   line += name;
-  std::fputs(line.c_str(), stderr);
-  std::fflush(stderr);
+  say(line);
 }
 
 void Progress::clear() {
   if (lineWidth_ == 0) return;
   // Spaces, since not every Windows console knows the sequence that clears a line.
-  std::fprintf(stderr, "\r%*s\r", static_cast<int>(lineWidth_), "");
-  std::fflush(stderr);
+  say('\r' + std::string(lineWidth_, ' ') + '\r');
   lineWidth_ = 0;
 }
 

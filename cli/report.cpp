@@ -2,6 +2,7 @@
 
 #include <cstdio>
 
+#include "cli/limits.h"
 #include "cli/terminal_text.h"
 
 namespace cli {
@@ -51,20 +52,35 @@ std::string noteLine(const std::filesystem::path& file, std::string_view sentenc
   return lineOf(file, "note: ", sentence);
 }
 
+void say(std::string_view text) {
+  static_cast<void>(std::fwrite(text.data(), 1, text.size(), stderr));
+  static_cast<void>(std::fflush(stderr));
+}
+
+void reportNotEnoughMemory() {
+  say("penwick: ");
+  say(kNotEnoughMemory);
+  say("\n");
+}
+
+void reportError(std::string_view sentence) {
+  say("penwick: " + printable(sentence) + "\n");
+}
+
 void reportError(const std::filesystem::path& file, std::string_view sentence) {
-  std::fputs(errorLine(file, sentence).c_str(), stderr);
+  say(errorLine(file, sentence));
 }
 
 void reportWarning(const std::filesystem::path& file, std::string_view sentence) {
-  std::fputs(warningLine(file, sentence).c_str(), stderr);
+  say(warningLine(file, sentence));
 }
 
 void reportNote(const std::filesystem::path& file, std::string_view sentence) {
-  std::fputs(noteLine(file, sentence).c_str(), stderr);
+  say(noteLine(file, sentence));
 }
 
 ExitStatus wrongUsage(std::string_view sentence) {
-  std::fprintf(stderr, "penwick: %s\n", printable(sentence).c_str());
+  reportError(sentence);
   return ExitStatus::wrongUsage;
 }
 

@@ -33,6 +33,15 @@ std::string warningLine(const std::filesystem::path& file, std::string_view sent
 /// The same, "penwick: FILE: note: SENTENCE".
 std::string noteLine(const std::filesystem::path& file, std::string_view sentence);
 
+/// Prints on standard error, and needs no memory. Where that cannot be written, nobody can be told.
+void say(std::string_view text);
+
+/// Says "penwick: there is not enough memory".
+void reportNotEnoughMemory();
+
+/// Says "penwick: SENTENCE", of no file.
+void reportError(std::string_view sentence);
+
 /// Prints an error line on standard error.
 void reportError(const std::filesystem::path& file, std::string_view sentence);
 

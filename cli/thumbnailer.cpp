@@ -1,8 +1,7 @@
 // The program penwick-thumbnailer, which file managers run: penwick-thumbnailer FILE OUT.png SIZE
-#include <cstdio>
 #include <new>
 
-#include "cli/limits.h"
+#include "cli/report.h"
 #include "cli/terminal_text.h"
 #include "cli/thumbnail.h"
 #include "platform/standard_streams.h"
@@ -28,9 +27,9 @@ int main(int count, char** words) {
   try {
     return static_cast<int>(runThumbnailer(count, words));
   } catch (const std::bad_alloc&) {
-    std::fprintf(stderr, "penwick: %s\n", cli::kNotEnoughMemory);
+    cli::reportNotEnoughMemory();
   } catch (const std::exception& error) {
-    std::fprintf(stderr, "penwick: %s\n", cli::printable(error.what()).c_str());
+    cli::reportError(error.what());
   }
   return static_cast<int>(ExitStatus::failed);
 }

@@ -89,13 +89,13 @@ std::FILE* temporaryFile(int /*descriptor*/) {
 
 constexpr char kNotKept[] = "what the plug-in printed is lost: no temporary file can be created\n";
 
-// What the streams still buffer goes where it was meant to go.
+// What the streams still buffer goes where it was meant to go; a failure stays marked in them.
 void flushAll() {
   std::cout.flush();
   std::cerr.flush();
   std::clog.flush();
-  std::fflush(stdout);
-  std::fflush(stderr);
+  static_cast<void>(std::fflush(stdout));
+  static_cast<void>(std::fflush(stderr));
 }
 
 std::string contentOf(std::FILE* file) {
@@ -160,7 +160,7 @@ std::string OutputCapture::restore(Stream& stream) {
   }
   if (stream.captured == nullptr) return {};
   std::string content = contentOf(stream.captured);
-  std::fclose(stream.captured);
+  static_cast<void>(std::fclose(stream.captured));  // it was read to its end
   stream.captured = nullptr;
   return content;
 }

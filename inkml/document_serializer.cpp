@@ -46,8 +46,7 @@ bool DocumentSerializer::write(const wchar_t* path, IXmlSerializable& definition
   if (!file) return false;
   xml.SaveFile(file.get());
   // An error with what is still in the buffer shows only once that is written.
-  std::fflush(file.get());
-  return std::ferror(file.get()) == 0;
+  return std::fflush(file.get()) == 0 && std::ferror(file.get()) == 0;
 }
 
 bool DocumentSerializer::write(const char* path, IXmlSerializable& definitions) {

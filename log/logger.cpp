@@ -80,8 +80,9 @@ void Logger::append(const std::string& line) {
   file = platform::openLogFile(fileName_.c_str(), truncateNextOpen_);
   truncateNextOpen_ = false;
   if (!file) return;
-  std::fputs(line.c_str(), file.get());
-  std::fflush(file.get());
+  // What cannot be written is lost: the log has nowhere to say so.
+  static_cast<void>(std::fputs(line.c_str(), file.get()));
+  static_cast<void>(std::fflush(file.get()));
   if (platform::tell(file.get()) >= kSizeLimit) truncateNextOpen_ = true;
 }
 

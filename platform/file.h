@@ -9,7 +9,8 @@
 namespace platform {
 
 struct CloseFile {
-  void operator()(std::FILE* file) const { std::fclose(file); }
+  // What is written is flushed before, where a failure can still be said.
+  void operator()(std::FILE* file) const { static_cast<void>(std::fclose(file)); }
 };
 
 /// An open file of the C library, closed when its owner is destroyed; null is none.

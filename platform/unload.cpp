@@ -6,8 +6,8 @@
 #include <cxxabi.h>
 
 // The linker's mark of this module, under the linker's name for it.
-extern "C"
-    [[gnu::visibility("hidden")]] void* __dso_handle;  // NOLINT(bugprone-reserved-identifier)
+extern "C" [[gnu::visibility("hidden")]] void*
+    __dso_handle;  // NOLINT(bugprone-reserved-identifier, cert-dcl37-c, cert-dcl51-cpp)
 #endif
 
 namespace platform {
@@ -15,7 +15,9 @@ namespace platform {
 #if defined(_WIN32) || defined(__EMSCRIPTEN__)
 
 void atUnload(void (*function)()) {
-  std::atexit(function);
+  // Where no more functions can be kept, `function` does not run, and what it would free ends with
+  // the process.
+  static_cast<void>(std::atexit(function));
 }
 
 #else

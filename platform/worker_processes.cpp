@@ -89,7 +89,8 @@ class Crew {
     if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0) return false;
     Descriptor mine(ends[0]);
     Descriptor other(ends[1]);
-    std::fflush(nullptr);  // or what is buffered would be written twice
+    // Or what is buffered would be written twice. A failure stays marked in its stream.
+    static_cast<void>(std::fflush(nullptr));
     const pid_t parent = ::getpid();
     const pid_t process = ::fork();
     if (process < 0) return false;

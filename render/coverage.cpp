@@ -96,9 +96,10 @@ void Coverage::crossLines(int row) {
     const auto begin = static_cast<std::size_t>(edge.line - firstLine);
     const auto end = static_cast<std::size_t>(std::min(edge.end - firstLine, kLines));
     double x = edge.x;
-    for (std::size_t line = begin; line < end; ++line, x += edge.xPerLine) {
+    for (std::size_t line = begin; line < end; ++line) {
       const double sample = std::clamp(x + kOffsets[line], 0.0, rightmost);
       *ends[line]++ = static_cast<std::int32_t>(sample) * 2 + edge.down;
+      x += edge.xPerLine;
     }
     edge.x = x;
     edge.line = firstLine + kLines;

@@ -69,6 +69,7 @@ struct PngFile::State {
   // can go wrong. `work` has no destructors to run.
   template <class Work>
   void call(Work work) {
+    // NOLINTNEXTLINE(cert-err52-cpp): the library reports in no other way.
     if (setjmp(png_jmpbuf(png)) != 0) throw std::bad_alloc();
     work();
   }
