@@ -4,9 +4,7 @@
 // before it writes them.
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
-#include <cstdio>
 #include <cstdlib>
 #include <string>
 #include <string_view>
@@ -15,6 +13,7 @@
 #include "fuzz/input.h"
 #include "inkml/document_serializer.h"
 #include "inkml/ink_reading.h"
+#include "text/format.h"
 #include "text/utf8.h"
 
 namespace {
@@ -37,9 +36,8 @@ bool hasNamelessContext(const Orvo::InkMLDefinitions& definitions) {
 
 // A number is written with six digits and read up to what is no digit of a whole number.
 double throughFile(double value) {
-  std::array<char, 64> text{};
-  std::snprintf(text.data(), text.size(), "%.6g", value);
-  return static_cast<double>(static_cast<std::int32_t>(std::strtoll(text.data(), nullptr, 10)));
+  const std::string text = text::format("%.6g", value);
+  return static_cast<double>(static_cast<std::int32_t>(std::strtoll(text.c_str(), nullptr, 10)));
 }
 
 void checkSame(const Orvo::Point& found, const Orvo::Point& meant) {

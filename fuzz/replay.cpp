@@ -4,9 +4,9 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <iostream>
 #include <iterator>
 #include <span>
 #include <string>
@@ -33,7 +33,7 @@ Paths filesOf(std::span<char*> folders) {
 }
 
 void replay(const std::filesystem::path& path) {
-  std::fprintf(stderr, "%s\n", path.c_str());
+  std::cerr << path.string() << std::endl;
   std::ifstream file(path, std::ios::binary);
   const std::string bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
   LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
@@ -45,6 +45,6 @@ int main(int count, char** words) {
   const Paths files = filesOf(std::span(words, static_cast<std::size_t>(count)).subspan(1));
   for (const std::filesystem::path& file : files)
     replay(file);
-  std::fprintf(stderr, "%zu files replayed\n", files.size());
+  std::cerr << files.size() << " files replayed\n";
   return files.empty() ? 1 : 0;
 }

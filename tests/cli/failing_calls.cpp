@@ -39,7 +39,10 @@ Wanted readWanted() {
   const char* call = std::getenv("PENWICK_FAILING_CALL");
   const char* place = std::getenv("PENWICK_CALLS_MADE");
   if (call == nullptr || place == nullptr) return wanted;
-  if (std::sscanf(call, "%15s %u", wanted.kind, &wanted.number) != 2) return wanted;
+  const std::size_t length = std::strcspn(call, " ");
+  if (length >= sizeof wanted.kind) return wanted;
+  std::memcpy(wanted.kind, call, length);
+  wanted.number = static_cast<unsigned>(std::strtoul(call + length, nullptr, 10));
   const int file = next<int(const char*, int, ...)>("open")(place, O_RDWR | O_CLOEXEC);
   void* memory = ::mmap(nullptr, sizeof(Made), PROT_READ | PROT_WRITE, MAP_SHARED, file, 0);
   next<int(int)>("close")(file);

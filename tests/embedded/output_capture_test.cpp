@@ -18,7 +18,7 @@ TEST(OutputCapture, KeepsTheTwoStreamsApart) {
   OutputCapture capture;
   std::printf("there are %d layers\n", 3);
   std::cout << "and more";
-  std::fputs("trouble\n", stderr);
+  std::cerr << "trouble\n";
   const CapturedOutput output = capture.finish();
   EXPECT_EQ(output.standardOutput, "there are 3 layers\nand more");
   EXPECT_EQ(output.standardError, "trouble\n");
@@ -57,8 +57,8 @@ TEST(OutputCapture, DoesNotCaptureWhatWasPrintedBefore) {
 TEST(OutputCapture, CapturesZeroBytesAndLongOutput) {
   OutputCapture capture;
   const std::string much(300000, 'x');
-  std::fwrite("\0", 1, 1, stdout);
-  std::fwrite(much.data(), 1, much.size(), stdout);
+  EXPECT_EQ(std::fwrite("\0", 1, 1, stdout), 1U);
+  EXPECT_EQ(std::fwrite(much.data(), 1, much.size(), stdout), much.size());
   EXPECT_EQ(capture.finish().standardOutput, std::string(1, '\0') + much);
 }
 

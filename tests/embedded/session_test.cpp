@@ -404,7 +404,7 @@ TEST_F(SessionTest, ReportsSuitesThatAreNotReleasedAtTheEnd) {
 TEST_F(SessionTest, CapturesWhatIsPrinted) {
   actAtGo([](SPMessageData&) {
     std::printf("there are 2 layers in this document\n");
-    std::fputs("debug", stderr);
+    EXPECT_GE(std::fputs("debug", stderr), 0);
     return kNoErr;
   });
   Session& life = run();

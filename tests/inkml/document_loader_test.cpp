@@ -20,7 +20,7 @@ class Capture {
  public:
   explicit Capture(std::string& printed) : printed_(printed) { testing::internal::CaptureStdout(); }
   ~Capture() {
-    std::fflush(stdout);
+    EXPECT_EQ(std::fflush(stdout), 0);
     printed_ = testing::internal::GetCapturedStdout();
   }
   Capture(const Capture&) = delete;

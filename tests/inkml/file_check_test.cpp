@@ -1,6 +1,8 @@
 #include "inkml/file_check.h"
 
+#include <array>
 #include <cstdio>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <random>
 #include <tinyxml.h>
@@ -8,6 +10,10 @@
 #include "platform/file.h"
 #include "tests/support/ink/xml_text.h"
 #include "tests/support/pen/temporary_folder.h"
+
+#ifdef __linux__
+#include <unistd.h>
+#endif
 
 namespace {
 
@@ -36,7 +42,7 @@ int depthOf(const std::string& text) {
 
 TEST(CheckedFile, IsLeftAtItsStart) {
   const platform::File file = openText("<ink/>");
-  std::fseek(file.get(), 3, SEEK_SET);
+  ASSERT_EQ(std::fseek(file.get(), 3, SEEK_SET), 0);
   const FileCheck found = checkFile(file.get(), XmlEncoding::utf8);
   EXPECT_EQ(found.refusal, FileRefusal::none);
   EXPECT_EQ(found.size, 6);
@@ -59,17 +65,19 @@ TEST(CheckedFile, IsRefusedWhenItIsAFolder) {
 }
 
 TEST(CheckedFile, IsRefusedWhenItIsAPipe) {
-  std::FILE* pipe = popen("echo '<ink/>'", "r");
-  ASSERT_NE(pipe, nullptr);
-  EXPECT_EQ(checkFile(pipe, XmlEncoding::utf8).refusal, FileRefusal::unreadable);
-  pclose(pipe);
+  std::array<int, 2> ends{};
+  ASSERT_EQ(pipe(ends.data()), 0);
+  const platform::File in(fdopen(ends[0], "rb"));
+  const platform::File out(fdopen(ends[1], "wb"));
+  ASSERT_TRUE(in && out);
+  EXPECT_EQ(checkFile(in.get(), XmlEncoding::utf8).refusal, FileRefusal::unreadable);
 }
 #endif
 
 TEST(CheckedFile, IsRefusedWhenItHasTwoGibibytesOrMore) {
   const pentest::TemporaryFolder folder;
   const std::filesystem::path path = folder / "large.kvo";
-  std::fclose(std::fopen(path.string().c_str(), "wb"));
+  EXPECT_TRUE(std::ofstream(path, std::ios::binary));
   std::filesystem::resize_file(path, 0x80000000U);
   const platform::File file(std::fopen(path.string().c_str(), "rb"));
   const FileCheck found = checkFile(file.get(), XmlEncoding::utf8);

@@ -1,7 +1,5 @@
 // What is true of every document, tested on a thousand random ones.
 
-#include <array>
-#include <cstdio>
 #include <cstdlib>
 #include <gtest/gtest.h>
 #include <optional>
@@ -11,6 +9,7 @@
 #include "tests/support/ink/ink_builder.h"
 #include "tests/support/pen/temporary_folder.h"
 #include "tests/support/pen/text_file.h"
+#include "text/format.h"
 
 namespace {
 
@@ -52,9 +51,7 @@ std::int32_t wholeNumber(const std::string& text) {
 }
 
 double throughFile(double value) {
-  std::array<char, 64> text{};
-  std::snprintf(text.data(), text.size(), "%.6g", value);
-  return wholeNumber(text.data());
+  return wholeNumber(text::format("%.6g", value));
 }
 
 Seven throughFile(const Seven& point) {

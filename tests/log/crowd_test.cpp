@@ -2,12 +2,12 @@
 // to.
 #include <algorithm>
 #include <cstddef>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <functional>
 #include <gtest/gtest.h>
 #include <map>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <sys/stat.h>
@@ -83,8 +83,10 @@ class Crowd : public testing::Test {
       const std::string text = pentest::withoutTimeAndThread(line);
       std::size_t writer = kWriters;
       std::size_t number = 0;
-      if (std::sscanf(text.c_str(), "SEVERE %zu.%zu", &writer, &number) != 2 ||
-          text != "SEVERE " + messageOf(writer, number) + "\tC::m()") {
+      std::string level;
+      char dot = 0;
+      std::istringstream(text) >> level >> writer >> dot >> number;
+      if (text != "SEVERE " + messageOf(writer, number) + "\tC::m()") {
         ADD_FAILURE() << "not a whole line: " << line;
         break;
       }

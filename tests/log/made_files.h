@@ -26,7 +26,7 @@ inline std::vector<std::string> namesIn(const std::filesystem::path& folder) {
 inline void writeText(const std::filesystem::path& path, const std::string& text) {
   const platform::File file = platform::openFile(path.wstring().c_str(), "wb");
   ASSERT_TRUE(file);
-  std::fputs(text.c_str(), file.get());
+  EXPECT_GE(std::fputs(text.c_str(), file.get()), 0);
 }
 
 #ifndef _WIN32

@@ -16,6 +16,7 @@
 #include "platform/folders.h"
 #include "platform/paths.h"
 #include "platform/thread.h"
+#include "tests/log/made_files.h"
 #include "tests/support/pen/temporary_folder.h"
 #include "tests/support/pen/text_file.h"
 
@@ -118,13 +119,7 @@ TEST(DebugOutput, GoesToStandardErrorUnchanged) {
 TEST(File, ReadsByteByByteAndSeeks) {
   const pentest::TemporaryFolder folder;
   const std::filesystem::path path = folder / "three";
-  platform::File out = platform::openFile(path.wstring().c_str(), "wb");
-  ASSERT_TRUE(out);
-  std::fputs(
-      "\xFF"
-      "bc",
-      out.get());
-  out.reset();
+  pentest::writeText(path, "\xFF\x62\x63");
 
   const platform::File owner = platform::openFile(path.wstring().c_str(), "rb");
   ASSERT_TRUE(owner);

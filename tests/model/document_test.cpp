@@ -42,7 +42,7 @@ Document documentOf(std::initializer_list<std::initializer_list<int>> pointsOfSt
 std::string dump(const Document& document) {
   testing::internal::CaptureStdout();
   dumpPointCounts(document);
-  std::fflush(stdout);
+  EXPECT_EQ(std::fflush(stdout), 0);
   return testing::internal::GetCapturedStdout();
 }
 

@@ -22,7 +22,7 @@ struct Counted {
   Counted(const Counted&) = default;
   Counted& operator=(const Counted& other) {
     ++assignments;
-    number = other.number;
+    if (this != &other) number = other.number;
     return *this;
   }
   ~Counted() = default;

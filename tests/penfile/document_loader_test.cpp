@@ -97,7 +97,7 @@ TEST_F(DocumentLoader, GivesNothingForAnUnknownKind) {
 TEST_F(DocumentLoader, PrintsNothingForAPenRecording) {
   testing::internal::CaptureStdout();
   load(PenFileBuilder().descriptor().coordinate(1, 1));
-  std::fflush(stdout);
+  EXPECT_EQ(std::fflush(stdout), 0);
   EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
 }
 

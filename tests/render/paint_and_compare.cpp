@@ -17,7 +17,9 @@
 #include <cstring>
 #include <exception>
 #include <fstream>
+#include <iostream>
 #include <nlohmann/json.hpp>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -218,7 +220,7 @@ class Picture {
  public:
   explicit Picture(const char* file) : surface_(cairo_image_surface_create_from_png(file)) {
     if (cairo_surface_status(surface_) != CAIRO_STATUS_SUCCESS) {
-      std::fprintf(stderr, "%s cannot be read as PNG\n", file);
+      std::cerr << file << " cannot be read as PNG\n";
       std::exit(2);
     }
     cairo_surface_flush(surface_);
@@ -312,16 +314,23 @@ Shift shiftBetween(const Painting& painting, const Picture& picture, double most
           std::clamp((vd * hh - hd * hv) / determinant, -most, most)};
 }
 
+double numberIn(const std::string& word) {
+  std::size_t read = 0;
+  const double number = std::stod(word, &read);
+  if (read != word.size()) throw std::invalid_argument(word + " is not a number");
+  return number;
+}
+
 int compare(int count, char** words) {
   if (count < 4) return 2;
   Brush brush;
   for (int i = 4; i < count; ++i) {
     const std::string word = words[i];
     if (word == "--brush" && i + 2 < count) {
-      brush.lightest = std::atof(words[++i]);
-      brush.heaviest = std::atof(words[++i]);
+      brush.lightest = numberIn(words[++i]);
+      brush.heaviest = numberIn(words[++i]);
     } else if (word == "--pressure" && i + 1 < count) {
-      brush.pressureInstead = std::atof(words[++i]);
+      brush.pressureInstead = numberIn(words[++i]);
     } else {
       return 2;
     }
@@ -329,12 +338,12 @@ int compare(int count, char** words) {
   std::ifstream file(words[1]);
   const Plan plan = planOf(Json::parse(file), brush);
   const Picture picture(words[2]);
-  const double pixels = std::atof(words[3]) / 72;
+  const double pixels = numberIn(words[3]) / 72;
   const Painting painting(plan, pixels);
   if (std::abs(painting.width() - picture.width()) > 2 ||
       std::abs(painting.height() - picture.height()) > 2) {
-    std::fprintf(stderr, "the picture has %d x %d pixels, the drawing %d x %d\n", picture.width(),
-                 picture.height(), painting.width(), painting.height());
+    std::cerr << "the picture has " << picture.width() << " x " << picture.height()
+              << " pixels, the drawing " << painting.width() << " x " << painting.height() << '\n';
     return 1;
   }
   // The edge of a picture is rounded to hundredths of a point: it may be shifted by as much.
@@ -354,7 +363,7 @@ int compare(int count, char** words) {
     }
   });
   if (painted == 0) {
-    std::fprintf(stderr, "nothing is painted\n");
+    std::cerr << "nothing is painted\n";
     return 1;
   }
   std::printf("%.3f %.0f %.3f\n", 100 * differing / painted, painted,
@@ -368,7 +377,7 @@ int main(int count, char** words) {
   try {
     return compare(count, words);
   } catch (const std::exception& problem) {
-    std::fprintf(stderr, "%s\n", problem.what());
+    std::cerr << problem.what() << '\n';
     return 1;
   }
 }

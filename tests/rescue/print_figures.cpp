@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <iostream>
 #include <iterator>
 #include <string>
 #include <string_view>
@@ -69,14 +70,13 @@ int main(int argc, char** argv) {
     }
     std::ifstream file(argv[i], std::ios::binary);
     if (!file) {
-      std::fprintf(stderr, "rescue_figures: %s: cannot be opened\n", argv[i]);
+      std::cerr << "rescue_figures: " << argv[i] << ": cannot be opened\n";
       return 1;
     }
     files.emplace_back(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
   }
   if (files.empty()) {
-    std::fputs("usage: rescue_figures [--ink] [--thorough] [--seed N] [--times N] FILE...\n",
-               stderr);
+    std::cerr << "usage: rescue_figures [--ink] [--thorough] [--seed N] [--times N] FILE...\n";
     return 2;
   }
   std::printf("seed %llu, each kind %zu times for each of %zu files\n\n",

@@ -24,12 +24,12 @@ using FuzzCheck = int (*)(const std::uint8_t* data, std::size_t size);
 inline std::string currentCase;  // NOLINT: for the handler of a signal
 
 inline void nameCaseAtTheEnd() {
-  std::signal(SIGABRT, [](int) {
+  static_cast<void>(std::signal(SIGABRT, [](int) {
     static_cast<void>(::write(STDERR_FILENO, currentCase.data(), currentCase.size()));
     static_cast<void>(::write(STDERR_FILENO, "\n", 1));
-    std::signal(SIGABRT, SIG_DFL);
+    static_cast<void>(std::signal(SIGABRT, SIG_DFL));
     std::abort();
-  });
+  }));
 }
 
 inline void run(FuzzCheck check, std::string_view bytes) {

@@ -51,7 +51,8 @@ INSTANTIATE_TEST_SUITE_P(
 
 }  // namespace
 
-// NOLINTNEXTLINE(bugprone-reserved-identifier): the compiler calls it by this name.
+// The compiler calls it by this name.
+// NOLINTNEXTLINE(bugprone-reserved-identifier, cert-dcl37-c, cert-dcl51-cpp)
 extern "C" void __sanitizer_cov_trace_pc() {
   ++steps;
 }

@@ -12,6 +12,7 @@
 #include "platform/paths.h"
 #include "tests/support/pen/temporary_folder.h"
 #include "tests/translate/translated.h"
+#include "text/format.h"
 #include "translate/document_form.h"
 
 namespace {
@@ -141,9 +142,7 @@ class Writer {
   }
 
   static std::string hexadecimal(int value) {
-    std::array<char, 16> digits{};
-    std::snprintf(digits.data(), digits.size(), "%X", static_cast<unsigned>(value));
-    return digits.data();
+    return text::format("%X", static_cast<unsigned>(value));
   }
 
   Dice dice_;

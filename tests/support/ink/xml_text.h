@@ -8,16 +8,13 @@
 #include <tinyxml.h>
 
 #include "platform/file.h"
-#include "tests/support/pen/temporary_file.h"
+#include "tests/support/pen/open_bytes.h"
 
 namespace inktest {
 
 /// An open file, at its start, that holds the text; it is deleted when it is closed.
 inline platform::File openText(std::string_view text) {
-  platform::File file = pentest::temporaryFile();
-  std::fwrite(text.data(), 1, text.size(), file.get());
-  std::rewind(file.get());
-  return file;
+  return pentest::openBytes({reinterpret_cast<const unsigned char*>(text.data()), text.size()});
 }
 
 /// Everything in an open file.

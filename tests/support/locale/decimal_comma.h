@@ -2,8 +2,9 @@
 #pragma once
 
 #include <clocale>
-#include <cstdio>
 #include <gtest/gtest.h>
+
+#include "text/format.h"
 
 namespace localetest {
 
@@ -16,9 +17,7 @@ inline void useDecimalComma() {
   constexpr const char* kName = "de_DE.UTF-8";
 #endif
   ASSERT_NE(std::setlocale(LC_ALL, kName), nullptr) << "the locale is not installed";
-  char number[16];
-  std::snprintf(number, sizeof number, "%.1f", 0.5);
-  ASSERT_STREQ(number, "0,5");
+  ASSERT_EQ(text::format("%.1f", 0.5), "0,5");
 }
 
 }  // namespace localetest

@@ -9,11 +9,13 @@
 
 namespace pentest {
 
-/// An open file, at its start, that holds the bytes; it is deleted when it is closed.
+/// An open file, at its start, that holds the bytes; it is deleted when it is closed. Null
+/// where it cannot be made.
 inline platform::File openBytes(std::span<const unsigned char> bytes) {
   platform::File file = temporaryFile();
   if (!file) return file;
-  if (!bytes.empty()) std::fwrite(bytes.data(), 1, bytes.size(), file.get());
+  if (!bytes.empty() && std::fwrite(bytes.data(), 1, bytes.size(), file.get()) != bytes.size())
+    return nullptr;
   std::rewind(file.get());
   return file;
 }
